@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+// Kept to 80 columns, since it is read on terminals.
+#include "HelpText.h"
+
+const char *const helpFooter = R"(Which options act together:
+  A run first asks which camera it is about, unless --serial says so or there is
+  only one. A camera without password protection then ends it.
+  With a password (--password or --password-file) there is no menu. What is done
+  depends on the password in force:
+
+    in force         --new-password  --unlock  what is done
+    the user's       given           any       change it
+    the user's       -               any       unlock
+    factory default  given           any       change it
+    factory default  -               given     unlock
+    factory default  -               -         say that it must be changed
+
+  Then --lock locks, and the run ends.
+  Without a password, --lock locks and ends the run, and without --lock the menu
+  opens; --new-password (or its file) and --unlock have no effect.
+  --factory-reset comes before all of these and ends the run.
+  The lists take no other option. For producers in a folder of your own, name it
+  in GENICAM_GENTL64_PATH.
+
+Passwords:
+  A password on the command line can be seen by other users of the machine. Give
+  it by --password-file and --new-password-file instead. The first line counts,
+  up to 4096 bytes; one carriage return at its end is dropped. FILE may be "-",
+  standard input. With "-" for both, it gives two lines, the password first.
+  What follows in standard input answers the questions of the run.
+
+Exit status:
+  0  The run was finished or cancelled. So it is after a wrong password too, and
+     whenever else the camera refused: look at the last line of a run with a
+     password or --lock, "Exiting program... Device is locked." or "Exiting
+     program... Device is unlocked.", and at the messages before it. The lists,
+     --help and --version always end so.
+  1  The run could not begin: there is no camera, or none with that serial
+     number is accessible, or it could not be opened.
+  2  The command line or a password file is wrong. Nothing was done.
+
+Environment:
+  GENICAM_GENTL64_PATH  folders with producers (*.cti), separated by ":" or ";".
+                        They are searched after the current folder.
+)";

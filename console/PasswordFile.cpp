@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#include "PasswordFile.h"
+
+#include "UsageError.h"
+
+#include <cerrno>
+#include <fstream>
+#include <iostream>
+#include <system_error>
+
+namespace {
+
+[[noreturn]] void fail(const std::string &source, const std::string &fault)
+{
+    throw UsageError("Can't read a password from " + source + ": " + fault);
+}
+
+[[noreturn]] void failBySystem(const std::string &source, int error)
+{
+    fail(source, error != 0 ? std::generic_category().message(error) : "read error");
+}
+
+/// The bytes up to the line end, which is taken too, or up to the end of the input. Of a line that is too
+/// long, as many as show it.
+std::string readLine(std::istream &input)
+{
+    std::string line;
+    for (char byte = 0; line.size() <= maxPasswordLineBytes + 1 && input.get(byte) && byte != '\n';)
+        line += byte;
+    return line;
+}
+
+std::string readPassword(std::istream &input, const std::string &source)
+{
+    errno = 0;
+    std::string line = readLine(input);
+    if (input.bad())
+        failBySystem(source, errno);
+    if (line.empty() && input.eof())
+        fail(source, "there is no line");
+    if (line.ends_with('\r'))
+        line.pop_back();
+    if (line.empty())
+        fail(source, "the first line is empty");
+    if (line.find('\0') != std::string::npos)
+        fail(source, "the first line holds a zero byte; the file must be plain text, such as UTF-8");
+    if (line.size() > maxPasswordLineBytes)
+        fail(source, "the first line is longer than " + std::to_string(maxPasswordLineBytes) + " bytes");
+    return line;
+}
+
+} // namespace
+
+std::string readPasswordFile(const std::string &name)
+{
+    if (name == "-")
+        return readPassword(std::cin, "standard input");
+    errno = 0;
+    std::ifstream file(name, std::ios::binary);
+    if (!file)
+        failBySystem("'" + name + "'", errno);
+    return readPassword(file, "'" + name + "'");
+}

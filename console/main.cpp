@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: MIT
+// torvane_console: the options fill the presets of the back end, whose dialogue does the rest. Answers,
+// tables and the dialogue go to standard output, usage errors to standard error.
+#include "BackEnd.h"
+#include "Options.h"
+#include "PasswordFile.h"
+#include "UsageError.h"
+
+#include <exception>
+#include <iostream>
+
+namespace {
+
+// Scripts rely on these; the other one, 0, is the back end's for a run that was finished or cancelled.
+constexpr int statusFailure = 1;
+constexpr int statusUsage = 2;
+
+/// The password comes first: with "-" for both it is the first line of standard input.
+void readPasswordFiles(Options &options)
+{
+    if (!options.passwordFile.empty())
+        options.password = readPasswordFile(options.passwordFile);
+    if (!options.newPasswordFile.empty())
+        options.newPassword = readPasswordFile(options.newPasswordFile);
+}
+
+int list(const Options &options)
+{
+    BackEnd backEnd;
+    if (options.listLibraries)
+        backEnd.listLibraries();
+    if (options.listDevices)
+        backEnd.listDevices();
+    return 0;
+}
+
+int run(const Options &options)
+{
+    BackEnd backEnd;
+    backEnd.setPresetLibrary(options.library);
+    backEnd.setPresetSerial(options.serial);
+    backEnd.setPresetPassword(options.password);
+    backEnd.setPresetNewPassword(options.newPassword);
+    backEnd.setPresetUnlock(options.unlock);
+    backEnd.setPresetLock(options.lock);
+    backEnd.setPresetFactoryReset(options.factoryReset);
+    return backEnd.runConsole();
+}
+
+int start(int argc, char **argv)
+{
+    Options options = parseOptions(argc, argv);
+    if (options.answer) {
+        std::cout << *options.answer << std::flush;
+        return 0;
+    }
+    if (options.listLibraries || options.listDevices)
+        return list(options);
+    readPasswordFiles(options);
+    return run(options);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    try {
+        return start(argc, argv);
+    } catch (const UsageError &error) {
+        std::cerr << "torvane_console: " << error.what() << "\nTry 'torvane_console --help'.\n";
+        return statusUsage;
+    } catch (const std::exception &error) {
+        std::cerr << "torvane_console: " << error.what() << '\n';
+    } catch (...) {
+        // Caught only so that the stack unwinds, which closes the camera for others to use.
+        std::cerr << "torvane_console: unexpected failure\n";
+    }
+    return statusFailure;
+}
