@@ -1,0 +1,177 @@
+// SPDX-License-Identifier: MIT
+// The tree of producers, interfaces and devices, and the flat list of devices that follows it.
+#include "BackEnd.h"
+#include "ConsoleIO.h"
+#include "Device.h"
+#include "GenTLLibrary.h"
+#include "GenericException.h"
+#include "ProducerSearch.h"
+#include "TLInterface.h"
+
+#include <algorithm>
+#include <exception>
+#include <iterator>
+#include <unordered_set>
+#include <utility>
+
+namespace {
+
+void probe(Device &device)
+{
+    const auto report = [&](const char *text) {
+        console::printLine("ERROR: Probing device '", device.identifier(), "' failed!");
+        console::printLine("       Msg: ", text);
+        device.close(true);
+    };
+    try {
+        device.probe();
+    } catch (const std::exception &failure) {
+        report(failure.what());
+    } catch (const GenICam_3_2_TVN::GenericException &failure) {
+        report(failure.GetDescription());
+    }
+}
+
+} // namespace
+
+BackEnd::BackEnd() : devices_(std::make_shared<const std::vector<Device *>>()) {}
+
+BackEnd::~BackEnd()
+{
+    closeLibraries();
+}
+
+bool BackEnd::discoverLibraries(bool searchEnvironment)
+{
+    std::vector<std::string> found = GenICam_Interfaces::findCtiFiles(".");
+    if (searchEnvironment)
+        std::ranges::move(GenICam_Interfaces::findCtiFilesInGenTLPaths(), std::back_inserter(found));
+    if (found.empty()) {
+        console::printLine("No GenTL libraries detected!");
+        return false;
+    }
+
+    std::vector<std::string> known;
+    std::ranges::transform(libraries, std::back_inserter(known), &GenTLLibrary::path);
+    for (const std::string &path : found) {
+        // A name that is found twice becomes two libraries: only what was known before is passed over.
+        if (std::ranges::find(known, path) != known.end())
+            continue;
+        auto *library = new GenTLLibrary;
+        library->initLibrary(path);
+        libraries.push_back(library);
+    }
+    for (std::size_t place = known.size(); place-- > 0;) {
+        if (std::ranges::find(found, known[place]) != found.end())
+            continue;
+        libraries[place]->retire(retired);
+        delete libraries[place];
+        libraries.erase(libraries.begin() + static_cast<std::ptrdiff_t>(place));
+    }
+    return true;
+}
+
+void BackEnd::updateDevices()
+{
+    const std::uint64_t pass = ++passes;
+    RetiredObjects earlier = std::exchange(retired, {});
+    const std::vector<Device *> previous = devices();
+    for (Device *device : previous)
+        device->listedInPass = pass;
+
+    for (GenTLLibrary *library : libraries) {
+        if (!library->gentl())
+            continue;
+        // A library that cannot be opened hides all that stand behind it, as long as it fails.
+        if (!updateLibrary(*library, pass))
+            break;
+    }
+    dropUnmetDevices(previous, pass);
+    freeRetired(std::move(earlier));
+}
+
+// Returns whether the library is open.
+bool BackEnd::updateLibrary(GenTLLibrary &library, std::uint64_t pass)
+{
+    if (!library.isOpen())
+        library.openTL();
+    if (!library.isOpen())
+        return false;
+    library.updateInterfaces(false, retired);
+    for (TLInterface *interface : library.interfaces()) {
+        if (!interface->isOpen())
+            interface->open();
+        if (!interface->isOpen())
+            break;
+        interface->updateDeviceList(retired);
+        for (Device *device : interface->devices())
+            meetDevice(*device, pass);
+    }
+    return true;
+}
+
+void BackEnd::meetDevice(Device &device, std::uint64_t pass)
+{
+    device.metInPass = pass;
+    if (device.listedInPass == pass)
+        return;
+    probe(device);
+    editDevices([&](std::vector<Device *> &list) { list.push_back(&device); });
+}
+
+void BackEnd::dropUnmetDevices(const std::vector<Device *> &previous, std::uint64_t pass)
+{
+    std::unordered_set<Device *> gone;
+    for (Device *device : previous) {
+        if (device->metInPass != pass)
+            gone.insert(device);
+    }
+    if (gone.empty())
+        return;
+    editDevices([&](std::vector<Device *> &list) {
+        std::erase_if(list, [&](Device *device) { return gone.contains(device); });
+    });
+    Device *selected = selectedDevice;
+    if (gone.contains(selected))
+        selectedDevice.compare_exchange_strong(selected, nullptr);
+}
+
+// The window's thread takes a device off the list too, so a change is made on a copy and repeated when the
+// list was another one meanwhile.
+void BackEnd::editDevices(const std::function<void(std::vector<Device *> &)> &edit)
+{
+    auto present = devices_.load();
+    std::shared_ptr<const std::vector<Device *>> next;
+    do {
+        std::vector<Device *> list = *present;
+        edit(list);
+        next = std::make_shared<const std::vector<Device *>>(std::move(list));
+    } while (!devices_.compare_exchange_weak(present, next));
+}
+
+std::vector<Device *> BackEnd::devices() const
+{
+    return *devices_.load();
+}
+
+RetiredObjects BackEnd::takeRetired()
+{
+    return std::exchange(retired, {});
+}
+
+void BackEnd::freeRetired(RetiredObjects objects)
+{
+    for (const auto &object : objects) {
+        Device *selected = selectedDevice;
+        if (object.get() == selected)
+            selectedDevice.compare_exchange_strong(selected, nullptr);
+    }
+}
+
+void BackEnd::closeLibraries()
+{
+    for (GenTLLibrary *library : libraries)
+        delete library;
+    libraries.clear();
+    retired.clear();
+}

@@ -1,0 +1,174 @@
+// SPDX-License-Identifier: MIT
+// The connection of a device: probing, opening and closing. The order of the calls is part of the behaviour,
+// also where a step runs on a device that an earlier one has closed.
+#include "Device.h"
+
+#include "ConsoleIO.h"
+#include "GenTL.h"
+#include "GenTL_Interface.h"
+#include "GenTL_PortInterface.h"
+#include "GenericException.h"
+#include "LastError.h"
+#include "RemoteNode.h"
+#include "TLInterface.h"
+#include "TextBuffer.h"
+
+#include <stdexcept>
+
+using GenICam_3_2_TVN::GenericException;
+using GenICam_Interfaces::GenTL_PortInterface;
+
+namespace {
+
+void printPortFailure(const char *text)
+{
+    console::printLine(
+        "ERROR: Creating GenTL_PortInterface instance for the remote device failed! Closing device...");
+    console::printLine("       Msg: ", text);
+}
+
+} // namespace
+
+Device::Device(TLInterface *owner, std::string id)
+    : interfaceOwner(owner), gentl(owner ? owner->gentl() : nullptr), id_(std::move(id))
+{}
+
+Device::~Device()
+{
+    if (isOpen_)
+        closeHandle();
+}
+
+void Device::probe()
+{
+    if (isOff() || isOpen_)
+        return;
+    const std::int32_t status = accessStatus();
+    if (status != DEVICE_ACCESS_STATUS_READWRITE && status != DEVICE_ACCESS_STATUS_READONLY)
+        return;
+    if (!openWith(DEVICE_ACCESS_READONLY))
+        return;
+    refreshCache();
+    readTransportInfo();
+    close(false);
+}
+
+void Device::open()
+{
+    if (isOff() || isOpen_)
+        return;
+    openWith(DEVICE_ACCESS_CONTROL);
+}
+
+// Returns whether IFOpenDevice succeeded. What fails behind it closes the device, but the steps go on: the
+// creation of the port reports for itself, and the read of the lock state settles passwordSupported in every
+// case.
+bool Device::openWith(std::int32_t accessFlags)
+{
+    DEV_HANDLE handle = nullptr;
+    GC_ERROR code = gentl->IFOpenDevice(interfaceOwner->handle(), id_.c_str(), accessFlags, &handle);
+    if (code != GC_ERR_SUCCESS) {
+        // Names the control access for a probe too.
+        console::printLine("ERROR: IFOpenDevice(DEVICE_ACCESS_CONTROL) for device with id '", id_,
+                           "' failed with code ", code, "!");
+        reportLastError(gentl);
+        return false;
+    }
+    devHandle = handle;
+    isOpen_ = true;
+
+    PORT_HANDLE portHandle = nullptr;
+    code = gentl->DevGetPort(handle, &portHandle);
+    remotePortHandle = portHandle;
+    if (code != GC_ERR_SUCCESS) {
+        console::printLine("ERROR: DevGetPort() failed with code ", code, "!");
+        reportLastError(gentl);
+        close(false);
+    }
+    createPort();
+    readPasswordSupport();
+    return true;
+}
+
+void Device::createPort()
+{
+    try {
+        PORT_HANDLE portHandle = remotePortHandle;
+        port = std::make_shared<GenTL_PortInterface>(portHandle, gentl, 0);
+    } catch (const std::exception &failure) {
+        printPortFailure(failure.what());
+        close(false);
+    } catch (const GenericException &failure) {
+        printPortFailure(failure.GetDescription());
+        close(false);
+    }
+}
+
+void Device::refreshCache()
+{
+    cachedLocked = isLocked();
+    cachedDefault = isDefaultPassword();
+}
+
+void Device::readTransportInfo()
+{
+    if (isOff())
+        return;
+    TextBuffer type;
+    INFO_DATATYPE dataType = INFO_DATATYPE_UNKNOWN;
+    std::size_t size = TextBuffer::size();
+    const GC_ERROR code = gentl->DevGetInfo(devHandle, DEVICE_INFO_TLTYPE, &dataType, type.data(), &size);
+    if (code != GC_ERR_SUCCESS) {
+        // Names the query of the interface for the one of the device.
+        console::printLine("ERROR: IFGetDeviceInfo(DEVICE_INFO_TLTYPE,", id_, ") failed with code ", code,
+                           "!");
+        reportLastError(gentl);
+        transportType_ = TransportType::Unknown;
+        return;
+    }
+    if (type.text() == "GEV") {
+        transportType_ = TransportType::GEV;
+        ipAddress_ = static_cast<std::uint32_t>(remoteNode("GevCurrentIPAddress").valueAsInteger());
+        macAddress_ = static_cast<std::uint64_t>(remoteNode("GevMACAddress").valueAsInteger());
+    } else if (type.text() == "U3V") {
+        transportType_ = TransportType::U3V;
+    } else {
+        transportType_ = TransportType::Other;
+    }
+}
+
+void Device::close(bool skipCacheRefresh)
+{
+    if (isOff())
+        return;
+    if (isOpen_ && !skipCacheRefresh)
+        refreshCache();
+    closeHandle();
+}
+
+void Device::retire()
+{
+    close(true);
+    retired = true;
+}
+
+// A device can vanish while the window closes it: whoever takes the open flag makes the one DevClose.
+void Device::closeHandle()
+{
+    if (isOpen_.exchange(false)) {
+        const GC_ERROR code = gentl->DevClose(devHandle);
+        if (code != GC_ERR_SUCCESS) {
+            console::printLine("WARNING: DevClose() failed with code ", code, "!");
+            reportLastError(gentl);
+        }
+    }
+    remotePortHandle = nullptr;
+    devHandle = nullptr;
+}
+
+RemoteNode Device::remoteNode(const std::string &name) const
+{
+    if (isOff())
+        return RemoteNode(nullptr);
+    return RemoteNode(port, name);
+}

@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+// The producer's own words behind the line of a failed GenTL call.
+#pragma once
+
+#include <memory>
+
+namespace GenICam_Interfaces {
+class GenTL_Interface;
+}
+
+/// Prints the text of the producer's last error on this thread, or that it could not be asked for.
+/// \param gentl  by value, so that the producer stays loaded for the call
+/// Thread: the one that saw the failure, right behind it; GenTL keeps the last error for each thread.
+void reportLastError(std::shared_ptr<GenICam_Interfaces::GenTL_Interface> gentl);
