@@ -1,0 +1,56 @@
+# shellcheck shell=bash
+# SPDX-License-Identifier: MIT
+# What scripts/run, scripts/test and .ci/run share: packages and builds. To be sourced.
+#
+# Everything here prints to standard error and leaves standard input alone, so that both belong to the program that
+# is run in the end.
+
+torvane_root=$(cd -- "$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")/.." && pwd)
+
+torvane_build_packages=(
+    g++ cmake ninja-build pkg-config
+    libcli11-dev libpugixml-dev libtomlplusplus-dev libzip-dev
+)
+torvane_test_packages=(libgtest-dev libgmock-dev)
+
+say() { printf '%s\n' "$*" >&2; }
+
+as_root() {
+    if [ "$(id -u)" -eq 0 ]; then
+        "$@"
+    elif command -v sudo >/dev/null; then
+        sudo -- "$@"
+    else
+        say "This needs root or sudo: $*"
+        return 1
+    fi
+}
+
+# Installs those of the packages that are missing, and nothing on a system without Debian's package manager.
+ensure_packages() {
+    local missing=() package
+    if [ ! -e /etc/debian_version ]; then
+        say "Not a Debian system. The packages needed have these names in Debian 12: $*"
+        return 0
+    fi
+    for package in "$@"; do
+        [ "$(dpkg-query --show --showformat='${db:Status-Status}' "$package" 2>/dev/null)" = installed ] ||
+            missing+=("$package")
+    done
+    [ ${#missing[@]} -gt 0 ] || return 0
+    say "Installing Debian packages: ${missing[*]}"
+    as_root apt-get update </dev/null >&2
+    as_root env DEBIAN_FRONTEND=noninteractive \
+        apt-get install --yes --no-install-recommends "${missing[@]}" </dev/null >&2
+}
+
+# build PRESET [OPTION...]: configures with the options and builds. The folder is build/PRESET.
+build() {
+    local preset=$1
+    shift
+    (
+        cd -- "$torvane_root" || exit
+        cmake --preset "$preset" --log-level=WARNING "$@"
+        cmake --build --preset "$preset"
+    ) </dev/null >&2
+}
