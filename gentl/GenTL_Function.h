@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The kinds of entries in GenTL_Interface's table of functions. An entry holds the address of one function of a
-// producer and is called like that function: gentl.TLOpen(&handle). What the binding adds to the call is the same
-// for all functions of a kind, and is written here once.
+// The kinds of entries in GenTL_Interface's table of functions. An entry holds the address of one function
+// of a producer and is called like that function: gentl.TLOpen(&handle). What the binding adds to the call
+// is the same for all functions of a kind, and is written here once.
 //
 // The one state that the kinds share is the error that the binding makes up for a function that the producer
 // lacks. A producer keeps its last error for each thread; so does this one.
@@ -19,7 +19,8 @@ class GenTL_Interface;
 /// What an absent function answers: 0x80000000, far from all codes of the standard.
 inline constexpr GC_ERROR absentFunctionCode = std::numeric_limits<GC_ERROR>::min();
 
-/// The made-up error of this thread, 0 for none, shared by all producers; its text is kept in GenTL_Function.cpp.
+/// The made-up error of this thread, 0 for none, shared by all producers; its text is kept in
+/// GenTL_Function.cpp.
 inline constinit thread_local GC_ERROR lastErrorCode = GC_ERR_SUCCESS;
 
 /// Clears this thread's made-up error and its text.
@@ -29,8 +30,9 @@ void clearLastError();
 /// \return absentFunctionCode
 GC_ERROR setFunctionMissing(const char *function);
 
-/// The address of the producer's function of type \p Pointer (one of the types PNAME of GenTL.h), and the name
-/// that it is exported under. Only GenTL_Interface, as it loads and releases the producer, sets the address.
+/// The address of the producer's function of type \p Pointer (one of the types PNAME of GenTL.h), and the
+/// name that it is exported under. Only GenTL_Interface, as it loads and releases the producer, sets the
+/// address.
 template <class Pointer>
 class GenTL_Function
 {
@@ -51,9 +53,9 @@ protected:
 template <class Pointer>
 class PlainFunction;
 
-/// A function that each producer exports. A call forgets this thread's made-up error; arguments and result pass
-/// unchanged. There is no test for an absent function on this road, which each register access takes: its entry
-/// is a stand-in that answers absentFunctionCode.
+/// A function that each producer exports. A call forgets this thread's made-up error; arguments and result
+/// pass unchanged. There is no test for an absent function on this road, which each register access takes:
+/// its entry is a stand-in that answers absentFunctionCode.
 template <class... Arguments>
 class PlainFunction<GC_ERROR (*)(Arguments...)> : public GenTL_Function<GC_ERROR (*)(Arguments...)>
 {
@@ -76,9 +78,9 @@ private:
 template <class Pointer>
 class OptionalFunction;
 
-/// A function that came with a later version of GenTL. Where it is absent, a call makes up this thread's error
-/// and answers absentFunctionCode. Where it is present, an earlier made-up error stays as it is: only a plain
-/// function forgets it.
+/// A function that came with a later version of GenTL. Where it is absent, a call makes up this thread's
+/// error and answers absentFunctionCode. Where it is present, an earlier made-up error stays as it is: only
+/// a plain function forgets it.
 template <class... Arguments>
 class OptionalFunction<GC_ERROR (*)(Arguments...)> : public GenTL_Function<GC_ERROR (*)(Arguments...)>
 {
@@ -104,10 +106,10 @@ class LastErrorFunction : public GenTL_Function<PGCGetLastError>
 public:
     explicit LastErrorFunction(const char *name) : GenTL_Function(name) {}
 
-    /// \param errorCode  receives the code of the failed call from the producer. For a made-up error it is never
-    ///                   written, and must not be taken for one.
-    /// \param text       the caller's buffer of \p *size bytes, or null to learn the size. With a made-up error
-    ///                   pending, a \p *size of 0 counts as no limit.
+    /// \param errorCode  receives the code of the failed call from the producer. For a made-up error it is
+    ///                   never written, and must not be taken for one.
+    /// \param text       the caller's buffer of \p *size bytes, or null to learn the size. With a made-up
+    ///                   error pending, a \p *size of 0 counts as no limit.
     /// \param size       in: bytes in \p text; out: bytes of the text with its terminating zero
     /// \return for a made-up error GC_ERR_INVALID_PARAMETER if \p errorCode or \p size is null,
     ///         GC_ERR_BUFFER_TOO_SMALL with \p *size unchanged, or success

@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: MIT
-// One GenTL producer: the .cti file loaded as a dynamic library, the GenTL version that it claims, and each of
-// its functions as a member of the same name. All that the system knows of a producer passes through here.
+// One GenTL producer: the .cti file loaded as a dynamic library, the GenTL version that it claims, and each
+// of its functions as a member of the same name. All that the system knows of a producer passes through
+// here.
 //
-// The GenTL standard defines arguments and results of the functions; GenTL.h has their types. This class owns no
-// GenTL handle, and the initialised state of the producer is its owner's: GCInitLib after construction, TLClose
-// and GCCloseLib before destruction. Whoever holds a GenTL handle shares the ownership of this object, so that
-// the library stays loaded.
+// The GenTL standard defines arguments and results of the functions; GenTL.h has their types. This class
+// owns no GenTL handle, and the initialised state of the producer is its owner's: GCInitLib after
+// construction, TLClose and GCCloseLib before destruction. Whoever holds a GenTL handle shares the
+// ownership of this object, so that the library stays loaded.
 //
-// Threads: nothing changes after construction, so any thread may call any member at any time, two at once as far
-// as the producer allows it. No lock is taken. The made-up error of an absent function belongs to the thread that
-// met it.
+// Threads: nothing changes after construction, so any thread may call any member at any time, two at once
+// as far as the producer allows it. No lock is taken. The made-up error of an absent function belongs to
+// the thread that met it.
 #pragma once
 
 #include "GenTL_Function.h"
@@ -25,17 +26,18 @@ public:
     /// What a member answers whose function the producer lacks: 0x80000000.
     static constexpr GC_ERROR functionMissingCode = absentFunctionCode;
 
-    /// Loads the producer, asks it for its GenTL version (between a GCInitLib and a GCCloseLib of its own) and
-    /// looks its functions up. Clears this thread's made-up error.
+    /// Loads the producer, asks it for its GenTL version (between a GCInitLib and a GCCloseLib of its own)
+    /// and looks its functions up. Clears this thread's made-up error.
     ///
-    /// A producer that answers the version query must export all that its version asks for. One that does not
-    /// implement the query is taken with what it has, but for the first four functions, which are called at once.
+    /// A producer that answers the version query must export all that its version asks for. One that does
+    /// not implement the query is taken with what it has, but for the first four functions, which are
+    /// called at once.
     ///
-    /// \param ctiPath  of the file, in the narrow encoding. One without a folder means the file in the current
-    ///                 directory.
+    /// \param ctiPath  of the file, in the narrow encoding. One without a folder means the file in the
+    ///                 current directory.
     /// \throws std::runtime_error  the file can't be loaded, a function is absent, or the producer refused
-    ///         GCInitLib, GCCloseLib or a version query. The text names the file, and the producer's code or the
-    ///         loader's words. The library then stays loaded until the process ends.
+    ///         GCInitLib, GCCloseLib or a version query. The text names the file, and the producer's code
+    ///         or the loader's words. The library then stays loaded until the process ends.
     explicit GenTL_Interface(const std::string &ctiPath);
 
     GenTL_Interface(const GenTL_Interface &) = delete;

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-// A GenTL port with the node map of its device: the constructor finds the device's description (an XML file in
-// its registers, plain or zipped), reads it in one piece, has a node map made of it and connects that to the port.
-// From then on the device's features are reached by name.
+// A GenTL port with the node map of its device: the constructor finds the device's description (an XML file
+// in its registers, plain or zipped), reads it in one piece, has a node map made of it and connects that to
+// the port. From then on the device's features are reached by name.
 //
-// Only a description in the device's own register space works; one at a web address or in a file of the host is
-// refused. Threads: as for the base.
+// Only a description in the device's own register space works; one at a web address or in a file of the
+// host is refused. Threads: as for the base.
 #pragma once
 
 #include "CNodeMapRef.h"
@@ -54,6 +54,7 @@ private:
     };
 
     void loadDescription();
+    void requirePortURLs() const;
     [[nodiscard]] DescriptionFile findDescription() const;
     void findURL(DescriptionFile &file) const;
     void findScheme(DescriptionFile &file) const;
@@ -68,8 +69,8 @@ private:
     [[noreturn]] void reportURLInfoError(std::string_view command, GC_ERROR code,
                                          std::string_view detail) const;
 
-    // What a URL tells by itself, for producers that do not answer the query. False, and the output untouched, if
-    // the text does not yield the value.
+    // What a URL tells by itself, for producers that do not answer the query. False, and the output
+    // untouched, if the text does not yield the value.
     static bool getSchemeFromURL(const std::string &url, std::int32_t &scheme);
     static bool getAddressFromURL(const std::string &url, std::uint64_t &address);
     static bool getLengthFromURL(const std::string &url, std::uint64_t &length);

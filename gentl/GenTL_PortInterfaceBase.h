@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A GenTL port seen as a GenApi port: register reads and writes and the access mode go to the producer, and each
-// failure becomes an exception that carries the producer's own error text.
+// A GenTL port seen as a GenApi port: register reads and writes and the access mode go to the producer, and
+// each failure becomes an exception that carries the producer's own error text.
 //
 // Threads: no lock is taken. Calls on one port must come one at a time, which is the callers' care.
 #pragma once
@@ -21,7 +21,7 @@ class GenTL_PortInterfaceBase : public GenApi_3_2_TVN::CPortImpl
 {
 public:
     /// Asks the port once for its access mode, which proves that it answers.
-    /// \param portHandle      of an opened module; stays the caller's, who closes it after this object is gone
+    /// \param portHandle      of an opened module, not owned; outlives this object
     /// \param genTLInterface  the producer that the handle is of; the port shares its ownership
     /// \throws std::runtime_error  what GetAccessMode throws
     GenTL_PortInterfaceBase(const PORT_HANDLE &portHandle, std::shared_ptr<GenTL_Interface> genTLInterface);
@@ -32,32 +32,38 @@ public:
     ~GenTL_PortInterfaceBase() override;
 
     /// Reads from the port's register space, in one request to the producer.
-    /// \param buffer   the caller's, of \p length bytes. The producer may deliver fewer without a failure; the
-    ///                 bytes beyond stay as they were.
+    /// \param buffer   the caller's, of \p length bytes. The producer may deliver fewer without a failure;
+    ///                 the bytes beyond stay as they were.
     /// \param address  of the first register
     /// \param length   bytes
     /// \throws std::runtime_error  the producer refused
     void Read(void *buffer, std::int64_t address, std::int64_t length) override;
 
-    /// Writes to the port's register space, in one request to the producer. Arguments and failure as for Read.
+    /// Writes to the port's register space, in one request to the producer. The rest is as for Read.
     void Write(const void *buffer, std::int64_t address, std::int64_t length) override;
 
     /// Asks the producer anew at each call: two queries, or up to four where neither tells of a right.
     /// \return RW, RO, WO, NI, NA, or _UndefinedAccesMode if the port denies them all
     /// \throws std::runtime_error  a query failed
-    [[nodiscard]] GenApi_3_2_TVN::EAccessMode GetAccessMode() const override;
+    GenApi_3_2_TVN::EAccessMode GetAccessMode() const override;
 
     /// The name of the node that the port is connected to: "Device" for a camera, as a rule.
     /// \throws std::runtime_error  the query failed
     [[nodiscard]] std::string getPortName() const;
 
-    /// Turns a failed GenTL call into an exception with the producer's last error. To be called right behind the
-    /// call and on its thread, to which the producer's last error belongs.
+    /// Turns a failed GenTL call into an exception with the producer's last error. To be called right
+    /// behind the call and on its thread, to which the producer's last error belongs.
     /// \param context  the call, for the text's start
     /// \param code     what it answered; shown only if the producer has no last error to tell
     /// \param detail   for the text's end, behind a blank that stands there without a detail too
-    /// \throws std::runtime_error  always. The code in it is the last error's, which is 0 for an absent function.
-    [[noreturn]] void reportGenTLError(std::string_view context, GC_ERROR code, std::string_view detail) const;
+    /// \throws std::runtime_error  always. The code in it is the last error's, which is 0 for an absent
+    ///                             function.
+    [[noreturn]] void reportGenTLError(std::string_view context, GC_ERROR code,
+                                       std::string_view detail) const;
+
+private:
+    /// One yes or no of PORT_INFO; \p context is for a failure's text.
+    bool askPort(PORT_INFO_CMD question, const char *context) const;
 
 protected:
     PORT_HANDLE portHandle;                               ///< not owned

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 // Which producer files (.cti) exist right now: in a directory, and in the directories that the environment
-// variable GENICAM_GENTL64_PATH names. The functions know nothing of GenTL; whether a file can be loaded shows
-// only when GenTL_Interface loads it.
+// variable GENICAM_GENTL64_PATH names. The functions know nothing of GenTL; whether a file can be loaded
+// shows only when GenTL_Interface loads it.
 //
-// Names are byte strings in the process's narrow encoding, never normalised: a full name is the directory as it
-// was given, one joiner (a backslash on Windows, a slash elsewhere) and the file's name, so "." yields
-// "./camera.cti" and "/opt/gentl/" yields "/opt/gentl//camera.cti". Lists stay in the order of discovery;
-// nothing is sorted and nothing is dropped for being there twice.
+// Names are byte strings in the process's narrow encoding, never normalised: a full name is the directory
+// as it was given, one joiner (a backslash on Windows, a slash elsewhere) and the file's name, so "."
+// yields "./camera.cti" and "/opt/gentl/" yields "/opt/gentl//camera.cti". Lists stay in the order of
+// discovery; nothing is sorted and nothing is dropped for being there twice.
 //
 // No function keeps state, and none throws for a directory or a variable that is missing or unreadable: those
 // contribute nothing. Thread: any.
@@ -23,13 +23,13 @@ namespace GenICam_Interfaces {
 /// A directory string longer than 257 bytes is not searched.
 [[nodiscard]] std::vector<std::string> getFilesInDirectory(const std::string &directory);
 
-/// The full names of the files of \p directory whose names end in ".cti", compared byte for byte: "x.CTI" is not
-/// a producer, and a file named ".cti" is one.
+/// The full names of the files of \p directory whose names end in ".cti", compared byte for byte: "x.CTI"
+/// is not a producer, and a file named ".cti" is one.
 [[nodiscard]] std::vector<std::string> findCtiFiles(const std::string &directory);
 
 /// The directories that GENICAM_GENTL64_PATH names, in its order. The variable is read anew at each call.
-/// They are separated by ';', and outside Windows by ':' too (the GenTL convention there). Blanks and quotation
-/// marks are part of a name.
+/// They are separated by ';', and outside Windows by ':' too (the GenTL convention there). Blanks and
+/// quotation marks are part of a name.
 [[nodiscard]] std::vector<std::string> getGenTLPaths();
 
 /// The producer files of each directory of getGenTLPaths, one directory behind the other.
