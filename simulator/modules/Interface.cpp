@@ -1,0 +1,128 @@
+// SPDX-License-Identifier: MIT
+#include "Interface.h"
+
+#include "Producer.h"
+#include "TransportLayer.h"
+
+#include <algorithm>
+
+namespace simulator {
+
+namespace {
+
+bool hasSameId(const std::shared_ptr<const CameraSettings> &left,
+               const std::shared_ptr<const CameraSettings> &right)
+{
+    return left->id == right->id;
+}
+
+/// Refuses what the configured access doesn't allow.
+void requireAccess(const CameraSettings &camera, DEVICE_ACCESS_FLAGS access)
+{
+    const std::string name = "camera \"" + camera.id + '"';
+    if (access != DEVICE_ACCESS_READONLY && access != DEVICE_ACCESS_CONTROL &&
+        access != DEVICE_ACCESS_EXCLUSIVE)
+        throw GenTLError(GC_ERR_INVALID_PARAMETER, "no access to open with: " + std::to_string(access));
+
+    switch (camera.access) {
+    case DEVICE_ACCESS_STATUS_READONLY:
+        if (access != DEVICE_ACCESS_READONLY)
+            throw GenTLError(GC_ERR_ACCESS_DENIED, name + " can only be read");
+        return;
+    case DEVICE_ACCESS_STATUS_NOACCESS:
+        throw GenTLError(GC_ERR_ACCESS_DENIED, name + " can't be accessed");
+    case DEVICE_ACCESS_STATUS_BUSY:
+        throw GenTLError(GC_ERR_ACCESS_DENIED, name + " is busy");
+    case DEVICE_ACCESS_STATUS_OPEN_READWRITE:
+    case DEVICE_ACCESS_STATUS_OPEN_READONLY:
+        throw GenTLError(GC_ERR_RESOURCE_IN_USE, name + " is open already");
+    default:
+        return;
+    }
+}
+
+} // namespace
+
+Interface::Interface(Producer &producer, TransportLayer &parent,
+                     std::shared_ptr<const InterfaceSettings> settings)
+    : Module(producer.handles(), &parent), producer(producer), settings_(std::move(settings))
+{}
+
+PortIdentity Interface::port() const
+{
+    return {.id = settings_->id,
+            .vendor = "Torvane",
+            .model = settings_->name,
+            .tlType = settings_->type,
+            .module = "TLInterface",
+            .version = "1.0.0",
+            .portName = "TLInterface"};
+}
+
+std::vector<std::shared_ptr<const CameraSettings>> Interface::plugged() const
+{
+    const auto current = findInterface(producer.configuration(), settings_->id);
+    return current ? current->cameras : std::vector<std::shared_ptr<const CameraSettings>>{};
+}
+
+bool Interface::refresh()
+{
+    const CameraStates states = producer.store().load();
+    auto fresh = plugged();
+    std::erase_if(fresh, [&](const auto &camera) { return isRebooting(stateOf(*camera, states)); });
+    const bool hasChanged =
+        !std::equal(cameras_.begin(), cameras_.end(), fresh.begin(), fresh.end(), hasSameId);
+    cameras_ = std::move(fresh);
+    return hasChanged;
+}
+
+const std::shared_ptr<const CameraSettings> &Interface::find(const std::string &id) const
+{
+    for (const auto &candidate : cameras_)
+        if (candidate->id == id)
+            return candidate;
+    throw GenTLError(GC_ERR_INVALID_ID, "no camera \"" + id + "\" in the list");
+}
+
+DEVICE_ACCESS_STATUS Interface::accessStatus(const CameraSettings &camera) const
+{
+    if (camera.access != DEVICE_ACCESS_STATUS_READWRITE && camera.access != DEVICE_ACCESS_STATUS_READONLY)
+        return camera.access;
+
+    if (const auto open = opened.find(camera.id); open != opened.end()) {
+        if (!producer.isAtLeast(1, 5))
+            return DEVICE_ACCESS_STATUS_BUSY; // the statuses of open devices came with 1.5
+        return open->second->canWrite() ? DEVICE_ACCESS_STATUS_OPEN_READWRITE
+                                        : DEVICE_ACCESS_STATUS_OPEN_READONLY;
+    }
+    return producer.store().isHeld(camera.id) ? DEVICE_ACCESS_STATUS_BUSY : camera.access;
+}
+
+Device &Interface::open(const std::string &id, DEVICE_ACCESS_FLAGS access)
+{
+    const auto &camera = find(id);
+    if (opened.contains(id))
+        throw GenTLError(GC_ERR_RESOURCE_IN_USE, "camera \"" + id + "\" is open already");
+    requireAccess(*camera, access);
+    auto hold = producer.store().hold(id);
+    if (!hold)
+        throw GenTLError(GC_ERR_ACCESS_DENIED, "camera \"" + id + "\" is held by another process");
+    auto device = std::make_unique<Device>(producer, *this, camera, access, std::move(hold));
+    return *(opened[id] = std::move(device));
+}
+
+void Interface::close(Device &child)
+{
+    opened.erase(child.id());
+}
+
+void Interface::dropUnplugged()
+{
+    const auto current = plugged();
+    for (const auto &[id, device] : opened)
+        if (std::none_of(current.begin(), current.end(),
+                         [&](const auto &camera) { return camera->id == id; }))
+            device->loseContact("unplugged");
+}
+
+} // namespace simulator
