@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: MIT
+#include "Simulator.h"
+
+#include <cstdlib>
+#include <fstream>
+#include <regex>
+#include <stdexcept>
+#include <system_error>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+fs::path makeFolder()
+{
+    std::string pattern = (fs::temp_directory_path() / "torvane-sim-XXXXXX").string();
+    if (!mkdtemp(pattern.data()))
+        throw std::runtime_error("no temporary folder");
+    return pattern;
+}
+
+bool isCallOf(std::string_view line, std::string_view function)
+{
+    return line.starts_with(function) && line.substr(function.size()).starts_with("(");
+}
+
+} // namespace
+
+const char *const Simulator::oneCamera = R"toml(
+[[interface]]
+id = "sim-eth0"
+name = "Simulated Ethernet"
+type = "GEV"
+
+[[interface.camera]]
+id = "sim-1"
+model = "SimCam G5"
+serial = "G5-0001"
+ip = "192.168.0.11"
+mac = "00:11:22:33:44:01"
+lock = "locked"
+password = "hunter22"
+)toml";
+
+Simulator::Simulator(std::string_view toml)
+    : folder_(makeFolder()),
+      config("TORVANE_SIM_CONFIG", configPath().string()),
+      state("TORVANE_SIM_STATE", statePath().string()),
+      log("TORVANE_SIM_LOG", logPath().string())
+{
+    configure(toml);
+}
+
+Simulator::~Simulator()
+{
+    std::error_code error;
+    fs::remove_all(folder_, error);
+}
+
+void Simulator::configure(std::string_view newToml)
+{
+    toml = newToml;
+    std::error_code error;
+    const fs::file_time_type before = fs::last_write_time(configPath(), error);
+    std::ofstream(configPath()) << toml;
+    if (!error && fs::last_write_time(configPath()) <= before)
+        fs::last_write_time(configPath(), before + std::chrono::milliseconds(10));
+}
+
+void Simulator::failNth(std::string_view function, std::int32_t code, std::uint64_t n, std::uint64_t count,
+                        std::string_view conditions)
+{
+    std::string rule = "\n[[failure]]\nfunction = \"" + std::string(function) + "\"\n";
+    rule += "code = " + std::to_string(code) + "\nfirst = " + std::to_string(n) + "\n";
+    rule += "count = " + std::to_string(count) + "\n" + std::string(conditions);
+    configure(toml + rule);
+}
+
+std::vector<std::string> Simulator::calls() const
+{
+    std::vector<std::string> lines;
+    std::ifstream file(logPath());
+    for (std::string line; std::getline(file, line);)
+        lines.push_back(line);
+    return lines;
+}
+
+std::vector<std::string> Simulator::calls(std::string_view function) const
+{
+    std::vector<std::string> lines = calls();
+    std::erase_if(lines, [&](const std::string &line) { return !isCallOf(line, function); });
+    return lines;
+}
+
+void Simulator::clearLog()
+{
+    if (fs::exists(logPath()))
+        fs::resize_file(logPath(), 0);
+}
+
+std::vector<std::string> Simulator::portTraffic() const
+{
+    static const std::regex access(R"(GC(Read|Write)Port\([^,]*, (0x5000[0-9a-f]{4}), \d+\) = 0 \[(.*)\])");
+    std::vector<std::string> traffic;
+    for (const std::string &line : calls()) {
+        std::smatch match;
+        if (std::regex_match(line, match, access))
+            traffic.push_back((match[1] == "Read" ? "read " : "write ") + match[2].str() + ' ' +
+                              match[3].str());
+    }
+    return traffic;
+}
+
+int Simulator::openHandles() const
+{
+    int open = 0;
+    for (const std::string &line : calls()) {
+        const bool isSuccess = line.find(") = 0") != std::string::npos;
+        const bool isOpen =
+            isCallOf(line, "TLOpen") || isCallOf(line, "TLOpenInterface") || isCallOf(line, "IFOpenDevice");
+        const bool isClose =
+            isCallOf(line, "TLClose") || isCallOf(line, "IFClose") || isCallOf(line, "DevClose");
+        open += isSuccess ? isOpen - isClose : 0;
+    }
+    return open;
+}
+
+std::string Simulator::cti()
+{
+    return TORVANE_SIM_CTI;
+}
+
+std::string Simulator::cti(std::string_view variant)
+{
+    const std::string name(variant);
+    return std::string(TORVANE_SIM_VARIANTS) + '/' + name + '/' + name + ".cti";
+}
