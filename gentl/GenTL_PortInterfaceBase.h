@@ -29,6 +29,8 @@ public:
     /// The same over a producer that the caller keeps alive for as long as this object lives.
     GenTL_PortInterfaceBase(const PORT_HANDLE &portHandle, GenTL_Interface *genTLInterface);
 
+    GenTL_PortInterfaceBase(const GenTL_PortInterfaceBase &) = delete;
+    GenTL_PortInterfaceBase &operator=(const GenTL_PortInterfaceBase &) = delete;
     ~GenTL_PortInterfaceBase() override;
 
     /// Reads from the port's register space, in one request to the producer.

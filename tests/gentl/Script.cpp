@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+#include "Script.h"
+
+#include <dlfcn.h>
+
+Script *torvaneTestScript()
+{
+    static Script script;
+    return &script;
+}
+
+std::string producerPath(const std::string &variant)
+{
+    return std::string(SCRIPTED_PRODUCERS) + "/" + variant + ".cti";
+}
+
+bool isLoaded(const std::string &path)
+{
+    void *module = dlopen(path.c_str(), RTLD_LAZY | RTLD_NOLOAD);
+    if (module)
+        dlclose(module);
+    return module != nullptr;
+}
