@@ -1,7 +1,5 @@
 # SPDX-License-Identifier: MIT
 # Links producers from the simulator's objects: the product, and variants of it for tests.
-set(TORVANE_SIM_FOLDER ${CMAKE_CURRENT_LIST_DIR})
-
 # torvane_sim_function_names(variable): the names of the exported functions, as GenTL.h has their types.
 function(torvane_sim_function_names variable)
     file(STRINGS ${PROJECT_SOURCE_DIR}/gentl/GenTL.h names REGEX "^using P[A-Za-z]+ = GC_ERROR")
@@ -22,9 +20,9 @@ function(torvane_sim_module target producer)
         list(REMOVE_ITEM exported ${name})
     endforeach()
 
-    add_library(${target} MODULE ${TORVANE_SIM_FOLDER}/ProducerName.cpp)
+    add_library(${target} MODULE ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/ProducerName.cpp)
     target_compile_definitions(${target} PRIVATE TORVANE_SIM_PRODUCER_NAME="${producer}")
-    target_include_directories(${target} PRIVATE ${TORVANE_SIM_FOLDER}/config)
+    target_include_directories(${target} PRIVATE ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/config)
     target_link_libraries(${target} PRIVATE torvane_sim_objects tomlplusplus::tomlplusplus torvane_warnings)
     set_target_properties(${target} PROPERTIES
         PREFIX "" SUFFIX ".cti" CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
