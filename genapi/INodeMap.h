@@ -19,14 +19,15 @@ public:
     /// \param elapsedTime  milliseconds since the last call; negative counts as none
     virtual void Poll(std::int64_t elapsedTime) = 0;
 
-    /// Fills \p nodes with all named nodes in the order of the description.
-    virtual void GetNodes(NodeList_t &nodes) const = 0;
+    /// Fills \p nodes with the named nodes in the order of the description, without those for which GetNode()
+    /// throws.
+    virtual void GetNodes(NodeList_t &nodes) = 0;
 
     /// \return the node, or null when the description has none of that name. An entry of an enumeration is
     /// found as
     ///         "EnumEntry_" with the enumeration's name, "_" and its own.
     /// \throws PropertyException  two nodes bear the name, or the node's own children can't be read
-    virtual INode *GetNode(const GenICam_3_2_TVN::gcstring &name) const = 0;
+    virtual INode *GetNode(const GenICam_3_2_TVN::gcstring &name) = 0;
 
     /// The number of named nodes.
     virtual std::uint64_t GetNumNodes() const = 0;
@@ -35,7 +36,7 @@ public:
     virtual void EnableCaching(bool enable) = 0;
 
     /// Drops every cached register value.
-    virtual void InvalidateNodes() const = 0;
+    virtual void InvalidateNodes() = 0;
 
     /// Attaches a port, which stays the caller's and must outlive its use; null detaches.
     /// Without a name, the port node that is named as the device takes it.
@@ -48,7 +49,7 @@ public:
     /// Checks all formulas of the description without evaluating them.
     /// \param errors  receives a text for each faulty one; may be null
     /// \return true when all can be parsed
-    virtual bool ParseSwissKnifes(GenICam_3_2_TVN::gcstring_vector *errors = nullptr) const = 0;
+    virtual bool ParseSwissKnifes(GenICam_3_2_TVN::gcstring_vector *errors = nullptr) = 0;
 
 protected:
     virtual ~INodeMap() = default;

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+// The kind Boolean: an integer of which one value means true.
+#pragma once
+
+#include "IBoolean.h"
+#include "Node.h"
+
+namespace GenApi_3_2_TVN {
+
+class BooleanNode : public Node, public IBoolean
+{
+public:
+    BooleanNode(NodeMap &nodeMap, pugi::xml_node element);
+
+    bool GetValue(bool verify, bool ignoreCache) override;
+    void SetValue(bool value, bool verify) override;
+
+protected:
+    /// 1 for true and 0 for false, for nodes that take it as a condition.
+    std::int64_t readInteger(Reading reading) override;
+    void writeInteger(std::int64_t value) override;
+    EAccessMode ownAccessMode(AccessQuestion question) const override;
+
+private:
+    bool statedValue() const;
+
+    std::int64_t onValue;
+    std::int64_t offValue;
+    std::optional<Link> pValue;
+    bool value = false; ///< without pValue
+};
+
+} // namespace GenApi_3_2_TVN

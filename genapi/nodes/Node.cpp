@@ -1,0 +1,271 @@
+// SPDX-License-Identifier: MIT
+// See the header.
+#include "Node.h"
+
+#include "ElementText.h"
+#include "NodeMap.h"
+
+#include <cstring>
+
+namespace GenApi_3_2_TVN {
+
+using GenICam_3_2_TVN::AccessException;
+using GenICam_3_2_TVN::gcstring;
+using GenICam_3_2_TVN::PropertyException;
+
+Node::Node(NodeMap &nodeMap, pugi::xml_node element)
+    : nodeMap{nodeMap},
+      element{element},
+      pIsImplemented{Link::ofChild(*this, "pIsImplemented")},
+      pIsAvailable{Link::ofChild(*this, "pIsAvailable")},
+      pIsLocked{Link::ofChild(*this, "pIsLocked")},
+      imposedAccessMode{childAccessMode(*this, "ImposedAccessMode", RW)}
+{}
+
+gcstring Node::GetName() const
+{
+    return gcstring{std::string_view{name()}};
+}
+
+std::string Node::name() const
+{
+    const std::string own = element.attribute("Name").value();
+    if (std::strcmp(element.name(), "EnumEntry") == 0)
+        return std::string{"EnumEntry_"} + element.parent().attribute("Name").value() + "_" + own;
+    if (!own.empty())
+        return own;
+    return std::string{element.parent().attribute("Name").value()} + "/" + element.name();
+}
+
+bool Node::GetProperty(const gcstring &property, gcstring &value, gcstring &attribute) const
+{
+    if (property == "NodeType" || property == "Name") {
+        value = property == "Name" ? GetName() : gcstring{element.name()};
+        attribute = gcstring{};
+        return true;
+    }
+    std::string values;
+    std::string attributes;
+    pugi::xml_node child = element.child(property.c_str());
+    if (!child)
+        return false;
+    for (bool isFirst = true; child; child = child.next_sibling(property.c_str()), isFirst = false) {
+        values += (isFirst ? "" : "\t") + textOf(child);
+        attributes += (isFirst ? "" : "\t") + std::string{child.first_attribute().value()};
+    }
+    value = gcstring{std::string_view{values}};
+    attribute = gcstring{std::string_view{attributes}};
+    return true;
+}
+
+void Node::InvalidateNode()
+{
+    nodeMap.dropCaches();
+}
+
+EAccessMode Node::GetAccessMode() const
+{
+    return accessMode("", {});
+}
+
+std::int64_t Node::integer(const char *by, Reading reading)
+{
+    const Trail::Step step{nodeMap.trail(), *this, Aspect::Value, by};
+    return readInteger(reading);
+}
+
+void Node::setInteger(const char *by, std::int64_t value)
+{
+    const Trail::Step step{nodeMap.trail(), *this, Aspect::Write, by};
+    writeInteger(value);
+}
+
+std::int64_t Node::minimum(const char *by)
+{
+    const Trail::Step step{nodeMap.trail(), *this, Aspect::Min, by};
+    return readMinimum();
+}
+
+std::int64_t Node::maximum(const char *by)
+{
+    const Trail::Step step{nodeMap.trail(), *this, Aspect::Max, by};
+    return readMaximum();
+}
+
+std::int64_t Node::increment(const char *by)
+{
+    const Trail::Step step{nodeMap.trail(), *this, Aspect::Inc, by};
+    return readIncrement();
+}
+
+std::string Node::text(const char *by, Reading reading)
+{
+    const Trail::Step step{nodeMap.trail(), *this, Aspect::Value, by};
+    return readText(reading);
+}
+
+void Node::setText(const char *by, const std::string &value)
+{
+    const Trail::Step step{nodeMap.trail(), *this, Aspect::Write, by};
+    writeText(value);
+}
+
+std::int64_t Node::maximumLength(const char *by)
+{
+    const Trail::Step step{nodeMap.trail(), *this, Aspect::Max, by};
+    return readMaximumLength();
+}
+
+EAccessMode Node::accessMode(const char *by, AccessQuestion question) const
+{
+    const Trail::Step step{nodeMap.trail(), *this, Aspect::Access, by};
+    return conditionalAccessMode(question);
+}
+
+EAccessMode Node::conditionalAccessMode(AccessQuestion question) const
+{
+    if (pIsImplemented && pIsImplemented->integer({}) == 0)
+        return NI;
+    if (pIsAvailable && pIsAvailable->integer({}) == 0)
+        return NA;
+    const EAccessMode mode = narrower(imposedAccessMode, ownAccessMode(question));
+    const bool isLocked = isWritable(mode) && pIsLocked && pIsLocked->integer({}) != 0;
+    return isLocked ? narrower(mode, RO) : mode;
+}
+
+void Node::setAsked(Aspect aspect, bool isAskedNow) const
+{
+    const auto bit = static_cast<std::uint8_t>(aspect);
+    askedAspects = static_cast<std::uint8_t>(isAskedNow ? askedAspects | bit : askedAspects & ~bit);
+}
+
+std::optional<std::string> Node::childText(const char *tag) const
+{
+    const pugi::xml_node child = element.child(tag);
+    return child ? std::optional{textOf(child)} : std::nullopt;
+}
+
+std::optional<std::int64_t> Node::childInteger(const char *tag) const
+{
+    const pugi::xml_node child = element.child(tag);
+    return child ? std::optional{integerOf(child)} : std::nullopt;
+}
+
+std::int64_t Node::integerOf(pugi::xml_node child) const
+{
+    const std::string text = textOf(child);
+    if (const std::optional<std::int64_t> value = parseInteger(text))
+        return *value;
+    fail<PropertyException>(std::string{child.name()} + ": '" + text + "' is not a 64-bit integer");
+}
+
+void Node::requireReadable() const
+{
+    const EAccessMode mode = accessMode("", {.includePort = false});
+    if (isReadable(mode))
+        return;
+    if (mode == NI)
+        fail<AccessException>("not implemented");
+    fail<AccessException>(mode == WO ? "can only be written" : "not available at present");
+}
+
+void Node::requireWritable() const
+{
+    const EAccessMode mode = accessMode("", {.includePort = false});
+    if (isWritable(mode))
+        return;
+    if (mode == NI)
+        fail<AccessException>("not implemented");
+    fail<AccessException>(mode == RO ? "can only be read" : "not available at present");
+}
+
+std::int64_t Node::readInteger(Reading)
+{
+    refuseNoValue("integer value");
+}
+
+void Node::writeInteger(std::int64_t)
+{
+    refuseNoValue("integer value");
+}
+
+std::int64_t Node::readMinimum()
+{
+    refuseNoValue("minimum");
+}
+
+std::int64_t Node::readMaximum()
+{
+    refuseNoValue("maximum");
+}
+
+std::int64_t Node::readIncrement()
+{
+    refuseNoValue("increment");
+}
+
+std::string Node::readText(Reading)
+{
+    refuseNoValue("text");
+}
+
+void Node::writeText(const std::string &)
+{
+    refuseNoValue("text");
+}
+
+std::int64_t Node::readMaximumLength()
+{
+    refuseNoValue("text");
+}
+
+EAccessMode Node::ownAccessMode(AccessQuestion) const
+{
+    return RO;
+}
+
+void Node::refuseNoValue(const char *what) const
+{
+    const std::string kind = element.name();
+    raise<PropertyException>("GenApi/Node",
+                             nodeMap.trail().arrival() + ", a " + kind +
+                                 (isEvaluated() ? std::string{", which has no "} + what
+                                                : ", a kind that this version does not evaluate"));
+}
+
+EAccessMode narrower(EAccessMode left, EAccessMode right)
+{
+    if (left == NI || right == NI)
+        return NI;
+    const bool readable = isReadable(left) && isReadable(right);
+    const bool writable = isWritable(left) && isWritable(right);
+    if (readable)
+        return writable ? RW : RO;
+    return writable ? WO : NA;
+}
+
+bool isReadable(EAccessMode mode)
+{
+    return mode == RO || mode == RW;
+}
+
+bool isWritable(EAccessMode mode)
+{
+    return mode == WO || mode == RW;
+}
+
+EAccessMode childAccessMode(const Node &node, const char *tag, EAccessMode otherwise)
+{
+    const std::optional<std::string> text = node.childText(tag);
+    if (!text)
+        return otherwise;
+    if (*text == "RO")
+        return RO;
+    if (*text == "WO")
+        return WO;
+    if (*text == "RW")
+        return RW;
+    node.fail<PropertyException>(std::string{tag} + ": '" + *text + "' is none of RO, WO and RW");
+}
+
+} // namespace GenApi_3_2_TVN

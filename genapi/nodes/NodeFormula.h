@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+// A formula within a node: its text, the nodes behind its variables, and the name of the node in its errors.
+#pragma once
+
+#include "Formula.h"
+#include "Link.h"
+#include "Node.h"
+
+#include <pugixml.hpp>
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace GenApi_3_2_TVN {
+
+class NodeFormula
+{
+public:
+    /// \param owner      the node whose children pVariable, Constant and Expression the formula uses
+    /// \param tag        the child with the formula, a literal
+    /// \param inputName  a variable whose value comes with the call, such as "FROM"; empty for none
+    /// \throws PropertyException  the child is missing
+    NodeFormula(Node &owner, const char *tag, std::string_view inputName = {});
+
+    /// Compiles at the first call.
+    /// \throws PropertyException  the formula is faulty; OutOfRangeException  it divides by zero and the like
+    std::int64_t evaluateInteger(Reading reading, std::int64_t input = 0);
+
+    /// The modes of all variables together.
+    EAccessMode accessMode(AccessQuestion question) const;
+
+    /// Compiles every formula of \p node, whatever its kind.
+    /// \throws PropertyException  one is faulty
+    static void check(Node &node);
+
+private:
+    const Formula &compiled();
+    FormulaSymbols symbols() const;
+    std::int64_t load(const VariableUse &use, Reading reading, std::int64_t input) const;
+
+    Node &owner;
+    const char *tag;
+    std::string_view inputName;
+    pugi::xml_node text;
+    std::vector<Link> pVariables;
+    std::optional<Formula> formula;
+};
+
+/// Calls \p visit for each of \p elements that has a formula, and for the formulas that stand inside
+/// registers.
+template <class Elements, class Visitor>
+void forEachFormulaNode(const Elements &elements, Visitor &&visit)
+{
+    for (const pugi::xml_node element : elements) {
+        if (element.child("Formula") || element.child("FormulaTo") || element.child("FormulaFrom"))
+            visit(element);
+        for (const pugi::xml_node inner : element.children("IntSwissKnife")) {
+            if (!inner.attribute("Name"))
+                visit(inner);
+        }
+    }
+}
+
+} // namespace GenApi_3_2_TVN

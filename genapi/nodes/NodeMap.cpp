@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: MIT
+// See the header.
+#include "NodeMap.h"
+
+#include "NodeFactory.h"
+#include "NodeFormula.h"
+#include "PortNode.h"
+#include "Raise.h"
+
+#include <cstring>
+#include <string>
+#include <utility>
+
+namespace GenApi_3_2_TVN {
+
+using GenICam_3_2_TVN::gcstring;
+using GenICam_3_2_TVN::GenericException;
+
+NodeMap::NodeMap(std::shared_ptr<const Description> description, const gcstring &deviceName,
+                 bool enableCaching)
+    : description{std::move(description)}, deviceName{deviceName}, cachingEnabled{enableCaching}
+{}
+
+void NodeMap::Poll(std::int64_t elapsedTime)
+{
+    if (elapsedTime > 0)
+        pollClock_ += static_cast<std::uint64_t>(elapsedTime);
+}
+
+void NodeMap::GetNodes(NodeList_t &list)
+{
+    list.clear();
+    for (const pugi::xml_node element : description->nodes()) {
+        try {
+            if (!description->find(element.attribute("Name").value()).isDoubled)
+                list.push_back(&nodeOf(element));
+        } catch (const GenericException &) {
+            continue; // GetNode() says why
+        }
+    }
+}
+
+INode *NodeMap::GetNode(const gcstring &name)
+{
+    return find(std::string_view{name});
+}
+
+Node *NodeMap::find(std::string_view name)
+{
+    const Description::Found found = description->find(name);
+    if (found.isDoubled)
+        raise<GenICam_3_2_TVN::PropertyException>("GenApi/NodeMap", "Node '" + std::string{name} +
+                                                                        "' is defined more than once");
+    const pugi::xml_node element = found.element ? found.element : findEntry(name);
+    return element ? &nodeOf(element) : nullptr;
+}
+
+/// Entries of different enumerations share names, so they stand in no index: "EnumEntry_PixelFormat_Mono8" is
+/// taken apart at each underscore until an enumeration and its entry fit.
+pugi::xml_node NodeMap::findEntry(std::string_view name) const
+{
+    constexpr std::string_view prefix = "EnumEntry_";
+    if (!name.starts_with(prefix))
+        return {};
+    name.remove_prefix(prefix.size());
+    for (std::size_t cut = name.find('_'); cut != std::string_view::npos; cut = name.find('_', cut + 1)) {
+        const pugi::xml_node enumeration = description->find(name.substr(0, cut)).element;
+        for (const pugi::xml_node entry : enumeration.children("EnumEntry")) {
+            if (name.substr(cut + 1) == entry.attribute("Name").value())
+                return entry;
+        }
+    }
+    return {};
+}
+
+Node &NodeMap::nodeOf(pugi::xml_node element)
+{
+    const auto known = nodes.find(element);
+    if (known != nodes.end())
+        return *known->second;
+    std::unique_ptr<Node> made = makeNode(*this, element);
+    return *nodes.emplace(element, std::move(made)).first->second;
+}
+
+bool NodeMap::Connect(IPortStacked *port)
+{
+    return Connect(static_cast<IPort *>(port), deviceName);
+}
+
+bool NodeMap::Connect(IPortStacked *port, const gcstring &portName)
+{
+    return Connect(static_cast<IPort *>(port), portName);
+}
+
+bool NodeMap::Connect(IPort *port)
+{
+    return Connect(port, deviceName);
+}
+
+bool NodeMap::Connect(IPort *port, const gcstring &portName)
+{
+    auto *const node = dynamic_cast<PortNode *>(find(std::string_view{portName}));
+    if (node == nullptr)
+        return false;
+    node->connect(port);
+    dropCaches();
+    return true;
+}
+
+bool NodeMap::ParseSwissKnifes(GenICam_3_2_TVN::gcstring_vector *errors)
+{
+    bool areAllParsed = true;
+    forEachFormulaNode(description->nodes(), [&](pugi::xml_node element) {
+        try {
+            NodeFormula::check(nodeOf(element));
+        } catch (const GenericException &fault) {
+            areAllParsed = false;
+            if (errors != nullptr)
+                errors->emplace_back(fault.GetDescription());
+        }
+    });
+    return areAllParsed;
+}
+
+} // namespace GenApi_3_2_TVN

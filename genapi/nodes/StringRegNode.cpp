@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+// See the header.
+#include "StringRegNode.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace GenApi_3_2_TVN {
+
+std::string StringRegNode::readText(Reading reading)
+{
+    const std::span<const std::uint8_t> all = bytes.read(reading);
+    return std::string{all.begin(), std::find(all.begin(), all.end(), std::uint8_t{0})};
+}
+
+void StringRegNode::writeText(const std::string &newText)
+{
+    std::vector<std::uint8_t> all(newText.begin(), newText.end());
+    all.resize(std::max(all.size(), static_cast<std::size_t>(bytes.readLength())), 0);
+    bytes.write(all);
+}
+
+} // namespace GenApi_3_2_TVN

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+// The kind StringReg: a text in a register.
+#pragma once
+
+#include "Register.h"
+#include "StringNode.h"
+
+namespace GenApi_3_2_TVN {
+
+class StringRegNode : public TextNode
+{
+public:
+    StringRegNode(NodeMap &nodeMap, pugi::xml_node element)
+        : TextNode{nodeMap, element}, bytes{*this, element}
+    {}
+
+protected:
+    std::string readText(Reading reading) override;
+    void writeText(const std::string &newText) override;
+    std::int64_t readMaximumLength() override { return bytes.readLength(); }
+    EAccessMode ownAccessMode(AccessQuestion question) const override { return bytes.accessMode(question); }
+
+private:
+    Register bytes;
+};
+
+} // namespace GenApi_3_2_TVN

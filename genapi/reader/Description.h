@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+// A parsed description and its index by name. Immutable once made, so the node maps of any number of devices,
+// on any threads, share one.
+#pragma once
+
+#include "CNodeMapFactory.h"
+
+#include <pugixml.hpp>
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace GenApi_3_2_TVN {
+
+class Description
+{
+public:
+    /// \throws InvalidArgumentException  \p source is no archive, no XML or has no RegisterDescription; the
+    /// text
+    ///         says which, and where
+    Description(EContentType_t contentType, std::string_view source);
+
+    Description(const Description &) = delete;
+    Description &operator=(const Description &) = delete;
+
+    /// Whether it was made of exactly these bytes.
+    bool isMadeOf(EContentType_t contentType, std::string_view source) const;
+    std::size_t sourceSize() const { return source.size(); }
+
+    struct Found
+    {
+        pugi::xml_node element; ///< null when no node bears the name
+        bool isDoubled = false; ///< several nodes do
+    };
+    Found find(std::string_view name) const;
+
+    /// The elements of all named nodes in document order.
+    std::vector<pugi::xml_node> nodes() const;
+    std::size_t nodeCount() const { return index.size(); }
+
+private:
+    struct Entry
+    {
+        std::size_t hash;
+        const char *name; ///< belongs to the document
+        pugi::xml_node element;
+    };
+
+    void parse(std::string_view xml);
+    void buildIndex();
+    static bool precedes(const Entry &left, const Entry &right);
+
+    EContentType_t contentType;
+    std::string source; ///< as received, to tell equal descriptions
+    pugi::xml_document document;
+    std::vector<Entry> index; ///< by hash, then by name
+};
+
+} // namespace GenApi_3_2_TVN

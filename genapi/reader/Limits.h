@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+// What the layer accepts of a description, in one place. Descriptions come from the network: each limit lies
+// far above what real cameras carry and keeps time, memory and stack bounded for the rest.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace GenApi_3_2_TVN::limits {
+
+/// Bytes of a description, plain or unpacked, and of an archive. Real ones reach 5 MB; parsed, a byte costs
+/// up to sixteen.
+inline constexpr std::size_t descriptionSize = std::size_t{32} << 20;
+
+/// Nodes that lead to one another in a row, each waiting for the next on the stack.
+inline constexpr std::size_t chainLength = 100;
+
+/// Nodes visited for one call from outside, so that chains which fork do not grow into years.
+inline constexpr std::size_t visitsPerCall = 10'000;
+
+/// Bytes of one register.
+inline constexpr std::int64_t registerLength = std::int64_t{16} << 20;
+
+/// Bytes of one formula text, and of all texts that one formula leads to.
+inline constexpr std::size_t formulaLength = std::size_t{16} << 10;
+inline constexpr std::size_t formulaTotalLength = std::size_t{64} << 10;
+
+/// Parentheses, signs and powers within one another in a formula, and expressions that lead to one another.
+inline constexpr std::size_t formulaNesting = 128;
+inline constexpr std::size_t expressionNesting = 32;
+
+} // namespace GenApi_3_2_TVN::limits
