@@ -91,11 +91,16 @@ public:
     template <class Body>
     GC_ERROR answerAlways(Body body) noexcept
     {
-        return finish([&] {
-            Producer &producer = Producer::instance();
-            const std::lock_guard guard(producer.mutex());
+        Producer &producer = Producer::instance();
+        const std::lock_guard guard(producer.mutex()); // over the log too, whose lines keep the calls' order
+        GC_ERROR code = GC_ERR_SUCCESS;
+        try {
             body(producer);
-        });
+        } catch (...) {
+            code = rememberException();
+        }
+        log(code);
+        return code;
     }
 
     const CallSubject &about() const { return subject; }
@@ -123,19 +128,6 @@ private:
     void argument(Buffer buffer);
     void argument(std::string_view text); ///< as it stands
     void appendArgument(std::string_view text);
-
-    template <class Work>
-    GC_ERROR finish(Work work) noexcept
-    {
-        GC_ERROR code = GC_ERR_SUCCESS;
-        try {
-            work();
-        } catch (...) {
-            code = rememberException();
-        }
-        log(code);
-        return code;
-    }
 
     /// The code of the exception in flight, which becomes the thread's last error.
     static GC_ERROR rememberException() noexcept;

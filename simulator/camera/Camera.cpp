@@ -63,9 +63,9 @@ std::string passwordIn(std::string_view bytes)
 Camera::Camera(std::shared_ptr<const CameraSettings> settings, CameraStore &store)
     : settings_(std::move(settings)), store(store), description_(describeCamera(*settings_))
 {
-    const CameraState state = stateOf(*settings_, store.load());
-    boots = state.boots;
-    requireContact(state);
+    if (isRebooting(stateOf(*settings_, store.load())))
+        loseContact("reboots");
+    requireContact();
 
     const auto &mac = settings_->mac;
     put(RegMacAddress, std::string(2, '\0') + std::string(mac.begin(), mac.end()));
@@ -79,13 +79,13 @@ Camera::Camera(std::shared_ptr<const CameraSettings> settings, CameraStore &stor
     put(RegTimestampLatch, number(0, RegTimestampLatch.size));
     put(RegTimestampValue, number(0, RegTimestampValue.size));
     readable[descriptionAddress] = description_.content;
+    refreshLockRegisters();
 }
 
 std::string Camera::read(std::uint64_t address, std::size_t size)
 {
-    const CameraState state = stateOf(*settings_, store.load());
-    requireContact(state);
-    refreshLockRegisters(state);
+    requireContact();
+    refreshLockRegisters();
 
     std::string result;
     while (result.size() < size) {
@@ -105,7 +105,7 @@ std::string Camera::read(std::uint64_t address, std::size_t size)
 
 void Camera::write(std::uint64_t address, std::string_view bytes)
 {
-    requireContact(stateOf(*settings_, store.load()));
+    requireContact();
     const bool hasLock = settings_->lock != LockSetting::None;
     if (hasLock && address == RegCommand.address)
         return writeCommand(bytes);
@@ -123,20 +123,17 @@ void Camera::write(std::uint64_t address, std::string_view bytes)
     failAddress(address);
 }
 
-void Camera::requireContact(const CameraState &state) const
+void Camera::requireContact() const
 {
-    if (isUnplugged)
-        throw GenTLError(GC_ERR_IO, "camera \"" + settings_->id + "\" was unplugged");
-    if (isRebooting(state))
-        throw GenTLError(GC_ERR_IO, "camera \"" + settings_->id + "\" reboots");
-    if (state.boots != boots)
-        throw GenTLError(GC_ERR_IO, "camera \"" + settings_->id + "\" has rebooted since it was opened");
+    if (!lost.empty())
+        throw GenTLError(GC_ERR_IO, "camera \"" + settings_->id + "\": " + lost);
 }
 
-void Camera::refreshLockRegisters(const CameraState &state)
+void Camera::refreshLockRegisters()
 {
     if (settings_->lock == LockSetting::None)
         return;
+    const CameraState state = stateOf(*settings_, store.load());
     put(RegLockState, hostNumber(state.isLocked ? 1 : 0));
     put(RegPasswordState, hostNumber(state.isDefaultPassword ? 0 : 1));
 }
@@ -147,17 +144,19 @@ void Camera::writeCommand(std::string_view bytes)
         throw GenTLError(GC_ERR_INVALID_VALUE,
                          "the command register takes 1 (lock) and 0x80 (factory reset), 4 bytes");
 
+    const bool isReset = bytes == hostNumber(CmdFactoryReset);
     store.update([&](CameraStates &states) {
         CameraState state = stateOf(*settings_, states);
         state.isLocked = true;
-        if (bytes == hostNumber(CmdFactoryReset)) {
+        if (isReset) {
             state.password = factoryPassword;
             state.isDefaultPassword = true;
             state.availableAtMs = nowMs() + settings_->rebootMs;
-            ++state.boots;
         }
         states[settings_->id] = state;
     });
+    if (isReset)
+        loseContact("reboots");
 }
 
 void Camera::writeNewPassword(std::string_view bytes)

@@ -25,7 +25,7 @@ public:
     /// Copies \p size bytes from \p address on. A read may begin and end within registers and cross from one
     /// to the next where they adjoin. \throws GenTLError  GC_ERR_INVALID_ADDRESS where no register stands,
     /// GC_ERR_ACCESS_DENIED at one that can
-    ///                     only be written, GC_ERR_IO when the camera has rebooted or was unplugged
+    ///                     only be written, GC_ERR_IO when the camera is gone
     std::string read(std::uint64_t address, std::size_t size);
 
     /// Writes one whole register.
@@ -34,15 +34,19 @@ public:
     ///                     GC_ERR_ACCESS_DENIED at a new password while locked
     void write(std::uint64_t address, std::string_view bytes);
 
-    /// The cable is pulled: from now on every access fails with GC_ERR_IO.
-    void unplug() { isUnplugged = true; }
+    /// The camera is gone for this open, for good: from now on every access fails with GC_ERR_IO.
+    /// \param why  "unplugged"
+    void loseContact(const std::string &why) { lost = why; }
+
+    /// Why the camera is gone; empty while it is there. A factory reset makes it go by itself.
+    const std::string &whyLost() const { return lost; }
 
     const CameraSettings &settings() const { return *settings_; }
     const Description &description() const { return description_; }
 
 private:
-    void requireContact(const CameraState &state) const;
-    void refreshLockRegisters(const CameraState &state);
+    void requireContact() const;
+    void refreshLockRegisters();
     void writeCommand(std::string_view bytes);
     void writeNewPassword(std::string_view bytes);
     void writeUnlockPassword(std::string_view bytes);
@@ -55,8 +59,7 @@ private:
     CameraStore &store;
     Description description_;
     std::map<std::uint64_t, std::string> readable; // registers and their bytes, by address
-    std::int64_t boots;
-    bool isUnplugged = false;
+    std::string lost;
 };
 
 } // namespace simulator

@@ -17,7 +17,6 @@ struct CameraState
     bool isLocked = false;
     bool isDefaultPassword = false;
     std::int64_t availableAtMs = 0; ///< end of its reboot, in milliseconds since 1970
-    std::int64_t boots = 0;         ///< reboots so far: an open handle is dead when this has moved on
 };
 
 /// By identifier of the camera.

@@ -64,7 +64,6 @@ CameraState readState(const toml::table &table, const std::string &file, std::st
     state.isLocked = reader.integer("locked", 0, 0, 1) == 1;
     state.isDefaultPassword = reader.integer("default_password", 0, 0, 1) == 1;
     state.availableAtMs = reader.integer("available_at_ms", 0, 0, most);
-    state.boots = reader.integer("boots", 0, 0, most);
     reader.rejectUnknownKeys();
     return state;
 }
@@ -88,8 +87,7 @@ std::string formatStates(const CameraStates &states)
         root.insert(id, toml::table{{"password", toHex(state.password)},
                                     {"locked", state.isLocked ? 1 : 0},
                                     {"default_password", state.isDefaultPassword ? 1 : 0},
-                                    {"available_at_ms", state.availableAtMs},
-                                    {"boots", state.boots}});
+                                    {"available_at_ms", state.availableAtMs}});
     std::ostringstream content;
     content << "# Kept by the simulated cameras: lock states and, in hexadecimal, passwords.\n"
             << root << '\n';
@@ -126,7 +124,7 @@ public:
         return lock ? std::make_unique<FileHold>(std::move(*lock)) : nullptr;
     }
 
-    bool isHeld(const std::string &id) override { return !NumberLock::tryTake(lockPath, numberOfCamera(id)); }
+    bool isHeld(const std::string &id) override { return NumberLock::isTaken(lockPath, numberOfCamera(id)); }
 
 private:
     CameraStates read() const

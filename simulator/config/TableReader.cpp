@@ -2,6 +2,7 @@
 #include "TableReader.h"
 
 #include "GenTLError.h"
+#include "InfoValue.h"
 
 #include <algorithm>
 #include <sstream>
@@ -75,7 +76,9 @@ void TableReader::reject(const char *key, std::string_view wayOut) const
     const toml::node &node = *table.get(key);
     std::ostringstream fact;
     fact << key << " = ";
-    if (node.is_value())
+    if (node.is_string())
+        fact << quoted(**node.as_string());
+    else if (node.is_value())
         fact << toml::node_view<const toml::node>(node);
     else
         fact << node.type();

@@ -58,6 +58,7 @@ void RemotePort::write(std::uint64_t address, std::string_view bytes)
     if (!device.canWrite())
         throw GenTLError(GC_ERR_ACCESS_DENIED, "camera \"" + id() + "\" was opened read-only");
     device.camera().write(address, bytes);
+    device.reportLoss(); // a factory reset
 }
 
 const Description *RemotePort::description() const
@@ -93,13 +94,12 @@ RemotePort &Device::remotePort()
     return *remotePort_;
 }
 
-void Device::loseContact(const std::string &reason)
+void Device::reportLoss()
 {
-    if (isLost)
+    if (isLossReported || camera_.whyLost().empty())
         return;
-    isLost = true;
-    camera_.unplug();
-    fireError({GC_ERR_IO, "camera \"" + id() + "\": " + reason});
+    isLossReported = true;
+    fireError({GC_ERR_IO, "camera \"" + id() + "\": " + camera_.whyLost()});
 }
 
 InfoValue deviceInfo(DEVICE_INFO_CMD command, const CameraSettings &camera, const Interface &interface)

@@ -52,15 +52,15 @@ public:
     /// The one remote port, made at the first call.
     RemotePort &remotePort();
 
-    /// Cuts the contact to the camera and fires an error event, once. \param reason  "unplugged"
-    void loseContact(const std::string &reason);
+    /// Fires an error event, once, when the camera has gone.
+    void reportLoss();
 
 private:
     DEVICE_ACCESS_FLAGS access;
     std::unique_ptr<CameraHold> hold;
     Camera camera_;
     std::optional<RemotePort> remotePort_;
-    bool isLost = false;
+    bool isLossReported = false;
 };
 
 /// The answer of IFGetDeviceInfo and DevGetInfo. \throws GenTLError  GC_ERR_INVALID_PARAMETER: unknown

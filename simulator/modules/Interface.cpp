@@ -119,10 +119,12 @@ void Interface::close(Device &child)
 void Interface::dropUnplugged()
 {
     const auto current = plugged();
-    for (const auto &[id, device] : opened)
-        if (std::none_of(current.begin(), current.end(),
-                         [&](const auto &camera) { return camera->id == id; }))
-            device->loseContact("unplugged");
+    for (const auto &[id, device] : opened) {
+        if (std::any_of(current.begin(), current.end(), [&](const auto &camera) { return camera->id == id; }))
+            continue;
+        device->camera().loseContact("unplugged");
+        device->reportLoss();
+    }
 }
 
 } // namespace simulator

@@ -48,6 +48,11 @@ public:
     /// \throws std::system_error  the lock file can't be opened or made
     static std::optional<NumberLock> tryTake(const std::string &path, std::uint64_t number);
 
+    /// True when some object holds the number. The question takes nothing on POSIX; Windows can only try, and
+    /// then holds the number for a moment.
+    /// \throws std::system_error  as tryTake()
+    static bool isTaken(const std::string &path, std::uint64_t number);
+
     NumberLock(NumberLock &&other) noexcept;
     NumberLock &operator=(NumberLock &&) = delete;
     ~NumberLock();

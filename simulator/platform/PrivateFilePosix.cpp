@@ -56,6 +56,17 @@ void writeAll(int file, std::string_view content, const std::string &path)
     }
 }
 
+/// One byte of the lock file for each number.
+struct flock regionOf(std::uint64_t number)
+{
+    struct flock region = {};
+    region.l_type = F_WRLCK;
+    region.l_whence = SEEK_SET;
+    region.l_start = static_cast<off_t>(number);
+    region.l_len = 1;
+    return region;
+}
+
 } // namespace
 
 AppendFile::AppendFile(const std::string &path)
@@ -113,17 +124,21 @@ std::optional<NumberLock> NumberLock::tryTake(const std::string &path, std::uint
     Descriptor descriptor(path, O_RDWR | O_CREAT);
     if (descriptor.get() < 0)
         fail(path);
-
-    struct flock region = {};
-    region.l_type = F_WRLCK;
-    region.l_whence = SEEK_SET;
-    region.l_start = static_cast<off_t>(number);
-    region.l_len = 1;
+    struct flock region = regionOf(number);
     if (fcntl(descriptor.get(), F_OFD_SETLK, &region) == 0)
         return NumberLock(descriptor.release());
     if (errno != EAGAIN && errno != EACCES)
         fail(path);
     return std::nullopt;
+}
+
+bool NumberLock::isTaken(const std::string &path, std::uint64_t number)
+{
+    const Descriptor descriptor(path, O_RDWR | O_CREAT);
+    struct flock region = regionOf(number);
+    if (descriptor.get() < 0 || fcntl(descriptor.get(), F_OFD_GETLK, &region) != 0)
+        fail(path);
+    return region.l_type != F_UNLCK;
 }
 
 NumberLock::NumberLock(NumberLock &&other) noexcept : file(std::exchange(other.file, -1)) {}

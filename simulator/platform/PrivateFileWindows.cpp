@@ -128,6 +128,11 @@ std::optional<NumberLock> NumberLock::tryTake(const std::string &path, std::uint
     return std::nullopt;
 }
 
+bool NumberLock::isTaken(const std::string &path, std::uint64_t number)
+{
+    return !tryTake(path, number);
+}
+
 NumberLock::NumberLock(NumberLock &&other) noexcept
     : file(std::exchange(other.file, reinterpret_cast<std::intptr_t>(INVALID_HANDLE_VALUE)))
 {}

@@ -30,6 +30,19 @@ public:
         return reinterpret_cast<Function>(symbol(module, name))(arguments...);
     }
 
+    /// Asks a two-step query for its size and then for its answer.
+    /// \returns its bytes, a text with its terminator; empty on failure
+    template <class Function, class... Arguments>
+    std::string query(const char *name, Arguments... arguments)
+    {
+        std::size_t size = 0;
+        code = call<Function>(name, arguments..., &type, nullptr, &size);
+        std::string bytes(size, '?');
+        if (code == GC_ERR_SUCCESS)
+            code = call<Function>(name, arguments..., &type, bytes.data(), &size);
+        return code == GC_ERR_SUCCESS ? bytes : "";
+    }
+
     /// The text of this thread's last error.
     std::string lastError() const;
 
@@ -50,6 +63,7 @@ public:
     GC_ERROR write(PORT_HANDLE port, std::uint64_t address, std::string_view bytes);
 
     GC_ERROR code = 0;
+    INFO_DATATYPE type = -1; ///< of the last query
 
 private:
     void *module;
@@ -74,6 +88,7 @@ inline constexpr std::uint64_t newPassword = 0x50002000;
 inline constexpr std::uint64_t unlockPassword = 0x50002040;
 
 // The values of the registers as they travel.
+using namespace std::string_literals;
 using namespace std::string_view_literals;
 inline constexpr std::string_view lockCommand = "\1\0\0\0"sv;
 inline constexpr std::string_view resetCommand = "\x80\0\0\0"sv;

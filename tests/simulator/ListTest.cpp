@@ -1,0 +1,191 @@
+// SPDX-License-Identifier: MIT
+// The lists of interfaces and cameras: what stands in them, and that they change by a refresh and by nothing
+// else.
+#include "Client.h"
+#include "Simulator.h"
+
+#include <gmock/gmock.h>
+
+#include <chrono>
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+constexpr char empty[] = "[[interface]]\nid = \"sim-eth0\"\n";
+constexpr char secondCamera[] = "[[interface.camera]]\nid = \"sim-2\"\n";
+
+class ListTest : public testing::Test
+{
+protected:
+    std::string info(DEVICE_INFO_CMD command)
+    {
+        return client.query<PIFGetDeviceInfo>("IFGetDeviceInfo", camera.interface, "sim-1", command);
+    }
+
+    bool refreshChanges()
+    {
+        bool8_t changed = 2;
+        client.code =
+            client.call<PIFUpdateDeviceList>("IFUpdateDeviceList", camera.interface, &changed, 1000);
+        EXPECT_LE(changed, 1);
+        return changed;
+    }
+
+    std::uint32_t count() const
+    {
+        std::uint32_t result = 99;
+        client.call<PIFGetNumDevices>("IFGetNumDevices", camera.interface, &result);
+        return result;
+    }
+
+    Simulator simulator;
+    Client client{Simulator::cti()};
+    OpenCamera camera{client};
+};
+
+TEST_F(ListTest, CamerasAreDescribedWithoutBeingOpened)
+{
+    client.call<PDevClose>("DevClose", camera.device);
+    simulator.clearLog();
+    std::vector<INFO_DATATYPE> types;
+    for (DEVICE_INFO_CMD command = DEVICE_INFO_ID; command <= DEVICE_INFO_TIMESTAMP_FREQUENCY; ++command) {
+        info(command);
+        types.push_back(client.type);
+    }
+    EXPECT_THAT(types, ElementsAre(1, 1, 1, 1, 1, 5, 1, 1, 1, 8));
+
+    std::vector<std::string> answers = simulator.calls();
+    std::erase_if(answers, [](const std::string &line) { return line.find("null") != std::string::npos; });
+    EXPECT_THAT(answers, ElementsAre("IFGetDeviceInfo(h2, \"sim-1\", 0) = 0 \"sim-1\"",
+                                     "IFGetDeviceInfo(h2, \"sim-1\", 1) = 0 \"Torvane\"",
+                                     "IFGetDeviceInfo(h2, \"sim-1\", 2) = 0 \"SimCam G5\"",
+                                     "IFGetDeviceInfo(h2, \"sim-1\", 3) = 0 \"GEV\"",
+                                     "IFGetDeviceInfo(h2, \"sim-1\", 4) = 0 \"SimCam G5 (G5-0001)\"",
+                                     "IFGetDeviceInfo(h2, \"sim-1\", 5) = 0 1",
+                                     "IFGetDeviceInfo(h2, \"sim-1\", 6) = 0 \"\"",
+                                     "IFGetDeviceInfo(h2, \"sim-1\", 7) = 0 \"G5-0001\"",
+                                     "IFGetDeviceInfo(h2, \"sim-1\", 8) = 0 \"1.2.3\"",
+                                     "IFGetDeviceInfo(h2, \"sim-1\", 9) = 0 1000000000"));
+}
+
+TEST_F(ListTest, TheStatusTellsHowThisProcessHasOpenedACamera)
+{
+    EXPECT_EQ(client.accessStatus(camera.interface), DEVICE_ACCESS_STATUS_OPEN_READWRITE);
+    client.call<PDevClose>("DevClose", camera.device);
+    EXPECT_EQ(client.accessStatus(camera.interface), DEVICE_ACCESS_STATUS_READWRITE);
+    client.openDevice(camera.interface, "sim-1", DEVICE_ACCESS_READONLY);
+    EXPECT_EQ(client.accessStatus(camera.interface), DEVICE_ACCESS_STATUS_OPEN_READONLY);
+
+    simulator.configure("[producer]\nversion = \"1.4\"\n" + std::string(Simulator::oneCamera));
+    refreshChanges();
+    EXPECT_EQ(client.accessStatus(camera.interface), DEVICE_ACCESS_STATUS_BUSY)
+        << "1.4 doesn't know the others";
+}
+
+TEST_F(ListTest, TheConfiguredAccessDecidesWhoMayOpen)
+{
+    struct Row
+    {
+        const char *access;
+        std::int32_t status;
+        GC_ERROR readOnly;
+        GC_ERROR control;
+    };
+    const Row rows[] = {
+        {"readwrite", 1, GC_ERR_SUCCESS, GC_ERR_SUCCESS},
+        {"readonly", 2, GC_ERR_SUCCESS, GC_ERR_ACCESS_DENIED},
+        {"noaccess", 3, GC_ERR_ACCESS_DENIED, GC_ERR_ACCESS_DENIED},
+        {"busy", 4, GC_ERR_ACCESS_DENIED, GC_ERR_ACCESS_DENIED},
+        {"open_readwrite", 5, GC_ERR_RESOURCE_IN_USE, GC_ERR_RESOURCE_IN_USE},
+        {"open_readonly", 6, GC_ERR_RESOURCE_IN_USE, GC_ERR_RESOURCE_IN_USE},
+        {"unknown", 0, GC_ERR_SUCCESS, GC_ERR_SUCCESS},
+    };
+    for (const Row &row : rows) {
+        simulator.configure(empty + std::string(secondCamera) + "access = \"" + row.access + "\"\n");
+        refreshChanges();
+        EXPECT_EQ(client.accessStatus(camera.interface, "sim-2"), row.status) << row.access;
+        for (const DEVICE_ACCESS_FLAGS access : {DEVICE_ACCESS_READONLY, DEVICE_ACCESS_CONTROL}) {
+            const DEV_HANDLE device = client.openDevice(camera.interface, "sim-2", access);
+            EXPECT_EQ(client.code, access == DEVICE_ACCESS_READONLY ? row.readOnly : row.control)
+                << row.access;
+            client.call<PDevClose>("DevClose", device);
+        }
+    }
+}
+
+TEST_F(ListTest, PluggingAndUnpluggingShowAtTheNextRefreshAndNotBefore)
+{
+    EXPECT_FALSE(refreshChanges());
+    simulator.configure(std::string(Simulator::oneCamera) + secondCamera);
+    EXPECT_EQ(count(), 1u);
+    EXPECT_TRUE(refreshChanges());
+    EXPECT_FALSE(refreshChanges());
+    EXPECT_THAT(client.devices(camera.interface), ElementsAre("sim-1", "sim-2"));
+    EXPECT_EQ(client.read(camera.port, lockState, 4), "01 00 00 00") << "an open camera has lost contact";
+
+    simulator.configure(empty);
+    EXPECT_EQ(client.accessStatus(camera.interface, "sim-2"), DEVICE_ACCESS_STATUS_READWRITE)
+        << "before the refresh";
+    EXPECT_TRUE(refreshChanges());
+    EXPECT_THAT(client.devices(camera.interface), IsEmpty());
+    EXPECT_EQ(client.read(camera.port, lockState, 4), "");
+    EXPECT_EQ(client.lastError(), "camera \"sim-1\": unplugged");
+}
+
+TEST_F(ListTest, AnOpenInterfaceThatVanishesHasNoCameras)
+{
+    simulator.configure("");
+    bool8_t changed = 0;
+    EXPECT_EQ(client.call<PTLUpdateInterfaceList>("TLUpdateInterfaceList", camera.tl, &changed, 0),
+              GC_ERR_SUCCESS);
+    EXPECT_EQ(changed, 1);
+    EXPECT_TRUE(refreshChanges());
+    EXPECT_EQ(count(), 0u);
+    EXPECT_EQ(client.call<PIFClose>("IFClose", camera.interface), GC_ERR_SUCCESS);
+}
+
+TEST_F(ListTest, ARefreshThatTakesLongerThanItMayTimesOutAndChangesNothing)
+{
+    simulator.configure("[producer]\nupdate_ms = 150\n" + std::string(empty));
+    refreshChanges();
+    simulator.configure("[producer]\nupdate_ms = 150\n" + std::string(Simulator::oneCamera));
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(client.call<PIFUpdateDeviceList>("IFUpdateDeviceList", camera.interface, nullptr, 20),
+              GC_ERR_TIMEOUT);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(140));
+    EXPECT_EQ(count(), 0u);
+    EXPECT_TRUE(refreshChanges());
+    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(170));
+}
+
+TEST_F(ListTest, ChildrenNameTheirParents)
+{
+    void *parent = nullptr;
+    EXPECT_EQ(client.call<PDevGetParentIF>("DevGetParentIF", camera.device, &parent), GC_ERR_SUCCESS);
+    EXPECT_EQ(parent, camera.interface);
+    EXPECT_EQ(client.call<PIFGetParentTL>("IFGetParentTL", camera.interface, &parent), GC_ERR_SUCCESS);
+    EXPECT_EQ(parent, camera.tl);
+    EXPECT_EQ(client.port(camera.device), camera.port) << "a device has one port";
+}
+
+TEST_F(ListTest, EveryModuleIsAPort)
+{
+    const auto answer = [&](PORT_HANDLE port, PORT_INFO_CMD command) {
+        return client.query<PGCGetPortInfo>("GCGetPortInfo", port, command);
+    };
+    std::vector<std::string> names;
+    std::vector<std::string> access; // read, write, NA, NI
+    for (const PORT_HANDLE port : {camera.tl, camera.interface, camera.device, camera.port}) {
+        names.push_back(answer(port, PORT_INFO_PORTNAME).c_str());
+        std::string flags;
+        for (PORT_INFO_CMD command = PORT_INFO_ACCESS_READ; command <= PORT_INFO_ACCESS_NI; ++command)
+            flags += answer(port, command) == "\1" ? '1' : '0';
+        access.push_back(flags);
+    }
+    EXPECT_THAT(names, ElementsAre("TLSystem", "TLInterface", "TLDevice", "Device"));
+    EXPECT_THAT(access, ElementsAre("0001", "0001", "0001", "1100"));
+}
+
+} // namespace
