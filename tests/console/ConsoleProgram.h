@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+// Runs torvane_console as a user or a script does: a process of its own, with the environment of the test.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+/// What a run left behind.
+struct Outcome
+{
+    int status = 0; ///< the exit status; -1 if a signal ended it
+    std::string output;
+    std::string errors;
+};
+
+/// Runs the program to its end in the current folder.
+/// \param input   all of its standard input, which then ends
+/// \param folder  for temporary files
+/// A program that prints more than a mebibyte loses its standard output there, so that a flood ends.
+Outcome runConsole(const std::vector<std::string> &arguments, const std::string &input,
+                   const std::filesystem::path &folder);

@@ -1,0 +1,179 @@
+// SPDX-License-Identifier: MIT
+// What is wrong with a command line or a password file is told in one line on standard error, with status 2
+// and before any camera is touched; and what files and answers are accepted.
+#include "ConsoleProgram.h"
+#include "Environment.h"
+#include "Simulator.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+using testing::HasSubstr;
+
+namespace {
+
+/// With the simulator's one camera, locked by the password hunter22.
+class ConsoleRun : public testing::Test
+{
+protected:
+    ConsoleRun() { std::filesystem::current_path(simulator.folder()); }
+
+    Outcome run(const std::vector<std::string> &arguments, const std::string &input = "")
+    {
+        return runConsole(arguments, input, simulator.folder());
+    }
+
+    Simulator simulator;
+    Environment search{"GENICAM_GENTL64_PATH", std::filesystem::path(simulator.cti()).parent_path().string()};
+};
+
+struct UsageFault
+{
+    std::string name;
+    std::vector<std::string> arguments;
+    std::string message;
+    std::string input{};
+};
+
+void PrintTo(const UsageFault &fault, std::ostream *stream)
+{
+    *stream << fault.name;
+}
+
+class UsageFaultTest : public ConsoleRun, public testing::WithParamInterface<UsageFault>
+{};
+
+TEST_P(UsageFaultTest, EndsWithStatusTwo)
+{
+    const Outcome outcome = run(GetParam().arguments, GetParam().input);
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_EQ(outcome.output, "");
+    EXPECT_EQ(outcome.errors, "torvane_console: " + GetParam().message + "\nTry 'torvane_console --help'.\n");
+    EXPECT_TRUE(simulator.calls().empty());
+}
+
+const std::vector<UsageFault> faults{
+    {"UnknownOption", {"--lock", "--colour"}, "Unknown option or surplus argument '--colour'"},
+    {"SurplusArgument", {"--password", "my", "secret"}, "Unknown option or surplus argument 'secret'"},
+    {"NoAbbreviation", {"--list"}, "Unknown option or surplus argument '--list'"},
+    {"MissingValue", {"--serial"}, "--serial: 1 required SERIAL missing"},
+    {"EmptyValue", {"--serial", ""}, "--serial: the value is empty"},
+    {"EmptyValueDoesNotTakeTheNext", {"--password=", "--lock"}, "--password: the value is empty"},
+    {"GivenTwice", {"--serial", "1", "--serial", "2"}, "--serial: At Most 1 required but received 2"},
+    {"BothFormsOfThePassword",
+     {"--password", "a", "--password-file", "b"},
+     "--password and --password-file can't be used together. Give one of them."},
+    {"BothFormsOfTheNewPassword",
+     {"--new-password-file", "-", "--new-password", "b"},
+     "--new-password and --new-password-file can't be used together. Give one of them."},
+    {"LibraryWithAList",
+     {"--list-devices", "--library", "some.cti"},
+     "--library can't be used with --list-devices, which shows what the search finds. Name the producer's "
+     "folder in "
+     "GENICAM_GENTL64_PATH instead."},
+    {"ActionWithAList",
+     {"--list-libraries", "--lock"},
+     "--lock can't be used with --list-libraries, which only lists."},
+    {"NoSuchFile",
+     {"--password-file", "no-such-file"},
+     "Can't read a password from 'no-such-file': No such file or directory"},
+    {"Folder", {"--new-password-file", "."}, "Can't read a password from '.': Is a directory"},
+    {"EmptyFile",
+     {"--password-file", "/dev/null"},
+     "Can't read a password from '/dev/null': there is no line"},
+    {"EmptyLine",
+     {"--password-file", "-"},
+     "Can't read a password from standard input: the first line is empty",
+     "\nx"},
+    {"OnlyACarriageReturn",
+     {"--password-file", "-"},
+     "Can't read a password from standard input: the first line is empty",
+     "\r\nx"},
+    {"NoSecondLine",
+     {"--password-file", "-", "--new-password-file", "-"},
+     "Can't read a password from standard input: there is no line",
+     "hunter22\n"},
+    {"WideEncoding",
+     {"--password-file", "-"},
+     "Can't read a password from standard input: the first line holds a zero byte; the file must be plain "
+     "text, such "
+     "as UTF-8",
+     std::string("h\0u\0", 4)},
+    {"LongLine",
+     {"--password-file", "-"},
+     "Can't read a password from standard input: the first line is longer than 4096 bytes",
+     std::string(4097, 'x')},
+};
+
+INSTANTIATE_TEST_SUITE_P(CommandLines, UsageFaultTest, testing::ValuesIn(faults));
+
+TEST_F(ConsoleRun, TakesThePasswordFromTheFirstLineOfAFile)
+{
+    const struct
+    {
+        std::string content;
+        std::string onTheWire; // what the camera is sent, zero-filled to 8 bytes at least
+    } rows[] = {
+        {"hunter22", "68 75 6e 74 65 72 32 32"},
+        {"hunter22\nsecond line", "68 75 6e 74 65 72 32 32"},
+        {"hunter22\r\n", "68 75 6e 74 65 72 32 32"},
+        {"hunter22\r\r\n", "68 75 6e 74 65 72 32 32 0d 00 00 00"},
+        {" \tx \n", "20 09 78 20 00 00 00 00"},
+        {"\xc3\xbc\n", "c3 bc 00 00 00 00 00 00"},
+    };
+    for (const auto &row : rows) {
+        std::ofstream("password", std::ios::binary) << row.content;
+        simulator.clearLog();
+        EXPECT_EQ(run({"--password-file", "password", "--lock"}).status, 0);
+        EXPECT_THAT(simulator.portTraffic(), testing::Contains("write 0x50002040 " + row.onTheWire))
+            << row.content;
+    }
+}
+
+TEST_F(ConsoleRun, TakesPasswordsThatLookLikeOptions)
+{
+    for (const std::vector<std::string> &arguments :
+         {std::vector<std::string>{"--password", "--lock"}, {"--password=--lock"}}) {
+        simulator.clearLog();
+        EXPECT_EQ(run(arguments).status, 0);
+        EXPECT_THAT(simulator.portTraffic(), testing::Contains("write 0x50002040 2d 2d 6c 6f 63 6b 00 00"));
+    }
+}
+
+TEST_F(ConsoleRun, TakesALineOfTheGreatestLength)
+{
+    const std::string longest(4096, 'x');
+    for (const char *end : {"", "\n", "\r\n"}) {
+        const Outcome outcome = run({"--password-file", "-"}, longest + end);
+        EXPECT_EQ(outcome.status, 0);
+        EXPECT_THAT(outcome.output, HasSubstr("Wrong password?\nExiting program... Device is locked.\n"));
+    }
+}
+
+TEST_F(ConsoleRun, AnswersWithoutTouchingACamera)
+{
+    const Outcome version = run({"--version", "--lock"});
+    EXPECT_EQ(version.status, 0);
+    EXPECT_EQ(version.output, "torvane_console 1.0.0.0\n");
+
+    const Outcome help = run({"--help"});
+    EXPECT_EQ(help.status, 0);
+    EXPECT_EQ(help.errors, "");
+    std::istringstream lines(help.output);
+    for (std::string line; std::getline(lines, line);)
+        EXPECT_LE(line.size(), 80U) << line;
+    for (const char *text :
+         {"--library PATH", "--password-file FILE", "can be seen by other users of the machine",
+          "So it is after a wrong password too", "GENICAM_GENTL64_PATH"})
+        EXPECT_THAT(help.output, HasSubstr(text));
+
+    EXPECT_TRUE(simulator.calls().empty());
+}
+
+} // namespace
