@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: MIT
 # Links producers from the simulator's objects: the product, and variants of it for tests.
+
 # torvane_sim_function_names(variable): the names of the exported functions, as GenTL.h has their types.
 function(torvane_sim_function_names variable)
     file(STRINGS ${PROJECT_SOURCE_DIR}/gentl/GenTL.h names REGEX "^using P[A-Za-z]+ = GC_ERROR")

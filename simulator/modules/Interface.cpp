@@ -119,11 +119,13 @@ void Interface::close(Device &child)
 void Interface::dropUnplugged()
 {
     const auto current = plugged();
-    for (const auto &[id, device] : opened) {
-        if (std::any_of(current.begin(), current.end(), [&](const auto &camera) { return camera->id == id; }))
+    for (const auto &entry : opened) {
+        Device &device = *entry.second;
+        const auto isThis = [&](const auto &camera) { return camera->id == device.id(); };
+        if (std::any_of(current.begin(), current.end(), isThis))
             continue;
-        device->camera().loseContact("unplugged");
-        device->reportLoss();
+        device.camera().loseContact("unplugged");
+        device.reportLoss();
     }
 }
 

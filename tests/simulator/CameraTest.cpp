@@ -118,7 +118,7 @@ TEST_F(CameraTest, FactoryResetMakesItVanishAndComeBackLockedOnTheDefaultPasswor
     while (client.devices(camera.interface).empty())
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
     EXPECT_EQ(state(), "") << "the handle from before the reset lives again";
-    client.call<PDevClose>("DevClose", camera.device);
+    client.call<PDevClose>("DevClose")(camera.device);
     camera.port = client.port(client.openDevice(camera.interface));
     EXPECT_EQ(state(), lockedOnDefault);
     client.write(camera.port, unlockPassword, "mapleoak");
@@ -159,7 +159,7 @@ protected:
     {
         Number value = 0;
         const std::string bytes =
-            client.query<PGCGetPortURLInfo>("GCGetPortURLInfo", camera->port, 0, command);
+            client.query<PGCGetPortURLInfo>("GCGetPortURLInfo", camera->port, 0u, command);
         EXPECT_EQ(bytes.size(), sizeof value);
         bytes.copy(reinterpret_cast<char *>(&value), sizeof value);
         return value;
@@ -167,7 +167,7 @@ protected:
 
     std::string text(URL_INFO_CMD command)
     {
-        return client.query<PGCGetPortURLInfo>("GCGetPortURLInfo", camera->port, 0, command).c_str();
+        return client.query<PGCGetPortURLInfo>("GCGetPortURLInfo", camera->port, 0u, command).c_str();
     }
 
     /// The file, by one read of its whole length.

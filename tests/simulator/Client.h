@@ -23,11 +23,11 @@ public:
     Client &operator=(const Client &) = delete;
     ~Client();
 
-    /// client.call<PTLOpen>("TLOpen", &tl): the code of an exported function.
-    template <class Function, class... Arguments>
-    GC_ERROR call(const char *name, Arguments... arguments) const
+    /// An exported function by its name: client.call<PTLOpen>("TLOpen")(&tl).
+    template <class Function>
+    Function call(const char *name) const
     {
-        return reinterpret_cast<Function>(symbol(module, name))(arguments...);
+        return reinterpret_cast<Function>(symbol(module, name));
     }
 
     /// Asks a two-step query for its size and then for its answer.
@@ -36,10 +36,10 @@ public:
     std::string query(const char *name, Arguments... arguments)
     {
         std::size_t size = 0;
-        code = call<Function>(name, arguments..., &type, nullptr, &size);
+        code = call<Function>(name)(arguments..., &type, nullptr, &size);
         std::string bytes(size, '?');
         if (code == GC_ERR_SUCCESS)
-            code = call<Function>(name, arguments..., &type, bytes.data(), &size);
+            code = call<Function>(name)(arguments..., &type, bytes.data(), &size);
         return code == GC_ERR_SUCCESS ? bytes : "";
     }
 
@@ -47,8 +47,8 @@ public:
     std::string lastError() const;
 
     // The usual road to a camera. Each stores its code in `code`.
-    void init() { code = call<PGCInitLib>("GCInitLib"); }
-    void close() { code = call<PGCCloseLib>("GCCloseLib"); }
+    void init() { code = call<PGCInitLib>("GCInitLib")(); }
+    void close() { code = call<PGCCloseLib>("GCCloseLib")(); }
     TL_HANDLE openTL();
     IF_HANDLE openInterface(TL_HANDLE tl, const char *id = "sim-eth0");
     DEV_HANDLE openDevice(IF_HANDLE interface, const char *id = "sim-1",

@@ -28,7 +28,7 @@ protected:
     {
         bool8_t changed = 2;
         client.code =
-            client.call<PIFUpdateDeviceList>("IFUpdateDeviceList", camera.interface, &changed, 1000);
+            client.call<PIFUpdateDeviceList>("IFUpdateDeviceList")(camera.interface, &changed, 1000);
         EXPECT_LE(changed, 1);
         return changed;
     }
@@ -36,7 +36,7 @@ protected:
     std::uint32_t count() const
     {
         std::uint32_t result = 99;
-        client.call<PIFGetNumDevices>("IFGetNumDevices", camera.interface, &result);
+        client.call<PIFGetNumDevices>("IFGetNumDevices")(camera.interface, &result);
         return result;
     }
 
@@ -47,7 +47,7 @@ protected:
 
 TEST_F(ListTest, CamerasAreDescribedWithoutBeingOpened)
 {
-    client.call<PDevClose>("DevClose", camera.device);
+    client.call<PDevClose>("DevClose")(camera.device);
     simulator.clearLog();
     std::vector<INFO_DATATYPE> types;
     for (DEVICE_INFO_CMD command = DEVICE_INFO_ID; command <= DEVICE_INFO_TIMESTAMP_FREQUENCY; ++command) {
@@ -73,7 +73,7 @@ TEST_F(ListTest, CamerasAreDescribedWithoutBeingOpened)
 TEST_F(ListTest, TheStatusTellsHowThisProcessHasOpenedACamera)
 {
     EXPECT_EQ(client.accessStatus(camera.interface), DEVICE_ACCESS_STATUS_OPEN_READWRITE);
-    client.call<PDevClose>("DevClose", camera.device);
+    client.call<PDevClose>("DevClose")(camera.device);
     EXPECT_EQ(client.accessStatus(camera.interface), DEVICE_ACCESS_STATUS_READWRITE);
     client.openDevice(camera.interface, "sim-1", DEVICE_ACCESS_READONLY);
     EXPECT_EQ(client.accessStatus(camera.interface), DEVICE_ACCESS_STATUS_OPEN_READONLY);
@@ -110,7 +110,7 @@ TEST_F(ListTest, TheConfiguredAccessDecidesWhoMayOpen)
             const DEV_HANDLE device = client.openDevice(camera.interface, "sim-2", access);
             EXPECT_EQ(client.code, access == DEVICE_ACCESS_READONLY ? row.readOnly : row.control)
                 << row.access;
-            client.call<PDevClose>("DevClose", device);
+            client.call<PDevClose>("DevClose")(device);
         }
     }
 }
@@ -138,12 +138,12 @@ TEST_F(ListTest, AnOpenInterfaceThatVanishesHasNoCameras)
 {
     simulator.configure("");
     bool8_t changed = 0;
-    EXPECT_EQ(client.call<PTLUpdateInterfaceList>("TLUpdateInterfaceList", camera.tl, &changed, 0),
+    EXPECT_EQ(client.call<PTLUpdateInterfaceList>("TLUpdateInterfaceList")(camera.tl, &changed, 0),
               GC_ERR_SUCCESS);
     EXPECT_EQ(changed, 1);
     EXPECT_TRUE(refreshChanges());
     EXPECT_EQ(count(), 0u);
-    EXPECT_EQ(client.call<PIFClose>("IFClose", camera.interface), GC_ERR_SUCCESS);
+    EXPECT_EQ(client.call<PIFClose>("IFClose")(camera.interface), GC_ERR_SUCCESS);
 }
 
 TEST_F(ListTest, ARefreshThatTakesLongerThanItMayTimesOutAndChangesNothing)
@@ -152,7 +152,7 @@ TEST_F(ListTest, ARefreshThatTakesLongerThanItMayTimesOutAndChangesNothing)
     refreshChanges();
     simulator.configure("[producer]\nupdate_ms = 150\n" + std::string(Simulator::oneCamera));
     const auto start = std::chrono::steady_clock::now();
-    EXPECT_EQ(client.call<PIFUpdateDeviceList>("IFUpdateDeviceList", camera.interface, nullptr, 20),
+    EXPECT_EQ(client.call<PIFUpdateDeviceList>("IFUpdateDeviceList")(camera.interface, nullptr, 20),
               GC_ERR_TIMEOUT);
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(140));
     EXPECT_EQ(count(), 0u);
@@ -163,9 +163,9 @@ TEST_F(ListTest, ARefreshThatTakesLongerThanItMayTimesOutAndChangesNothing)
 TEST_F(ListTest, ChildrenNameTheirParents)
 {
     void *parent = nullptr;
-    EXPECT_EQ(client.call<PDevGetParentIF>("DevGetParentIF", camera.device, &parent), GC_ERR_SUCCESS);
+    EXPECT_EQ(client.call<PDevGetParentIF>("DevGetParentIF")(camera.device, &parent), GC_ERR_SUCCESS);
     EXPECT_EQ(parent, camera.interface);
-    EXPECT_EQ(client.call<PIFGetParentTL>("IFGetParentTL", camera.interface, &parent), GC_ERR_SUCCESS);
+    EXPECT_EQ(client.call<PIFGetParentTL>("IFGetParentTL")(camera.interface, &parent), GC_ERR_SUCCESS);
     EXPECT_EQ(parent, camera.tl);
     EXPECT_EQ(client.port(camera.device), camera.port) << "a device has one port";
 }

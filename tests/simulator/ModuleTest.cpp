@@ -41,16 +41,16 @@ TEST(Module, TwoModulesInOneProcessShareNothingButTheStateFile)
     Client first{Simulator::cti()};
     Client second{Simulator::cti("sim_second")};
     OpenCamera camera{first};
-    EXPECT_EQ(second.call<PTLOpen>("TLOpen", &camera.tl), GC_ERR_NOT_INITIALIZED);
+    EXPECT_EQ(second.call<PTLOpen>("TLOpen")(&camera.tl), GC_ERR_NOT_INITIALIZED);
     EXPECT_EQ(first.lastError(), "") << "the failure of the other module";
 
     second.init();
-    EXPECT_EQ(second.call<PDevClose>("DevClose", camera.device), GC_ERR_INVALID_HANDLE);
+    EXPECT_EQ(second.call<PDevClose>("DevClose")(camera.device), GC_ERR_INVALID_HANDLE);
     const IF_HANDLE interface = second.openInterface(second.openTL());
     EXPECT_EQ(second.accessStatus(interface), DEVICE_ACCESS_STATUS_BUSY);
     second.openDevice(interface);
     EXPECT_EQ(second.code, GC_ERR_ACCESS_DENIED);
-    first.call<PDevClose>("DevClose", camera.device);
+    first.call<PDevClose>("DevClose")(camera.device);
     second.openDevice(interface);
     EXPECT_EQ(second.code, GC_ERR_SUCCESS);
 }
@@ -60,7 +60,7 @@ TEST(Module, ItIsUnmappedWhenItsLastUserLetsGo)
     Simulator simulator;
     {
         Client client{Simulator::cti()};
-        EXPECT_EQ(client.call<PTLOpen>("TLOpen", nullptr), GC_ERR_NOT_INITIALIZED); // a thread-local record
+        EXPECT_EQ(client.call<PTLOpen>("TLOpen")(nullptr), GC_ERR_NOT_INITIALIZED); // a thread-local record
         OpenCamera camera{client};
         client.close();
     }
@@ -71,7 +71,7 @@ TEST(Module, TheLastErrorBelongsToTheThread)
 {
     Simulator simulator;
     Client client{Simulator::cti()};
-    client.call<PTLClose>("TLClose", nullptr);
+    client.call<PTLClose>("TLClose")(nullptr);
     std::string ofTheOther = "?";
     std::thread([&] { ofTheOther = client.lastError(); }).join();
     EXPECT_EQ(ofTheOther, "");
@@ -79,8 +79,8 @@ TEST(Module, TheLastErrorBelongsToTheThread)
     GC_ERROR code = 0;
     char text[8];
     std::size_t size = sizeof text;
-    EXPECT_EQ(client.call<PGCGetLastError>("GCGetLastError", &code, text, &size), GC_ERR_BUFFER_TOO_SMALL);
-    EXPECT_EQ(client.call<PGCGetLastError>("GCGetLastError", &code, nullptr, &size), GC_ERR_SUCCESS);
+    EXPECT_EQ(client.call<PGCGetLastError>("GCGetLastError")(&code, text, &size), GC_ERR_BUFFER_TOO_SMALL);
+    EXPECT_EQ(client.call<PGCGetLastError>("GCGetLastError")(&code, nullptr, &size), GC_ERR_SUCCESS);
     EXPECT_EQ(code, GC_ERR_NOT_INITIALIZED) << "a call that was too short has taken the record's place";
     EXPECT_EQ(size, sizeof "GCInitLib has not been called");
 }
@@ -99,9 +99,9 @@ TEST(Log, ShowsArgumentsCodesAndOutputsOfEachCall)
     char text[2] = "?";
     PORT_REGISTER_STACK_ENTRY stack[] = {{lockState, text, 1}, {0x1, text, 1}, {lockState, text, 1}};
     std::size_t count = 3;
-    client.call<PGCReadPortStacked>("GCReadPortStacked", camera.port, stack, &count);
+    client.call<PGCReadPortStacked>("GCReadPortStacked")(camera.port, stack, &count);
     EXPECT_EQ(count, 1u);
-    client.call<PDevClose>("DevClose", camera.device);
+    client.call<PDevClose>("DevClose")(camera.device);
     EXPECT_EQ(simulator.openHandles(), 2);
     client.close();
 
@@ -128,7 +128,7 @@ protected:
     EVENT_HANDLE registerAt(EVENTSRC_HANDLE source)
     {
         EVENT_HANDLE event = nullptr;
-        client.code = client.call<PGCRegisterEvent>("GCRegisterEvent", source, EVENT_ERROR, &event);
+        client.code = client.call<PGCRegisterEvent>("GCRegisterEvent")(source, EVENT_ERROR, &event);
         return event;
     }
 
@@ -137,7 +137,7 @@ protected:
     {
         char data[300];
         std::size_t size = sizeof data;
-        client.code = client.call<PEventGetData>("EventGetData", event, data, &size, timeout);
+        client.code = client.call<PEventGetData>("EventGetData")(event, data, &size, timeout);
         if (client.code != GC_ERR_SUCCESS)
             return std::to_string(client.code);
         return client.query<PEventGetDataInfo>("EventGetDataInfo", event, data, size, EVENT_DATA_VALUE)
@@ -179,11 +179,11 @@ TEST_F(EventTest, AWaitEndsWithAnEventAKillOrTheEndOfItsModule)
         waiter.join();
         return answer;
     };
-    EXPECT_EQ(whileWaiting([&] { client.call<PEventKill>("EventKill", event); }),
+    EXPECT_EQ(whileWaiting([&] { client.call<PEventKill>("EventKill")(event); }),
               std::to_string(GC_ERR_ABORT));
     EXPECT_EQ(whileWaiting([&] { client.write(camera.port, commandRegister, resetCommand); }),
               "camera \"sim-1\": reboots");
-    EXPECT_EQ(whileWaiting([&] { client.call<PDevClose>("DevClose", camera.device); }),
+    EXPECT_EQ(whileWaiting([&] { client.call<PDevClose>("DevClose")(camera.device); }),
               std::to_string(GC_ERR_ABORT));
     EXPECT_EQ(next(event, 0), std::to_string(GC_ERR_INVALID_HANDLE));
 }
