@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+// Each call of a whole session fails once, and each function for ever: whatever fails, the session ends, the
+// process lives, and every handle that was opened is closed.
+#include "BackEndFixture.h"
+
+#include <filesystem>
+
+namespace {
+
+// All functions that the back end calls.
+const char *const functions[] = {
+    "GCInitLib",       "GCCloseLib",      "GCGetInfo",          "GCGetLastError",   "TLOpen",
+    "TLClose",         "IFClose",         "TLGetNumInterfaces", "TLGetInterfaceID", "TLUpdateInterfaceList",
+    "TLOpenInterface", "IFGetNumDevices", "IFGetDeviceID",      "IFGetDeviceInfo",  "IFUpdateDeviceList",
+    "IFOpenDevice",    "DevGetPort",      "DevGetInfo",         "DevClose",         "GCReadPort",
+    "GCWritePort",     "GCGetPortInfo",   "GCGetPortURLInfo",
+};
+
+class FaultTest : public BackEndTest, public testing::WithParamInterface<const char *>
+{
+protected:
+    // List, unlock, change, lock, reset, in the console's way.
+    void session()
+    {
+        printedBy([this] {
+            backEnd = std::make_unique<BackEnd>();
+            backEnd->discoverLibraries(true);
+            backEnd->updateDevices();
+            if (!backEnd->devices().empty())
+                backEnd->selectDevice(device());
+            backEnd->unlock("hunter22", false);
+            backEnd->changePassword("hunter22", "sunny77");
+            backEnd->changePassword("sunny77", "hunter22");
+            backEnd->lock();
+            backEnd->updateDevices();
+            backEnd->printDevices(true);
+            backEnd->factoryResetSelected();
+            backEnd->updateDevices();
+            backEnd.reset();
+        });
+    }
+
+    // What a producer with one fault may leave open: nothing, but the one handle whose close it refused.
+    void expectAllClosed(const std::string &row)
+    {
+        const bool refusedClose = std::string_view(GetParam()).find("Close") != std::string_view::npos;
+        if (!refusedClose) {
+            EXPECT_EQ(simulator.openHandles(), 0) << row;
+        }
+    }
+};
+
+TEST_P(FaultTest, EachCallOnce)
+{
+    for (std::uint64_t n = 1;; ++n) {
+        simulator.configure(Simulator::oneCamera);
+        std::filesystem::remove(simulator.statePath());
+        simulator.failNth(GetParam(), -1010, n);
+        simulator.clearLog();
+        session();
+        expectAllClosed(std::string(GetParam()) + ", call " + std::to_string(n));
+        if (HasFailure() || simulator.calls(GetParam()).size() < n)
+            break;
+        ASSERT_LT(n, 200u);
+    }
+}
+
+TEST_P(FaultTest, ForEver)
+{
+    simulator.failNth(GetParam(), -1010, 1, 0);
+    session();
+    expectAllClosed(GetParam());
+}
+
+INSTANTIATE_TEST_SUITE_P(Functions, FaultTest, testing::ValuesIn(functions),
+                         [](const auto &info) { return std::string(info.param); });
+
+} // namespace

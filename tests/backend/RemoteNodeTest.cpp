@@ -1,0 +1,138 @@
+// SPDX-License-Identifier: MIT
+// Features by name: which kinds have a value, how values are converted, and who hears of a failure.
+#include "RemoteNode.h"
+
+#include "BackEndFixture.h"
+#include "GenericException.h"
+
+#include <gmock/gmock.h>
+
+#include <fstream>
+#include <limits>
+#include <stdexcept>
+
+using GenICam_3_2_TVN::GenericException;
+
+namespace {
+
+constexpr const char *description = R"(<RegisterDescription ModelName="m" VendorName="v">
+    <Port Name="Device"/>
+    <Category Name="Root"><pFeature>Number</pFeature></Category>
+    <Integer Name="Number"><Value>-5</Value></Integer>
+    <Boolean Name="Switch"><Value>1</Value></Boolean>
+    <String Name="Label"><Value>two words</Value></String>
+    <StringReg Name="Manufacturer"><Address>0x50001000</Address><Length>4</Length><pPort>Device</pPort></StringReg>
+    <IntReg Name="Raw"><Address>0x50001000</Address><Length>4</Length><pPort>Device</pPort></IntReg>
+    <IntReg Name="Nowhere"><Address>0x7fff0000</Address><Length>4</Length><AccessMode>RW</AccessMode>
+        <pPort>Device</pPort></IntReg>
+    <Integer Name="Lost"><pValue>Nowhere</pValue></Integer>
+    <Command Name="Run"><pValue>Nowhere</pValue><CommandValue>1</CommandValue></Command>
+    <Float Name="Gain"><Value>1.5</Value></Float>
+    <Enumeration Name="Mode"><EnumEntry Name="On"><Value>1</Value></EnumEntry><Value>1</Value></Enumeration>
+    </RegisterDescription>)";
+
+class RemoteNodeTest : public BackEndTest
+{
+protected:
+    RemoteNodeTest()
+    {
+        simulator.configure(
+            "[[interface]]\nid = \"usb0\"\ntype = \"U3V\"\n[[interface.camera]]\nid = \"sim-1\"\n"
+            "lock = \"locked\"\npassword = \"hunter22\"\nxml = \"features.xml\"\n");
+        std::ofstream("features.xml") << description;
+        camera = select();
+    }
+
+    Device *camera = nullptr;
+};
+
+TEST_F(RemoteNodeTest, ValuesByKind)
+{
+    const struct
+    {
+        const char *name;
+        std::int64_t integer;
+        double number;
+        const char *text;
+    } rows[] = {
+        {"Number", -5, -5.0, "-5"},
+        {"Switch", 1, 1.0, "1"},
+        {"Label", RemoteNode::NoInteger, RemoteNode::NoDouble, "two words"},
+        {"Manufacturer", RemoteNode::NoInteger, RemoteNode::NoDouble, "\x01"},
+        {"Root", RemoteNode::NoInteger, RemoteNode::NoDouble, ""},
+        {"Raw", RemoteNode::NoInteger, RemoteNode::NoDouble, ""}, // an integer register is no "Integer"
+        {"Mode", RemoteNode::NoInteger, RemoteNode::NoDouble, ""},
+        {"Run", RemoteNode::NoInteger, RemoteNode::NoDouble, ""},
+    };
+    for (const auto &row : rows) {
+        const RemoteNode node = camera->remoteNode(row.name);
+        EXPECT_EQ(node.valueAsInteger(), row.integer) << row.name;
+        EXPECT_EQ(node.valueAsDouble(), row.number) << row.name;
+        EXPECT_EQ(node.valueAsString(), row.text) << row.name;
+    }
+    EXPECT_EQ(RemoteNode::NoInteger, std::numeric_limits<std::int64_t>::min());
+    EXPECT_EQ(RemoteNode::NoDouble, std::numeric_limits<double>::min());
+}
+
+TEST_F(RemoteNodeTest, WritesAreConvertedByKind)
+{
+    const auto written = [this](const char *name, auto value) {
+        camera->remoteNode(name).setValue(value);
+        return camera->remoteNode(name).valueAsString();
+    };
+    EXPECT_EQ(written("Number", std::int32_t{-7}), "-7");
+    EXPECT_EQ(written("Number", std::int64_t{1} << 40), "1099511627776");
+    EXPECT_EQ(written("Number", 3.9), "3");
+    EXPECT_EQ(written("Number", -3.9), "-3");
+    EXPECT_EQ(written("Number", 18446744073709549568.0), "-2048") << "the bits of an unsigned value";
+    EXPECT_EQ(written("Number", 1e300), "-1") << "clamped to all bits";
+    EXPECT_EQ(written("Number", -1e300), "-9223372036854775808");
+    EXPECT_EQ(written("Number", std::numeric_limits<double>::quiet_NaN()), "0");
+    EXPECT_EQ(written("Switch", std::int32_t{-1}), "0");
+    EXPECT_EQ(written("Switch", std::int64_t{1}), "1");
+    EXPECT_EQ(written("Switch", -0.5), "0");
+    EXPECT_EQ(written("Switch", 0.5), "1");
+    EXPECT_EQ(written("Label", std::int32_t{12}), "12");
+    EXPECT_EQ(written("Label", 1.5), "1.500000");
+    camera->remoteNode("Root").setValue(std::int32_t{1});
+    camera->remoteNode("Mode").setValue(1.0);
+}
+
+TEST_F(RemoteNodeTest, AMissingFeature)
+{
+    EXPECT_EQ(printedBy([this] {
+                  const RemoteNode node = camera->remoteNode("Absent");
+                  EXPECT_EQ(node.valueAsInteger(), RemoteNode::NoInteger);
+                  EXPECT_EQ(node.valueAsString(), "");
+              }),
+              "ERROR: Could not open the remote device node 'Absent'!\n");
+}
+
+TEST_F(RemoteNodeTest, FailuresGoToTheCaller)
+{
+    EXPECT_THROW(camera->remoteNode("Lost").valueAsInteger(), std::runtime_error) << "of the port";
+    EXPECT_THROW(camera->remoteNode("Gain").valueAsString(), GenericException) << "of GenApi";
+    camera->close(false);
+    EXPECT_THROW(camera->remoteNode("Manufacturer").valueAsString(), std::runtime_error)
+        << "the port stays after a close, the read goes to a closed one";
+}
+
+TEST_F(RemoteNodeTest, Commands)
+{
+    simulator.clearLog();
+    EXPECT_EQ(printedBy([this] { camera->remoteNode("Run").execute(); }), "");
+    EXPECT_EQ(simulator.calls("GCWritePort").size(), 1u) << "it failed, and nobody hears of it";
+    EXPECT_EQ(printedBy([this] { camera->remoteNode("Number").execute(); }),
+              "Cannot execute feature Number because it is not a command!\n");
+    EXPECT_EQ(printedBy([] { RemoteNode(nullptr).execute(); }),
+              "Cannot execute feature  because it is not a command!\n");
+}
+
+TEST_F(RemoteNodeTest, WithoutAPortItStaysEmpty)
+{
+    EXPECT_EQ(printedBy([] { EXPECT_EQ(RemoteNode(nullptr, "Number").valueAsString(), ""); }), "");
+    Device off(nullptr, "");
+    EXPECT_EQ(off.remoteNode("Number").valueAsInteger(), RemoteNode::NoInteger);
+}
+
+} // namespace

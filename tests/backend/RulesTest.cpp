@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: MIT
+// The rules for a new password, and the memory of used ones that the last of them looks at.
+#include "BackEndFixture.h"
+
+#include <gmock/gmock.h>
+
+using testing::ElementsAre;
+
+namespace {
+
+class RulesTest : public BackEndTest
+{};
+
+TEST_F(RulesTest, EachRuleInItsOrder)
+{
+    select()->rememberPassword("usedbefore");
+    const struct
+    {
+        std::string candidate;
+        PasswordCheck code;
+        const char *message;
+    } rows[] = {
+        {"", PasswordCheck::PasswordTooShort, "Your password is to short. (min 3 characters)"},
+        {"ab", PasswordCheck::PasswordTooShort, "Your password is to short. (min 3 characters)"},
+        {"abc", PasswordCheck::PasswordOk, "untouched"},
+        {"mapleoak", PasswordCheck::PasswordIsDefault, "Cannot use default 'mapleoak' as new password."},
+        {"Mapleoak", PasswordCheck::PasswordOk, "untouched"},
+        {"mapleoak1", PasswordCheck::PasswordOk, "untouched"},
+        {"usedbefore", PasswordCheck::PasswordUsedBefore, "Your password has been used before."},
+        {"UsedBefore", PasswordCheck::PasswordOk, "untouched"},
+        {"\xc3\xa4", PasswordCheck::PasswordTooShort, "Your password is to short. (min 3 characters)"},
+    };
+    for (const auto &row : rows) {
+        PasswordCheck code{};
+        std::string message = "untouched";
+        const bool passed = row.code == PasswordCheck::PasswordOk;
+        EXPECT_EQ(backEnd->checkNewPassword(row.candidate, code, &message), passed) << row.candidate;
+        EXPECT_EQ(code, row.code) << row.candidate;
+        EXPECT_EQ(message, row.message) << row.candidate;
+        EXPECT_EQ(backEnd->checkNewPassword(row.candidate, code, nullptr), passed) << "without a message";
+        EXPECT_EQ(code, row.code);
+    }
+    EXPECT_EQ(backEnd->minPasswordLength(), 3u);
+    EXPECT_EQ(backEnd->maxPasswordLength(), 2147483647u);
+}
+
+TEST_F(RulesTest, TheLastThreeDifferentPasswordsAreRemembered)
+{
+    Device *camera = select();
+    for (const char *used : {"A", "B", "C", "D"})
+        camera->rememberPassword(used);
+    EXPECT_THAT(camera->passwordHistory(), ElementsAre("B", "C", "D"));
+    camera->rememberPassword("B");
+    EXPECT_THAT(camera->passwordHistory(), ElementsAre("C", "D", "B")) << "moved, none lost";
+    camera->rememberPassword("B");
+    EXPECT_THAT(backEnd->selectedPasswordHistory(), ElementsAre("C", "D", "B"));
+    camera->close(false);
+    camera->open();
+    EXPECT_THAT(camera->passwordHistory(), ElementsAre("C", "D", "B")) << "survives a close";
+}
+
+// 2 GiB and a byte: more than any device takes.
+TEST_F(RulesTest, TooLongAPassword)
+{
+    const std::string longest(0x80000000u, 'x');
+    Device *camera = select();
+    PasswordCheck code{};
+    std::string message;
+    EXPECT_FALSE(backEnd->checkNewPassword(longest, code, &message));
+    EXPECT_EQ(code, PasswordCheck::PasswordTooLong);
+    EXPECT_EQ(message, "Your password is too long. (max 2147483647 characters)");
+    backEnd->unlock("hunter22", false);
+    simulator.clearLog();
+    EXPECT_EQ(printedBy([&] { camera->setPassword(longest); }), "Your password is too long.\n");
+    EXPECT_EQ(printedBy([&] { camera->unlock(longest); }), "") << "dropped without a word";
+    EXPECT_TRUE(simulator.calls("GCWritePort").empty());
+}
+
+} // namespace
