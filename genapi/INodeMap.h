@@ -20,7 +20,7 @@ public:
     virtual void Poll(std::int64_t elapsedTime) = 0;
 
     /// Fills \p nodes with the named nodes in the order of the description, without those for which GetNode()
-    /// throws.
+    /// throws and without formulas that stand inside registers.
     virtual void GetNodes(NodeList_t &nodes) = 0;
 
     /// \return the node, or null when the description has none of that name. An entry of an enumeration is
@@ -29,7 +29,7 @@ public:
     /// \throws PropertyException  two nodes bear the name, or the node's own children can't be read
     virtual INode *GetNode(const GenICam_3_2_TVN::gcstring &name) = 0;
 
-    /// The number of named nodes.
+    /// The number of named nodes, formulas that stand inside registers not counted.
     virtual std::uint64_t GetNumNodes() const = 0;
 
     /// \param enable  false: every read goes to the device, whatever the description says of caching

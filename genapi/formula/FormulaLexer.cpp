@@ -28,8 +28,8 @@ bool isPartOfWord(char byte)
 
 std::size_t symbolLength(std::string_view text)
 {
-    constexpr std::array<std::string_view, 11> pairs{"**", "<<", ">>", "<=", ">=", "<>",
-                                                     "==", "!=", "&&", "||", ""};
+    constexpr std::array<std::string_view, 10> pairs{
+        "**", "<<", ">>", "<=", ">=", "<>", "==", "!=", "&&", "||"};
     for (const std::string_view pair : pairs) {
         if (text.starts_with(pair))
             return 2;

@@ -56,10 +56,8 @@ void forEachFormulaNode(const Elements &elements, Visitor &&visit)
     for (const pugi::xml_node element : elements) {
         if (element.child("Formula") || element.child("FormulaTo") || element.child("FormulaFrom"))
             visit(element);
-        for (const pugi::xml_node inner : element.children("IntSwissKnife")) {
-            if (!inner.attribute("Name"))
-                visit(inner);
-        }
+        for (const pugi::xml_node inner : element.children("IntSwissKnife"))
+            visit(inner);
     }
 }
 

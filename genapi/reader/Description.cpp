@@ -23,15 +23,18 @@ bool hasTag(pugi::xml_node element, const char *tag)
     return std::strcmp(element.name(), tag) == 0;
 }
 
-/// Visits every element that defines a named node, in document order: children of the root and of groups,
-/// entries of a StructReg, and formulas with a name that stand inside a register.
 template <class Visitor>
-void forEachNode(pugi::xml_node root, Visitor &&visit)
+void visitIfNamed(pugi::xml_node element, Visitor &visit)
 {
-    const auto visitIfNamed = [&](pugi::xml_node element) {
-        if (const pugi::xml_attribute name = element.attribute("Name"))
-            visit(element, name.value());
-    };
+    if (const pugi::xml_attribute name = element.attribute("Name"))
+        visit(element, name.value());
+}
+
+/// Visits every element that defines a named node, in document order: children of the root and of groups,
+/// and entries of a StructReg.
+template <class Visitor>
+void forEachNode(pugi::xml_node root, Visitor visit)
+{
     pugi::xml_node element = root.first_child();
     pugi::xml_node parent = root;
     for (;;) {
@@ -47,10 +50,10 @@ void forEachNode(pugi::xml_node root, Visitor &&visit)
             element = element.first_child();
             continue;
         }
-        visitIfNamed(element);
-        for (const pugi::xml_node child : element.children()) {
-            if (hasTag(child, "StructEntry") || hasTag(child, "IntSwissKnife"))
-                visitIfNamed(child);
+        visitIfNamed(element, visit);
+        if (hasTag(element, "StructReg")) {
+            for (const pugi::xml_node entry : element.children("StructEntry"))
+                visitIfNamed(entry, visit);
         }
         element = element.next_sibling();
     }
@@ -64,17 +67,23 @@ std::string placeOf(std::string_view xml, std::ptrdiff_t offset)
     return "line " + std::to_string(line) + ", byte " + std::to_string(place);
 }
 
-} // namespace
-
-Description::Description(EContentType_t contentType, std::string_view source)
-    : contentType{contentType}, source{source}
+/// Before anything is copied.
+std::string_view requireSize(std::string_view bytes)
 {
-    if (source.empty())
+    if (bytes.empty())
         raise<InvalidArgumentException>(sourceFileName, "The description is empty");
-    if (source.size() > limits::descriptionSize)
+    if (bytes.size() > limits::descriptionSize)
         raise<InvalidArgumentException>(sourceFileName, "The description is larger than " +
                                                             std::to_string(limits::descriptionSize >> 20) +
                                                             " MiB");
+    return bytes;
+}
+
+} // namespace
+
+Description::Description(EContentType_t contentType, std::string_view bytes)
+    : contentType{contentType}, source{requireSize(bytes)}
+{
     switch (contentType) {
     case ContentType_Xml:
         parse(source);
@@ -90,7 +99,9 @@ Description::Description(EContentType_t contentType, std::string_view source)
 
 void Description::parse(std::string_view xml)
 {
-    xml = xml.substr(0, xml.find_last_not_of('\0') + 1);
+    // Zeros behind the end, but for those that fill up the last character of UTF-16 or UTF-32.
+    const std::size_t end = xml.find_last_not_of('\0') + 1;
+    xml = xml.substr(0, (end + 3) / 4 * 4);
     const pugi::xml_parse_result result = document.load_buffer(xml.data(), xml.size());
     if (!result)
         raise<InvalidArgumentException>(sourceFileName, std::string{"The description is no XML: "} +
@@ -108,8 +119,19 @@ void Description::buildIndex()
     forEachNode(document.document_element(), [this](pugi::xml_node element, const char *name) {
         index.push_back({std::hash<std::string_view>{}(name), name, element});
     });
-    index.shrink_to_fit();
     std::sort(index.begin(), index.end(), precedes);
+}
+
+void Description::buildInlineIndex() const
+{
+    const auto add = [this](pugi::xml_node element, const char *name) {
+        inlineIndex.push_back({std::hash<std::string_view>{}(name), name, element});
+    };
+    forEachNode(document.document_element(), [&add](pugi::xml_node element, const char *) {
+        for (const pugi::xml_node formula : element.children("IntSwissKnife"))
+            visitIfNamed(formula, add);
+    });
+    std::sort(inlineIndex.begin(), inlineIndex.end(), precedes);
 }
 
 bool Description::precedes(const Entry &left, const Entry &right)
@@ -123,6 +145,14 @@ bool Description::isMadeOf(EContentType_t otherType, std::string_view otherSourc
 }
 
 Description::Found Description::find(std::string_view name) const
+{
+    if (const Found found = findIn(index, name); found.element)
+        return found;
+    std::call_once(inlineIndexBuilt, [this] { buildInlineIndex(); });
+    return findIn(inlineIndex, name);
+}
+
+Description::Found Description::findIn(const std::vector<Entry> &index, std::string_view name)
 {
     const std::size_t hash = std::hash<std::string_view>{}(name);
     const auto first = std::lower_bound(

@@ -8,6 +8,7 @@
 #include <pugixml.hpp>
 
 #include <cstddef>
+#include <mutex>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -36,7 +37,7 @@ public:
     };
     Found find(std::string_view name) const;
 
-    /// The elements of all named nodes in document order.
+    /// The elements of all named nodes in document order, without the formulas that stand inside registers.
     std::vector<pugi::xml_node> nodes() const;
     std::size_t nodeCount() const { return index.size(); }
 
@@ -50,12 +51,19 @@ private:
 
     void parse(std::string_view xml);
     void buildIndex();
+    void buildInlineIndex() const;
+    static Found findIn(const std::vector<Entry> &index, std::string_view name);
     static bool precedes(const Entry &left, const Entry &right);
 
     EContentType_t contentType;
     std::string source; ///< as received, to tell equal descriptions
     pugi::xml_document document;
     std::vector<Entry> index; ///< by hash, then by name
+
+    // Formulas with a name that stand inside a register. Few descriptions have any, and finding them takes a
+    // walk over the whole document, so it waits for a name that the index does not have.
+    mutable std::once_flag inlineIndexBuilt;
+    mutable std::vector<Entry> inlineIndex;
 };
 
 } // namespace GenApi_3_2_TVN

@@ -1,0 +1,337 @@
+// SPDX-License-Identifier: MIT
+// What nodes have in common: where a register lies, access, caching, properties, and the kinds that hold no
+// integer.
+#include "Camera.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using namespace GenApi_3_2_TVN;
+using testing::ElementsAre;
+
+namespace {
+
+std::string integer(const std::string &name, const std::string &value)
+{
+    return "<Integer Name='" + name + "'><Value>" + value + "</Value></Integer>";
+}
+
+std::string reg(const std::string &name, const std::string &place, const std::string &more = "")
+{
+    return "<IntReg Name='" + name + "'>" + place + more + "<pPort>Device</pPort></IntReg>";
+}
+
+struct AddressRow
+{
+    const char *name;
+    const char *place;
+    const char *access;
+};
+
+class RegisterAddress : public testing::TestWithParam<AddressRow>
+{};
+
+TEST_P(RegisterAddress, IsTheSumOfItsParts)
+{
+    Camera camera{integer("Base", "0x1000") + integer("Two", "2") + integer("Minus", "-16") +
+                  integer("Size", "3") + reg("X", GetParam().place)};
+    camera.value("X");
+    EXPECT_THAT(camera.port.accesses, ElementsAre(GetParam().access));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Rows, RegisterAddress,
+    testing::Values(
+        AddressRow{"constants", "<Address>0x100</Address><Address>8</Address><Length>4</Length>", "R 264 4"},
+        AddressRow{"links", "<pAddress>Base</pAddress><pAddress>Two</pAddress><Length>2</Length>",
+                   "R 4098 2"},
+        AddressRow{"negative_link_first", "<pAddress>Minus</pAddress><Address>32</Address><Length>1</Length>",
+                   "R 16 1"},
+        AddressRow{
+            "inline_formula",
+            "<IntSwissKnife><pVariable Name='B'>Base</pVariable><Formula>B * 2</Formula></IntSwissKnife>"
+            "<Address>1</Address><Length>4</Length>",
+            "R 8193 4"},
+        AddressRow{"index_by_offset",
+                   "<Address>16</Address><pIndex Offset='0x10'>Two</pIndex><Length>4</Length>", "R 48 4"},
+        AddressRow{"index_by_offset_node",
+                   "<Address>16</Address><pIndex pOffset='Size'>Two</pIndex><Length>4</Length>", "R 22 4"},
+        AddressRow{"index_by_length", "<Address>16</Address><pIndex>Two</pIndex><Length>4</Length>",
+                   "R 24 4"},
+        AddressRow{"length_from_a_node", "<Address>16</Address><pLength>Size</pLength>", "R 16 3"},
+        AddressRow{"last_byte_of_64_bits", "<Address>0xFFFFFFFFFFFFFFFF</Address><Length>1</Length>",
+                   "R 18446744073709551615 1"}),
+    [](const auto &row) { return row.param.name; });
+
+TEST(Node, NamedFormulasInsideARegisterAreFoundByName)
+{
+    Camera camera{
+        integer("Base", "64") +
+        reg("X", "<IntSwissKnife Name='Where'><pVariable Name='B'>Base</pVariable><Formula>B + 4</Formula>"
+                 "</IntSwissKnife><Length>1</Length>")};
+    camera.value("X");
+    EXPECT_THAT(camera.port.accesses, ElementsAre("R 68 1"));
+    EXPECT_EQ(camera.value("Where"), 68);
+}
+
+TEST(Node, GroupsAreTransparentAndEntriesAreFoundByTheirEnumeration)
+{
+    Camera camera{
+        "<Group Comment='outer'><Group><Group/>" + integer("Deep", "3") + "</Group>" + integer("After", "4") +
+        "</Group><Enumeration Name='Pixel_Format'><EnumEntry Name='Mono_8'><Value>1</Value></EnumEntry>"
+        "</Enumeration><Category Name='Root'><pFeature>After</pFeature><pFeature>Gone</pFeature>"
+        "<pFeature>Deep</pFeature></Category>"};
+    EXPECT_EQ(camera.value("Deep") * 10 + camera.value("After"), 34);
+    ASSERT_NE(camera.node("EnumEntry_Pixel_Format_Mono_8"), nullptr);
+    EXPECT_STREQ(camera.node("EnumEntry_Pixel_Format_Mono_8")->GetName().c_str(),
+                 "EnumEntry_Pixel_Format_Mono_8");
+    EXPECT_EQ(camera.node("EnumEntry_Pixel_Format_Mono_9"), nullptr);
+
+    NodeList_t features;
+    CCategoryPtr
+    {
+        camera.node("Root")
+        } -> GetFeatures(features);
+    EXPECT_THAT(features, ElementsAre(camera.node("After"), camera.node("Deep")));
+    NodeList_t all;
+    camera.nodeMap._GetNodes(all);
+    EXPECT_THAT(all, ElementsAre(camera.node("Device"), camera.node("Deep"), camera.node("After"),
+                                 camera.node("Pixel_Format"), camera.node("Root")));
+    EXPECT_EQ(camera.nodeMap._GetNumNodes(), 5U);
+}
+
+TEST(Node, PropertiesAreWhatTheDescriptionSays)
+{
+    Camera camera{
+        "<Integer Name='Gain'><ToolTip> How <!-- much --> bright </ToolTip><Value>1</Value>"
+        "<pSelected>A</pSelected><pSelected>B</pSelected></Integer>"
+        "<IntSwissKnife Name='K'><pVariable Name='V'>Gain</pVariable><Formula>V</Formula></IntSwissKnife>"
+        "<Enumeration Name='Mode'><EnumEntry Name='On'/></Enumeration>"};
+    GenICam_3_2_TVN::gcstring value;
+    GenICam_3_2_TVN::gcstring attribute{"as before"};
+    const auto property = [&](const char *node, const char *name) {
+        EXPECT_TRUE(camera.node(node)->GetProperty(name, value, attribute)) << name;
+        return std::string{value.c_str()} + "|" + attribute.c_str();
+    };
+    EXPECT_FALSE(camera.node("Gain")->GetProperty("Unit", value, attribute));
+    EXPECT_STREQ(attribute.c_str(), "as before");
+    EXPECT_EQ(property("Gain", "NodeType"), "Integer|");
+    EXPECT_EQ(property("EnumEntry_Mode_On", "NodeType"), "EnumEntry|");
+    EXPECT_EQ(property("Gain", "ToolTip"), "How  bright|");
+    EXPECT_EQ(property("Gain", "pSelected"), "A\tB|\t");
+    EXPECT_EQ(property("K", "pVariable"), "Gain|V");
+}
+
+TEST(Node, AccessModeIsTheNarrowestOfAllThatIsReferredTo)
+{
+    const std::string plain = "<Address>0</Address><Length>1</Length>";
+    Camera camera{
+        reg("Default", plain) + reg("Both", plain, "<AccessMode>RW</AccessMode>") +
+        reg("In", plain, "<AccessMode>WO</AccessMode>") +
+        reg("Imposed", plain, "<AccessMode>RW</AccessMode><ImposedAccessMode>RO</ImposedAccessMode>") +
+        reg("Torn", plain, "<AccessMode>WO</AccessMode><ImposedAccessMode>RO</ImposedAccessMode>") +
+        "<Integer Name='Outer'><pValue>Imposed</pValue></Integer>"
+        "<IntSwissKnife Name='Knife'><pVariable Name='B'>Both</pVariable><Formula>B</Formula></IntSwissKnife>"
+        "<IntSwissKnife Name='Blind'><pVariable Name='I'>In</pVariable><Formula>I</Formula></IntSwissKnife>" +
+        integer("Own", "1")};
+    const auto mode = [&](const char *name) { return camera.node(name)->GetAccessMode(); };
+    EXPECT_THAT((std::vector{mode("Default"), mode("Both"), mode("In"), mode("Imposed"), mode("Torn"),
+                             mode("Outer"), mode("Knife"), mode("Blind"), mode("Own")}),
+                ElementsAre(RO, RW, WO, RO, NA, RO, RO, NA, RW));
+    camera.port.accessMode = RO;
+    EXPECT_EQ(mode("Both"), RO);
+    EXPECT_EQ(mode("In"), NA);
+    camera.port.accesses.clear();
+    camera.integer("Both")->SetValue(1);
+    EXPECT_THAT(camera.port.accesses, ElementsAre("W 0 1"))
+        << "the port itself refuses what it does not allow";
+
+    EXPECT_EQ(refusal([&] { camera.integer("Default")->SetValue(1, false); }),
+              "Node 'Default': can only be read");
+    EXPECT_EQ(refusal([&] { camera.value("In"); }), "Node 'In': can only be written");
+    EXPECT_EQ(refusal([&] { camera.value("Torn"); }), "Node 'Torn': not available at present");
+}
+
+TEST(Node, ConditionsAreReadFromNodesOfEveryKind)
+{
+    Camera camera{
+        "<Boolean Name='Flag'><pValue>Raw</pValue><OnValue>5</OnValue></Boolean>" + integer("Raw", "5") +
+        "<Integer Name='Gain'><pIsImplemented>Flag</pIsImplemented><pIsAvailable>Switch</pIsAvailable>"
+        "<pIsLocked>Lock</pIsLocked><Value>1</Value></Integer>" +
+        integer("Switch", "-1") +
+        "<IntSwissKnife Name='Lock'><pVariable Name='S'>Raw</pVariable><Formula>S = "
+        "6</Formula></IntSwissKnife>"
+        "<Command Name='Go'><pIsLocked>Switch</pIsLocked><pValue>Raw</pValue><CommandValue>9</CommandValue>"
+        "</Command>"};
+    EXPECT_EQ(camera.node("Gain")->GetAccessMode(), RW);
+    camera.integer("Switch")->SetValue(0);
+    EXPECT_EQ(camera.node("Gain")->GetAccessMode(), NA);
+    EXPECT_EQ(refusal([&] { camera.value("Gain"); }), "Node 'Gain': not available at present");
+    camera.integer("Switch")->SetValue(1);
+    camera.integer("Raw")->SetValue(6);
+    EXPECT_EQ(camera.node("Gain")->GetAccessMode(), NI) << "the flag compares with its OnValue";
+    EXPECT_EQ(refusal([&] { camera.value("Gain"); }), "Node 'Gain': not implemented");
+    EXPECT_EQ(refusal([&] { camera.command("Go")->Execute(); }), "Node 'Go': can only be read");
+    camera.boolean("Flag")->SetValue(true);
+    EXPECT_EQ(camera.value("Raw"), 5);
+}
+
+TEST(Node, BooleansCommandsAndStringsReachTheirInnerNodes)
+{
+    Camera camera{
+        reg("Raw", "<Address>0</Address><Length>1</Length>", "<AccessMode>RW</AccessMode>") +
+        "<Boolean Name='Flag'><pValue>Raw</pValue><OnValue>9</OnValue><OffValue>4</OffValue></Boolean>"
+        "<Boolean Name='Own'><Value>true</Value></Boolean>" +
+        reg("Door", "<Address>8</Address><Length>1</Length>", "<AccessMode>WO</AccessMode>") +
+        "<Command Name='Go'><pValue>Raw</pValue><CommandValue>3</CommandValue></Command>"
+        "<Command Name='Knock'><pValue>Door</pValue><pCommandValue>Code</pCommandValue></Command>" +
+        integer("Code", "0x2a") +
+        "<String Name='Name'><pValue>NameReg</pValue></String>"
+        "<String Name='Fixed'><Value>  steady </Value></String><StringReg Name='NameReg'>" +
+        at(16, 6, "<AccessMode>RW</AccessMode>") + "</StringReg>"};
+    camera.port.set(0, {9});
+    EXPECT_TRUE(camera.boolean("Flag")->GetValue());
+    camera.boolean("Flag")->SetValue(false);
+    EXPECT_THAT(camera.port.get(0, 1), ElementsAre(4));
+    EXPECT_TRUE(camera.boolean("Own")->GetValue());
+
+    camera.command("Go")->Execute();
+    EXPECT_FALSE(camera.command("Go")->IsDone());
+    camera.port.set(0, {0});
+    EXPECT_TRUE(camera.command("Go")->IsDone()) << "asked of the device, not of the cache";
+    camera.command("Knock")->Execute();
+    EXPECT_THAT(camera.port.get(8, 1), ElementsAre(0x2a));
+    EXPECT_TRUE(camera.command("Knock")->IsDone());
+
+    camera.port.set(16, {'a', 'b', 0, 'x', 'y', 'z'});
+    EXPECT_EQ(camera.text("Name"), "ab");
+    camera.string("Name")->SetValue("camera");
+    EXPECT_EQ(camera.text("NameReg"), "camera") << "a full register needs no zero at its end";
+    camera.string("NameReg")->SetValue("cam");
+    EXPECT_THAT(camera.port.get(16, 6), ElementsAre('c', 'a', 'm', 0, 0, 0));
+    EXPECT_EQ(camera.text("Fixed"), "steady");
+    EXPECT_EQ(refusal([&] { camera.string("Name")->SetValue("cameras"); }),
+              "Node 'Name': a text of 7 bytes; possible are 6");
+}
+
+TEST(Cache, AnswersUntilAnythingIsWrittenOrTimeIsUp)
+{
+    Camera camera{reg("Plain", "<Address>0</Address><Length>1</Length>", "<AccessMode>RW</AccessMode>") +
+                  reg("Live", "<Address>0</Address><Length>1</Length>", "<Cachable>NoCache</Cachable>") +
+                  reg("Slow", "<Address>0</Address><Length>1</Length>", "<PollingTime>1000</PollingTime>") +
+                  integer("Other", "1")};
+    const auto reads = [&](const char *name) {
+        camera.port.accesses.clear();
+        camera.value(name);
+        return camera.port.accesses.size();
+    };
+    EXPECT_EQ(reads("Plain") * 10 + reads("Plain"), 10U);
+    EXPECT_EQ(reads("Live") * 10 + reads("Live"), 11U);
+    camera.integer("Other")->SetValue(2);
+    EXPECT_EQ(reads("Plain"), 1U);
+    camera.node("Other")->InvalidateNode();
+    EXPECT_EQ(reads("Plain"), 1U);
+    EXPECT_EQ(reads("Slow"), 1U);
+    camera.nodeMap._Poll(999);
+    EXPECT_EQ(reads("Slow"), 0U);
+    camera.nodeMap._Poll(1);
+    EXPECT_EQ(reads("Slow") * 10 + reads("Plain"), 10U);
+
+    camera.port.accesses.clear();
+    camera.integer("Plain")->GetValue(false, true);
+    EXPECT_EQ(camera.port.accesses.size(), 1U);
+    camera.nodeMap._EnableCaching(false);
+    EXPECT_EQ(reads("Plain") * 10 + reads("Plain"), 11U);
+}
+
+TEST(Cache, IsNeverStaleAfterAWriteThroughTheNodeMap)
+{
+    Camera camera{reg("Whole", "<Address>0</Address><Length>2</Length>", "<AccessMode>RW</AccessMode>") +
+                  "<MaskedIntReg Name='Part'>" +
+                  at(0, 2, "<AccessMode>RW</AccessMode><LSB>8</LSB><MSB>15</MSB>") + "</MaskedIntReg>" +
+                  integer("Selector", "0") +
+                  reg("Selected", "<Address>16</Address><pIndex>Selector</pIndex><Length>1</Length>")};
+    camera.port.set(16, {10, 20});
+    EXPECT_EQ(camera.value("Whole"), 0);
+    camera.integer("Part")->SetValue(1);
+    EXPECT_EQ(camera.value("Whole"), 256) << "another node on the same bytes";
+    EXPECT_EQ(camera.value("Selected"), 10);
+    camera.integer("Selector")->SetValue(1);
+    EXPECT_EQ(camera.value("Selected"), 20) << "another place";
+
+    camera.port.failure = "cut off";
+    EXPECT_THROW(camera.integer("Whole")->SetValue(7), std::runtime_error);
+    camera.port.failure.clear();
+    camera.port.set(0, {9, 0});
+    EXPECT_EQ(camera.value("Whole"), 9) << "a write that failed may have done something";
+}
+
+TEST(Port, FailuresPassThroughUnchangedAndLeaveTheNodeUsable)
+{
+    Camera camera{reg("Inner", "<Address>0</Address><Length>1</Length>") +
+                  "<Integer Name='Outer'><pValue>Inner</pValue></Integer>"};
+    camera.port.failure = "GCReadPort failed";
+    for (int time = 0; time < 2; ++time) {
+        try {
+            camera.value("Outer");
+            ADD_FAILURE() << "no exception";
+        } catch (const std::runtime_error &error) {
+            EXPECT_STREQ(error.what(), "GCReadPort failed");
+        }
+    }
+    camera.port.failure.clear();
+    camera.port.set(0, {8});
+    EXPECT_EQ(camera.value("Outer"), 8);
+}
+
+TEST(Port, IsConnectedByNameAndReplaysRecordedWrites)
+{
+    Camera camera{integer("NoPort", "1") + reg("X", "<Address>0</Address><Length>1</Length>")};
+    EXPECT_TRUE(camera.isConnected);
+    EXPECT_FALSE(camera.nodeMap._Connect(&camera.port, "Nobody"));
+    EXPECT_FALSE(camera.nodeMap._Connect(&camera.port, "NoPort"));
+    EXPECT_TRUE(camera.nodeMap._Connect(static_cast<IPort *>(nullptr)));
+    EXPECT_EQ(camera.node("X")->GetAccessMode(), NA);
+    EXPECT_EQ(refusal([&] { camera.value("X"); }), "Node 'X': port 'Device' is not connected");
+    EXPECT_TRUE(camera.nodeMap._Connect(static_cast<IPort *>(&camera.port)));
+
+    struct Writes : IPortWriteList
+    {
+        void Replay(IPort *port) override { port->Write("\x05", 0, 1); }
+    } writes;
+    EXPECT_EQ(camera.value("X"), 0);
+    camera.port.Replay(&writes, true);
+    EXPECT_EQ(camera.value("X"), 0) << "the port does not know its node yet";
+    camera.port.SetPortImpl(dynamic_cast<IPort *>(camera.node("Device")));
+    camera.port.Replay(&writes, false);
+    EXPECT_EQ(camera.value("X"), 0) << "not asked to invalidate";
+    camera.port.Replay(nullptr, true);
+    EXPECT_EQ(camera.value("X"), 5);
+    EXPECT_EQ(camera.port.GetSwapEndianess(), No);
+}
+
+TEST(Node, KindsWithoutEvaluationHaveTheirTypeAndWords)
+{
+    Camera camera{"<Float Name='Exposure'><Value>1.5</Value></Float><Register Name='Table'>" + at(0, 64) +
+                  "</Register><Integer Name='Outer'><pValue>Exposure</pValue></Integer>"
+                  "<StructReg Name='S'>" +
+                  at(0, 4) + "<StructEntry Name='Entry'><Bit>1</Bit></StructEntry></StructReg>"};
+    GenICam_3_2_TVN::gcstring type;
+    GenICam_3_2_TVN::gcstring attribute;
+    EXPECT_TRUE(camera.node("Table")->GetProperty("NodeType", type, attribute));
+    EXPECT_STREQ(type.c_str(), "Register");
+    EXPECT_FALSE(camera.integer("Table").IsValid());
+    EXPECT_EQ(refusal([&] {
+                  CFloatPtr
+                  {
+                      camera.node("Exposure")
+                      } -> GetValue();
+              }),
+              "Node 'Exposure': a Float, a kind that this version does not evaluate");
+    EXPECT_EQ(refusal([&] { camera.value("Outer"); }),
+              "Node 'Outer': pValue names 'Exposure', a Float, a kind that this version does not evaluate");
+    EXPECT_EQ(refusal([&] { camera.value("Entry"); }),
+              "Node 'Entry', a StructEntry, a kind that this version does not evaluate");
+}
+
+} // namespace
