@@ -46,11 +46,11 @@ ensure_packages() {
 
 # build PRESET [OPTION...]: configures with the options and builds. The folder is build/PRESET.
 build() {
-    local preset=$1
+    local preset=$1 messages
     shift
     (
         cd -- "$torvane_root" || exit
-        cmake --preset "$preset" --log-level=WARNING "$@"
+        messages=$(cmake --preset "$preset" "$@" 2>&1) || { say "$messages"; exit 1; }
         cmake --build --preset "$preset"
     ) </dev/null >&2
 }
