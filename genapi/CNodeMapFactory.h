@@ -33,10 +33,10 @@ public:
     CNodeMapFactory();
 
     /// Parses the description, or finds it among those in use. A byte-order mark before it and zero bytes
-    /// behind it are passed over. The bytes are not referred to afterwards. \param size           bytes at \p
-    /// data \param parseFormulas  refuse a description with a faulty formula here, not when the formula is
-    /// first used \throws GenericException  the bytes are no description; the text says what is wrong and
-    /// where
+    /// behind it are passed over. The bytes are not referred to afterwards.
+    /// \param size           bytes at \p data
+    /// \param parseFormulas  refuse a description with a faulty formula here, not at the formula's first use
+    /// \throws GenericException  the bytes are no description; the text says what is wrong and where
     CNodeMapFactory(EContentType_t contentType, const void *data, std::size_t size,
                     ECacheUsage_t cacheUsage = CacheUsage_Automatic, bool parseFormulas = false);
     ~CNodeMapFactory();

@@ -23,8 +23,8 @@ public:
 };
 
 /// Without a node map, each operation but _GetSupportedSchemaVersions throws AccessException. The order of
-/// the virtual operations is part of the contract, and so are the lines that the exceptions bear. Copies
-/// share the node map. Their count is a plain number: copies of one reference stay on one thread.
+/// the virtual operations is part of the contract, and so are the lines that the exceptions bear.
+/// Copies share the node map. Their count is a plain number: copies of one reference stay on one thread.
 template <class TCameraParams>
 class CNodeMapRefT : public TCameraParams
 {
@@ -36,9 +36,9 @@ public:
     CNodeMapRefT &operator=(const CNodeMapRefT &other);
     ~CNodeMapRefT() override { _Destroy(); }
 
-    /// Each makes the node map. \throws RuntimeException "Node map already created", or whatever the factory
-    /// throws, which leaves the reference without a node map. \p data and \p text are not referred to
-    /// afterwards.
+    /// Each makes the node map, named "Device" from an archive and by its own name from a text. The bytes are
+    /// not referred to afterwards. A failure leaves the reference without a node map.
+    /// \throws RuntimeException  "Node map already created"; and what the factory throws
     void _LoadXMLFromZIPData(const void *data, std::size_t size);
     void _LoadXMLFromString(const gcstring &text);
 

@@ -56,7 +56,7 @@ public:
     using GenericException::GenericException;
 };
 
-/// The description itself is at fault: a child that is missing or unreadable, a reference to nowhere or in a
+/// The description itself is at fault: a child is missing or unreadable, a reference leads nowhere or in a
 /// circle.
 class PropertyException : public GenericException
 {
@@ -89,8 +89,8 @@ public:
     using GenericException::GenericException;
 };
 
-/// Builds an exception for one place in the sources: throw ExceptionReporter<AccessException>(file,
-/// line).Report(...).
+/// Builds an exception for one place in the sources:
+///     throw ExceptionReporter<AccessException>("GenApi/Node", __LINE__).Report("...", ...);
 template <class Exception>
 class ExceptionReporter
 {

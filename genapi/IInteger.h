@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Nodes with a signed 64-bit value: Integer, IntReg, MaskedIntReg, IntSwissKnife, IntConverter and
-// StructEntry.
+// Nodes with a signed 64-bit value: Integer, IntReg, MaskedIntReg, IntSwissKnife, IntConverter, StructEntry.
 #pragma once
 
 #include "IBase.h"

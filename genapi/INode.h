@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// One node of a node map, whatever its kind. Its value is reached by a dynamic cast to the interface of the
-// kind.
+// One node of a node map, whatever its kind. A dynamic cast to the interface of the kind reaches its value.
 #pragma once
 
 #include "IBase.h"
@@ -22,8 +21,7 @@ public:
     /// \param name       "NodeType" for the kind (the name of the XML element), "Name", or the tag of a child
     /// \param value      receives the text; texts of several children of one tag are joined by tabs
     /// \param attribute  receives the first attribute of those children, joined likewise
-    /// \return false, with both texts left as they were, when the description of the node has nothing of that
-    /// name
+    /// \return false, with both texts left as they were, when the description has nothing of that name
     virtual bool GetProperty(const GenICam_3_2_TVN::gcstring &name, GenICam_3_2_TVN::gcstring &value,
                              GenICam_3_2_TVN::gcstring &attribute) const = 0;
 

@@ -23,9 +23,8 @@ public:
     /// throws and without formulas that stand inside registers.
     virtual void GetNodes(NodeList_t &nodes) = 0;
 
-    /// \return the node, or null when the description has none of that name. An entry of an enumeration is
-    /// found as
-    ///         "EnumEntry_" with the enumeration's name, "_" and its own.
+    /// An entry of an enumeration is found as "EnumEntry_" with the enumeration's name, "_" and its own.
+    /// \return the node, or null when the description has none of that name
     /// \throws PropertyException  two nodes bear the name, or the node's own children can't be read
     virtual INode *GetNode(const GenICam_3_2_TVN::gcstring &name) = 0;
 

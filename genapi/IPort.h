@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The road from the node map to a device: registers are read and written through an IPort that the caller
-// owns.
+// The road from the node map to a device: registers are read and written through an IPort, the caller's.
 #pragma once
 
 #include "IBase.h"

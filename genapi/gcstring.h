@@ -40,8 +40,7 @@ public:
 
     bool operator==(const gcstring &other) const noexcept = default;
 
-    /// \param cText  ends at its first zero byte, so it never equals a text that holds one; null is the empty
-    /// text
+    /// \param cText  ends at its first zero byte, so it never equals a text that holds one; null is empty
     bool operator==(const char *cText) const noexcept
     {
         return text == (cText != nullptr ? std::string_view{cText} : std::string_view{});

@@ -124,8 +124,9 @@ public:
 
     /// 64-bit signed arithmetic: sums, differences, products and powers wrap as two's complement does, "/"
     /// cuts toward zero, and the lowest number divided by -1 is itself. Only the branch taken is evaluated,
-    /// and each expression at most once. \param load  gives the value of a variable; its exceptions pass
-    /// through \throws FormulaError  a division by zero, or a shift outside 0 to 63
+    /// and each expression at most once.
+    /// \param load  gives the value of a variable; its exceptions pass through
+    /// \throws FormulaError  a division by zero, or a shift outside 0 to 63
     std::int64_t evaluateInteger(const std::function<std::int64_t(const VariableUse &)> &load) const;
 
 private:

@@ -115,8 +115,7 @@ void IntRegNode::writeInteger(std::int64_t value)
     bytes.write(std::span{buffer}.first(count));
 }
 
-/// 64 bits without a sign take every number: those from 2^63 up arrive as the negative number of the same
-/// bits.
+/// 64 bits without a sign take every number: from 2^63 up it arrives as the negative one of the same bits.
 bool IntRegNode::fits(std::int64_t value, Field bits) const
 {
     return bits.width == 64 || (value >= lowest(bits) && value <= highest(bits));

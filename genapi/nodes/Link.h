@@ -19,8 +19,7 @@ class Link
 public:
     /// \param owner    the node that refers, which holds the link
     /// \param tag      the child that refers, a literal, for messages
-    /// \param element  its element: either its text names the other node, or it is a formula that stands
-    /// there inline
+    /// \param element  its element: its text names the other node, or it is a formula that stands there
     Link(Node &owner, const char *tag, pugi::xml_node element);
     Link(Node &owner, const char *tag, std::string targetName);
 

@@ -48,8 +48,7 @@ private:
     std::optional<Formula> formula;
 };
 
-/// Calls \p visit for each of \p elements that has a formula, and for the formulas that stand inside
-/// registers.
+/// Calls \p visit for each of \p elements that has a formula, and for formulas that stand inside registers.
 template <class Elements, class Visitor>
 void forEachFormulaNode(const Elements &elements, Visitor &&visit)
 {

@@ -2,6 +2,7 @@
 // See the header.
 #include "NodeMap.h"
 
+#include "Limits.h"
 #include "NodeFactory.h"
 #include "NodeFormula.h"
 #include "PortNode.h"
@@ -60,7 +61,7 @@ Node *NodeMap::find(std::string_view name)
 pugi::xml_node NodeMap::findEntry(std::string_view name) const
 {
     constexpr std::string_view prefix = "EnumEntry_";
-    if (!name.starts_with(prefix))
+    if (!name.starts_with(prefix) || name.size() > limits::entryNameLength)
         return {};
     name.remove_prefix(prefix.size());
     for (std::size_t cut = name.find('_'); cut != std::string_view::npos; cut = name.find('_', cut + 1)) {

@@ -22,9 +22,9 @@ class Register
 public:
     Register(Node &owner, pugi::xml_node element);
 
-    /// \return the bytes, good until the next call of this register; the part that a port did not deliver is
-    /// zero \throws GenericException  the place can't be had or no port is connected; what the port throws
-    /// passes through
+    /// \return the bytes, good until the next call of this register; what a port did not deliver is zero
+    /// \throws GenericException  the place can't be had or no port is connected
+    /// What the port throws passes through.
     std::span<const std::uint8_t> read(Reading reading);
     /// Drops all caches of the node map, its own too: a device may round or refuse what it is given, so what
     /// it holds now is known only by reading it again.

@@ -32,8 +32,7 @@ public:
     public:
         /// \param by  the child of the previous node that leads here; empty for a call from outside. Kept by
         ///            pointer: a literal.
-        /// \throws PropertyException  the node already waits for this, or a limit is passed; the text shows
-        /// the way
+        /// \throws PropertyException  the node waits for this already, or a limit is passed; it shows the way
         Step(Trail &trail, const Node &node, Aspect aspect, const char *by);
         ~Step();
         Step(const Step &) = delete;
@@ -43,8 +42,8 @@ public:
         Trail &trail;
     };
 
-    /// How the node that is being asked was reached: "Node 'Gain': pValue names 'Text'", or "Node 'Text'"
-    /// from outside.
+    /// How the node that is being asked was reached: "Node 'Gain': pValue names 'Text'"; from outside,
+    /// "Node 'Text'".
     std::string arrival() const;
 
 private:

@@ -19,8 +19,7 @@ class Description
 {
 public:
     /// \throws InvalidArgumentException  \p source is no archive, no XML or has no RegisterDescription; the
-    /// text
-    ///         says which, and where
+    ///         text says which, and where
     Description(EContentType_t contentType, std::string_view source);
 
     Description(const Description &) = delete;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// See the header. Neither parsing nor comparing happens under the lock, so a large description holds up
-// nobody.
+// See the header. Parsing happens outside the lock, and so does the comparison that finds a description in
+// use. Only a new one is compared under it, with those of its size.
 #include "DescriptionCache.h"
 
 #include <cstddef>

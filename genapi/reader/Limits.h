@@ -12,6 +12,9 @@ namespace GenApi_3_2_TVN::limits {
 /// up to sixteen.
 inline constexpr std::size_t descriptionSize = std::size_t{32} << 20;
 
+/// Bytes of a name that is taken apart at its underscores.
+inline constexpr std::size_t entryNameLength = 1024;
+
 /// Nodes that lead to one another in a row, each waiting for the next on the stack.
 inline constexpr std::size_t chainLength = 100;
 

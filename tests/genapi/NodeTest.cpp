@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What nodes have in common: where a register lies, access, caching, properties, and the kinds that hold no
+// What nodes have in common: where a register lies, access, caching, properties, and kinds without an
 // integer.
 #include "Camera.h"
 
