@@ -87,7 +87,7 @@ public:
         });
     }
 
-    /// Answers in any state of the library, and asks no failure rules.
+    /// Answers in any state of the library; the failure rules are the business of \p body.
     template <class Body>
     GC_ERROR answerAlways(Body body) noexcept
     {

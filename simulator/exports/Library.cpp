@@ -35,7 +35,8 @@ GC_ERROR GCGetLastError(GC_ERROR *code, char *text, std::size_t *size)
 {
     const LastError record = lastError();
     Call call{"GCGetLastError", Buffer{text}};
-    const GC_ERROR result = call.answerAlways([&](Producer &) {
+    const GC_ERROR result = call.answerAlways([&](Producer &producer) {
+        producer.strike(call.about());
         require(code, "the pointer to the code");
         require(size, "the pointer to the size");
         call.output(std::to_string(record.code));

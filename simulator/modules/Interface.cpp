@@ -73,14 +73,16 @@ bool Interface::refresh()
     const bool hasChanged =
         !std::equal(cameras_.begin(), cameras_.end(), fresh.begin(), fresh.end(), hasSameId);
     cameras_ = std::move(fresh);
+    indexes.clear();
+    for (std::size_t index = 0; index < cameras_.size(); ++index)
+        indexes.emplace(cameras_[index]->id, index);
     return hasChanged;
 }
 
 const std::shared_ptr<const CameraSettings> &Interface::find(const std::string &id) const
 {
-    for (const auto &candidate : cameras_)
-        if (candidate->id == id)
-            return candidate;
+    if (const auto found = indexes.find(id); found != indexes.end())
+        return cameras_[found->second];
     throw GenTLError(GC_ERR_INVALID_ID, "no camera \"" + id + "\" in the list");
 }
 

@@ -10,6 +10,8 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace simulator {
@@ -54,6 +56,7 @@ private:
     Producer &producer;
     std::shared_ptr<const InterfaceSettings> settings_;
     std::vector<std::shared_ptr<const CameraSettings>> cameras_;
+    std::unordered_map<std::string_view, std::size_t> indexes; // in cameras_, by identifier
     std::map<std::string, std::unique_ptr<Device>> opened;
 };
 
