@@ -7,7 +7,9 @@
 
 #include <gmock/gmock.h>
 
+#include <chrono>
 #include <fstream>
+#include <sstream>
 
 using testing::ElementsAre;
 
@@ -36,6 +38,21 @@ TEST(Configuration, TheDefaultCamerasCoverTheStatesOfAList)
                                     "sim-gev-default 1 [01 00 00 00 00 00 00 00]", "sim-gev-nolock 1 []",
                                     "sim-gev-busy 4 []", "sim-gev-readonly 2 [01 00 00 00 01 00 00 00]",
                                     "sim-u3v-locked 1 [01 00 00 00 01 00 00 00]"));
+}
+
+TEST(Configuration, TheExampleOfItsPageIsRight)
+{
+    std::stringstream page;
+    page << std::ifstream(TORVANE_SIM_PAGE).rdbuf();
+    const std::string text = page.str();
+    const std::size_t begin = text.find("```toml\n") + 8;
+    Simulator simulator(text.substr(begin, text.find("```", begin) - begin));
+    Client client{Simulator::cti()};
+    OpenCamera camera{client, "A1"};
+    client.read(camera.port, lockState, 4);
+    EXPECT_EQ(client.code, GC_ERR_TIMEOUT);
+    EXPECT_EQ(client.lastError(), "the cable is loose");
+    EXPECT_EQ(client.read(camera.port, lockState, 8), "01 00 00 00 01 00 00 00");
 }
 
 struct Fault
@@ -195,11 +212,16 @@ TEST_F(FailureTest, ReachesTheLibraryItselfAndTheRefreshThatReadsIt)
     client.close();
     client.init();
     EXPECT_EQ(client.code, GC_ERR_RESOURCE_EXHAUSTED);
+    EXPECT_EQ(client.lastError(), "injected failure of GCInitLib");
     camera = std::make_unique<OpenCamera>(client);
 
     simulator.failNth("IFUpdateDeviceList", GC_ERR_TIMEOUT, 1, 1, "id = \"sim-eth0\"\n");
     EXPECT_THAT(client.devices(camera->interface), ElementsAre("sim-1"));
     EXPECT_EQ(client.code, GC_ERR_TIMEOUT);
+
+    simulator.failNth("GCGetLastError", GC_ERR_ERROR, 1);
+    client.devices(camera->interface);
+    EXPECT_EQ(client.lastError(), "");
 }
 
 TEST_F(FailureTest, LatencyDelaysEachPortAccess)

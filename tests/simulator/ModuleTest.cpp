@@ -149,7 +149,7 @@ protected:
     OpenCamera camera{client};
 };
 
-TEST_F(EventTest, ALostCameraIsTellAtItsModuleAndAtThoseAbove)
+TEST_F(EventTest, ALostCameraIsToldAtItsModuleAndAtThoseAbove)
 {
     const EVENT_HANDLE events[] = {registerAt(camera.device), registerAt(camera.interface),
                                    registerAt(camera.tl)};
