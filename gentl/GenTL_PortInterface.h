@@ -35,6 +35,9 @@ public:
     GenTL_PortInterface(const PORT_HANDLE &portHandle, GenTL_Interface *genTLInterface,
                         std::uint32_t urlIndex);
 
+    GenTL_PortInterface(const GenTL_PortInterface &) = delete;
+    GenTL_PortInterface &operator=(const GenTL_PortInterface &) = delete;
+
     /// Ends the node map before the share of the producer, which may unload it.
     ~GenTL_PortInterface() override;
 

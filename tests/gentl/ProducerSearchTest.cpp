@@ -82,7 +82,7 @@ TEST_F(ProducerSearchTest, ADirectoryOf257BytesIsTheLongest)
     std::string longest = folder.path() + "/" + std::string(100, 'a') + "/";
     longest += std::string(257 - longest.size(), 'b');
     std::filesystem::create_directories(longest);
-    std::ofstream{longest + "/name.cti"};
+    const std::ofstream file(longest + "/name.cti");
     EXPECT_THAT(findCtiFiles(longest), ElementsAre(longest + "/name.cti"));
     EXPECT_THAT(findCtiFiles(longest + "/"), IsEmpty()); // the same directory in 258 bytes
 }
