@@ -131,6 +131,10 @@ TEST(Archive, HoldsOneDescription)
     EXPECT_EQ(loadedZip(zipped({{"camera.xml", sound}})), "7");
     EXPECT_EQ(loadedZip(zipped({{"docs/", ""}, {"docs/read.me", "x"}, {"docs/CAMERA.XML", sound}})), "7");
     EXPECT_EQ(loadedZip(zipped({{"description", sound}})), "7");
+    CNodeMapRef named{"Left"};
+    const std::string archive = zipped({{"camera.xml", sound}});
+    named._LoadXMLFromZIPData(archive.data(), archive.size());
+    EXPECT_EQ(named._GetDeviceName(), "Device") << "whatever the reference is called";
     EXPECT_EQ(loadedZip(zipped({{"camera.xml", sound}}) + std::string(600, '\0')), "7")
         << "padding of the register";
 }

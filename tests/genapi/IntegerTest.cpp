@@ -166,6 +166,7 @@ TEST(Integer, RangeAndStepComeFromItselfFirstAndThenFromWhatItRefersTo)
         "<Integer Name='Plain'><pValue>WidthReg</pValue></Integer>"
         "<Integer Name='Outer'><pValue>Width</pValue></Integer>"
         "<Integer Name='Sensor'><Value>640</Value></Integer>"
+        "<Integer Name='Odd'><Value>3</Value><Min>3</Min><Inc>4</Inc></Integer>"
         "<Integer Name='Still'><Value>5</Value><Inc>0</Inc></Integer>"
         "<IntReg Name='WidthReg'>" +
         at(0, 2, "<AccessMode>RW</AccessMode>") + "</IntReg>"};
@@ -181,6 +182,9 @@ TEST(Integer, RangeAndStepComeFromItselfFirstAndThenFromWhatItRefersTo)
     EXPECT_EQ(refusal([&] { camera.integer("Width")->SetValue(20); }),
               "Node 'Width': 20 is not 16 plus a multiple of 8");
     EXPECT_EQ(refusal([&] { camera.integer("Still")->SetValue(5); }), "Node 'Still': its increment is 0");
+    camera.integer("Odd")->SetValue(7);
+    EXPECT_EQ(refusal([&] { camera.integer("Odd")->SetValue(8); }),
+              "Node 'Odd': 8 is not 3 plus a multiple of 4");
     camera.integer("Width")->SetValue(8, false);
     EXPECT_EQ(camera.value("Width"), 8);
     EXPECT_EQ(refusal([&] { camera.integer("Width")->GetValue(true); }),

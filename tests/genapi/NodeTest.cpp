@@ -266,6 +266,24 @@ TEST(Cache, IsNeverStaleAfterAWriteThroughTheNodeMap)
     EXPECT_EQ(camera.value("Whole"), 9) << "a write that failed may have done something";
 }
 
+TEST(Cache, IsOfOnePlaceAndOfReadsThatSucceeded)
+{
+    Camera camera{reg("Where", "<Address>64</Address><Length>1</Length>", "<Cachable>NoCache</Cachable>") +
+                  reg("X", "<pAddress>Where</pAddress><Length>1</Length>")};
+    camera.port.set(0, {10, 20});
+    EXPECT_EQ(camera.value("X"), 10);
+    camera.port.set(64, {1});
+    EXPECT_EQ(camera.value("X"), 20) << "the device moved it";
+
+    Camera cut{reg("X", "<Address>0</Address><Length>1</Length>")};
+    cut.port.set(0, {10});
+    EXPECT_EQ(cut.value("X"), 10);
+    cut.port.failure = "cut off";
+    EXPECT_THROW(cut.integer("X")->GetValue(false, true), std::runtime_error);
+    cut.port.failure.clear();
+    EXPECT_EQ(cut.value("X"), 10);
+}
+
 TEST(Port, FailuresPassThroughUnchangedAndLeaveTheNodeUsable)
 {
     Camera camera{reg("Inner", "<Address>0</Address><Length>1</Length>") +
@@ -294,6 +312,12 @@ TEST(Port, IsConnectedByNameAndReplaysRecordedWrites)
     EXPECT_EQ(camera.node("X")->GetAccessMode(), NA);
     EXPECT_EQ(refusal([&] { camera.value("X"); }), "Node 'X': port 'Device' is not connected");
     EXPECT_TRUE(camera.nodeMap._Connect(static_cast<IPort *>(&camera.port)));
+    EXPECT_EQ(camera.value("X"), 0);
+    FakePort other;
+    other.set(0, {4});
+    camera.nodeMap._Connect(&other, "Device");
+    EXPECT_EQ(camera.value("X"), 4) << "what the old port answered is forgotten";
+    camera.nodeMap._Connect(&camera.port, "Device");
 
     struct Writes : IPortWriteList
     {
