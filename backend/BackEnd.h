@@ -140,6 +140,7 @@ public:
     std::uint64_t selectOption(std::vector<std::string> keys);
 
 private:
+    struct Pass;
     enum class PromptResult
     {
         Entered,
@@ -148,9 +149,9 @@ private:
     };
 
     void editDevices(const std::function<void(std::vector<Device *> &)> &edit);
-    bool updateLibrary(GenTLLibrary &library, std::uint64_t pass);
-    void meetDevice(Device &device, std::uint64_t pass);
-    void dropUnmetDevices(const std::vector<Device *> &previous, std::uint64_t pass);
+    bool updateLibrary(GenTLLibrary &library, Pass &pass);
+    void meetDevice(Device &device, Pass &pass);
+    void dropUnmetDevices(const Pass &pass);
     PromptResult askPassword(bool withRuleCheck, std::string &password);
     bool askNewPassword(const std::string &oldPassword, std::string &newPassword);
     bool proveNewPassword(Device &device, const std::string &newPassword);
@@ -176,6 +177,5 @@ private:
     // Replaced as a whole, so that a reader always has a list that stays as it is.
     std::atomic<std::shared_ptr<const std::vector<Device *>>> devices_;
     std::atomic<Device *> selectedDevice = nullptr;
-    std::uint64_t passes = 0;
     RetiredObjects retired;
 };

@@ -6,6 +6,7 @@
 #include "GenTLLibrary.h"
 #include "GenericException.h"
 #include "ProducerSearch.h"
+#include "RollCall.h"
 #include "TLInterface.h"
 
 #include <algorithm>
@@ -33,6 +34,16 @@ void probe(Device &device)
 }
 
 } // namespace
+
+// One pass: the flat list as it was before, and which of its devices the tree still has.
+struct BackEnd::Pass
+{
+    explicit Pass(std::vector<Device *> list) : previous(std::move(list)), rollCall(previous) {}
+
+    const std::vector<Device *> previous;
+    RollCall<Device *> rollCall;
+    std::size_t met = 0; // devices of the tree, so far
+};
 
 BackEnd::BackEnd() : devices_(std::make_shared<const std::vector<Device *>>()) {}
 
@@ -73,11 +84,8 @@ bool BackEnd::discoverLibraries(bool searchEnvironment)
 
 void BackEnd::updateDevices()
 {
-    const std::uint64_t pass = ++passes;
     RetiredObjects earlier = std::exchange(retired, {});
-    const std::vector<Device *> previous = devices();
-    for (Device *device : previous)
-        device->listedInPass = pass;
+    Pass pass(devices());
 
     for (GenTLLibrary *library : libraries) {
         if (!library->gentl())
@@ -86,12 +94,12 @@ void BackEnd::updateDevices()
         if (!updateLibrary(*library, pass))
             break;
     }
-    dropUnmetDevices(previous, pass);
+    dropUnmetDevices(pass);
     freeRetired(std::move(earlier));
 }
 
 // Returns whether the library is open.
-bool BackEnd::updateLibrary(GenTLLibrary &library, std::uint64_t pass)
+bool BackEnd::updateLibrary(GenTLLibrary &library, Pass &pass)
 {
     if (!library.isOpen())
         library.openTL();
@@ -110,22 +118,19 @@ bool BackEnd::updateLibrary(GenTLLibrary &library, std::uint64_t pass)
     return true;
 }
 
-void BackEnd::meetDevice(Device &device, std::uint64_t pass)
+void BackEnd::meetDevice(Device &device, Pass &pass)
 {
-    device.metInPass = pass;
-    if (device.listedInPass == pass)
+    if (pass.rollCall.answer(pass.met++, &device))
         return;
     probe(device);
     editDevices([&](std::vector<Device *> &list) { list.push_back(&device); });
 }
 
-void BackEnd::dropUnmetDevices(const std::vector<Device *> &previous, std::uint64_t pass)
+void BackEnd::dropUnmetDevices(const Pass &pass)
 {
     std::unordered_set<Device *> gone;
-    for (Device *device : previous) {
-        if (device->metInPass != pass)
-            gone.insert(device);
-    }
+    for (const std::size_t place : pass.rollCall.missing())
+        gone.insert(pass.previous[place]);
     if (gone.empty())
         return;
     editDevices([&](std::vector<Device *> &list) {

@@ -114,11 +114,6 @@ public:
     /// The feature \p name of the remote device's node map; an empty node when the device has no port.
     RemoteNode remoteNode(const std::string &name) const;
 
-    /// For the pass alone: the number of the last pass that found the device in the flat list, and of the
-    /// last that met it in the tree.
-    std::uint64_t listedInPass = 0;
-    std::uint64_t metInPass = 0;
-
 private:
     bool isOff() const { return id_.empty() || !gentl || retired; }
     bool openWith(std::int32_t accessFlags);

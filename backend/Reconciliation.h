@@ -7,68 +7,14 @@
 #include "ConsoleIO.h"
 #include "GenTL.h"
 #include "LastError.h"
+#include "RollCall.h"
 #include "TextBuffer.h"
 
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <unordered_map>
-#include <unordered_set>
+#include <utility>
 #include <vector>
-
-/// Which of the known children the producer still reports. In a quiet pass each stands where it stood, so a
-/// child is first looked for at its own place; the index by identifier is made when one is not.
-template <class Child>
-class KnownChildren
-{
-public:
-    explicit KnownChildren(const std::vector<Child *> &children)
-        : known(children), reported(children.size(), false)
-    {}
-
-    /// Marks the child that has \p identifier. \return false when there is none
-    bool markReported(std::size_t place, std::string_view identifier)
-    {
-        if (place < known.size() && known[place]->identifier() == identifier) {
-            reported[place] = true;
-            return true;
-        }
-        if (index.empty()) {
-            for (std::size_t i = 0; i < known.size(); ++i)
-                index.emplace(known[i]->identifier(), i);
-        }
-        const auto found = index.find(identifier);
-        if (found == index.end())
-            return false;
-        reported[found->second] = true;
-        return true;
-    }
-
-    /// The places of the children whose identifier was not reported, ascending.
-    std::vector<std::size_t> gone() const
-    {
-        std::vector<std::size_t> places;
-        for (std::size_t i = 0; i < known.size(); ++i) {
-            if (!reported[i])
-                places.push_back(i);
-        }
-        if (places.empty())
-            return places;
-        // A producer may have reported one identifier twice, and now once: all that bear it stay.
-        std::unordered_set<std::string_view> present;
-        for (std::size_t i = 0; i < known.size(); ++i) {
-            if (reported[i])
-                present.insert(known[i]->identifier());
-        }
-        std::erase_if(places, [&](std::size_t i) { return present.contains(known[i]->identifier()); });
-        return places;
-    }
-
-private:
-    const std::vector<Child *> known; // a copy: the list grows meanwhile
-    std::vector<bool> reported;
-    std::unordered_map<std::string_view, std::size_t> index;
-};
 
 /// How long a producer may take to refresh a list, in milliseconds.
 inline constexpr std::uint64_t ListRefreshTimeout = 200;
@@ -85,7 +31,11 @@ inline constexpr std::uint64_t ListRefreshTimeout = 200;
 template <class Child, class Level>
 bool reconcile(std::vector<Child *> &children, Level &&level)
 {
-    KnownChildren<Child> known(children);
+    std::vector<std::string_view> identifiers;
+    identifiers.reserve(children.size());
+    for (const Child *child : children)
+        identifiers.push_back(child->identifier());
+    RollCall<std::string_view> known(std::move(identifiers));
     const auto failed = [&](std::string_view start, GC_ERROR code) {
         console::printLine(start, code, "!");
         reportLastError(level.gentl);
@@ -106,11 +56,11 @@ bool reconcile(std::vector<Child *> &children, Level &&level)
         std::size_t size = TextBuffer::size();
         if (const GC_ERROR code = level.identifier(i, buffer.data(), &size); code != GC_ERR_SUCCESS)
             return failed(console::compose(level.identifierFailure, i, ") failed with code "), code);
-        if (!known.markReported(i, buffer.text()))
+        if (!known.answer(i, buffer.text()))
             children.push_back(level.create(std::string(buffer.text())));
     }
 
-    const std::vector<std::size_t> gone = known.gone();
+    const std::vector<std::size_t> gone = known.missing();
     for (auto place = gone.rbegin(); place != gone.rend(); ++place) {
         level.destroy(children[*place]);
         children.erase(children.begin() + static_cast<std::ptrdiff_t>(*place));

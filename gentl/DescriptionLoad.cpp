@@ -15,9 +15,9 @@ namespace GenICam_Interfaces {
 
 namespace {
 
-std::string fetchingFailed(const std::string &what, const std::string &url)
+std::string fetchingFailed(const char *start, const std::string &url)
 {
-    return "Fetching the " + what + " from the URL string '" + url + "' failed also.";
+    return start + url + "' failed also.";
 }
 
 } // namespace
@@ -90,7 +90,8 @@ void GenTL_PortInterface::findAddress(DescriptionFile &file) const
     const GC_ERROR code = queryURLInfo(URL_INFO_FILE_REGISTER_ADDRESS, INFO_DATATYPE_UINT64, &file.address,
                                        sizeof file.address);
     if (code != GC_ERR_SUCCESS && !getAddressFromURL(file.url, file.address))
-        reportURLInfoError("URL_INFO_FILE_REGISTER_ADDRESS", code, fetchingFailed("address", file.url));
+        reportURLInfoError("URL_INFO_FILE_REGISTER_ADDRESS", code,
+                           fetchingFailed("Fetching the address from the URL string '", file.url));
 }
 
 void GenTL_PortInterface::findLength(DescriptionFile &file) const
@@ -98,7 +99,8 @@ void GenTL_PortInterface::findLength(DescriptionFile &file) const
     const GC_ERROR code =
         queryURLInfo(URL_INFO_FILE_SIZE, INFO_DATATYPE_UINT64, &file.length, sizeof file.length);
     if (code != GC_ERR_SUCCESS && !getLengthFromURL(file.url, file.length))
-        reportURLInfoError("URL_INFO_FILE_SIZE", code, fetchingFailed("length", file.url));
+        reportURLInfoError("URL_INFO_FILE_SIZE", code,
+                           fetchingFailed("Fetching the length from the URL string '", file.url));
 }
 
 void GenTL_PortInterface::findFileName(DescriptionFile &file) const
@@ -110,7 +112,8 @@ void GenTL_PortInterface::findFileName(DescriptionFile &file) const
         return;
     }
     if (!getFileNameFromURL(file.url, file.fileName) || file.fileName.size() >= name.size())
-        reportURLInfoError("URL_INFO_FILENAME", code, fetchingFailed("filename", file.url));
+        reportURLInfoError("URL_INFO_FILENAME", code,
+                           fetchingFailed("Fetching the filename from the URL string '", file.url));
 }
 
 void GenTL_PortInterface::createNodeMap(const DescriptionFile &file, const char *xml, std::size_t size)
@@ -122,9 +125,9 @@ void GenTL_PortInterface::createNodeMap(const DescriptionFile &file, const char 
         else
             nodeMapRef._LoadXMLFromString(GenICam_3_2_TVN::gcstring(xml, size));
     } catch (const GenICam_3_2_TVN::GenericException &failure) {
-        const std::string source = isZipped ? "zip file" : "string data";
-        throw std::runtime_error("Loading xml from " + source +
-                                 " failed by GenICam exception. Msg: " + failure.GetDescription());
+        const std::string what = isZipped ? "Loading xml from zip file failed by GenICam exception. Msg: "
+                                          : "Loading xml from string data failed by GenICam exception. Msg: ";
+        throw std::runtime_error(what + failure.GetDescription());
     }
 }
 

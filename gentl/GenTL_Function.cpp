@@ -19,10 +19,10 @@ void clearLastError()
     lastErrorText.clear();
 }
 
-GC_ERROR setFunctionMissing(const char *function)
+GC_ERROR setFunctionMissing(const char *text)
 {
     lastErrorCode = absentFunctionCode;
-    lastErrorText = std::string("The instrumented TL does not implement ") + function + "()!";
+    lastErrorText = text;
     return absentFunctionCode;
 }
 

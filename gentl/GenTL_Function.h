@@ -26,9 +26,10 @@ inline constinit thread_local GC_ERROR lastErrorCode = GC_ERR_SUCCESS;
 /// Clears this thread's made-up error and its text.
 void clearLastError();
 
-/// Makes up this thread's error: the producer does not implement \p function.
+/// Makes up this thread's error for an absent function.
+/// \param text  the words that GCGetLastError then delivers
 /// \return absentFunctionCode
-GC_ERROR setFunctionMissing(const char *function);
+GC_ERROR setFunctionMissing(const char *text);
 
 /// The address of the producer's function of type \p Pointer (one of the types PNAME of GenTL.h), and the
 /// name that it is exported under. Only GenTL_Interface, as it loads and releases the producer, sets the
@@ -85,12 +86,15 @@ template <class... Arguments>
 class OptionalFunction<GC_ERROR (*)(Arguments...)> : public GenTL_Function<GC_ERROR (*)(Arguments...)>
 {
 public:
-    explicit OptionalFunction(const char *name) : GenTL_Function<GC_ERROR (*)(Arguments...)>(name) {}
+    /// \param absentText  the made-up error's words
+    OptionalFunction(const char *name, const char *absentText)
+        : GenTL_Function<GC_ERROR (*)(Arguments...)>(name), absentText(absentText)
+    {}
 
     GC_ERROR operator()(Arguments... arguments) const
     {
         if (!this->entry)
-            return setFunctionMissing(this->name());
+            return setFunctionMissing(absentText);
         return this->entry(arguments...);
     }
 
@@ -98,6 +102,8 @@ private:
     friend GenTL_Interface;
 
     void setAbsent() { this->entry = nullptr; }
+
+    const char *absentText;
 };
 
 /// GCGetLastError, which tells of the made-up error while this thread has one, and else asks the producer.

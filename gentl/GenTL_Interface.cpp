@@ -13,7 +13,7 @@ namespace {
 
 [[noreturn]] void throwFailure(const std::string &what, const std::string &code)
 {
-    throw std::runtime_error(what + " failed! Code: " + code + ".");
+    throw std::runtime_error(what + code + ".");
 }
 
 /// The minor number up to which the functions of the versions 1.1 to 1.5 are looked up. Only the minor
@@ -59,7 +59,7 @@ void GenTL_Interface::load()
 {
     moduleHandle = platform::loadModule(ctiPath);
     if (!moduleHandle)
-        throwFailure("Loading cti " + ctiPath, platform::lastError());
+        throwFailure("Loading cti " + ctiPath + " failed! Code: ", platform::lastError());
     require(functionsOfStart(*this));
     queryVersion();
     resolve(functionsOf10(*this));
@@ -71,14 +71,16 @@ void GenTL_Interface::queryVersion()
 {
     genTLVersionKnown_ = true;
     if (const GC_ERROR code = GCInitLib(); code != GC_ERR_SUCCESS)
-        throwFailure("Initializing " + ctiPath, std::to_string(code));
-    queryVersionNumber(TL_INFO_GENTL_VER_MAJOR, "TL_INFO_GENTL_VER_MAJOR", genTLVersionMajor_);
-    queryVersionNumber(TL_INFO_GENTL_VER_MINOR, "TL_INFO_GENTL_VER_MINOR", genTLVersionMinor_);
+        throwFailure("Initializing " + ctiPath + " failed! Code: ", std::to_string(code));
+    queryVersionNumber(TL_INFO_GENTL_VER_MAJOR,
+                       " for TL_INFO_GENTL_VER_MAJOR failed! Code: ", genTLVersionMajor_);
+    queryVersionNumber(TL_INFO_GENTL_VER_MINOR,
+                       " for TL_INFO_GENTL_VER_MINOR failed! Code: ", genTLVersionMinor_);
     if (const GC_ERROR code = GCCloseLib(); code != GC_ERR_SUCCESS)
-        throwFailure("Closing " + ctiPath, std::to_string(code));
+        throwFailure("Closing " + ctiPath + " failed! Code: ", std::to_string(code));
 }
 
-void GenTL_Interface::queryVersionNumber(TL_INFO_CMD command, const char *commandName, std::uint32_t &number)
+void GenTL_Interface::queryVersionNumber(TL_INFO_CMD command, const char *queryFailed, std::uint32_t &number)
 {
     INFO_DATATYPE type = INFO_DATATYPE_UNKNOWN;
     std::size_t size = sizeof number;
@@ -88,7 +90,7 @@ void GenTL_Interface::queryVersionNumber(TL_INFO_CMD command, const char *comman
     genTLVersionKnown_ = false;
     if (code != GC_ERR_NOT_IMPLEMENTED) {
         GCCloseLib();
-        throwFailure("Querying " + ctiPath + " for " + commandName, std::to_string(code));
+        throwFailure("Querying " + ctiPath + queryFailed, std::to_string(code));
     }
     number = 0;
 }

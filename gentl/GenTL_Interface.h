@@ -108,27 +108,37 @@ public:
     PlainFunction<PDSGetBufferInfo> DSGetBufferInfo{"DSGetBufferInfo"};
 
     // GenTL 1.1
-    OptionalFunction<PGCGetNumPortURLs> GCGetNumPortURLs{"GCGetNumPortURLs"};
-    OptionalFunction<PGCGetPortURLInfo> GCGetPortURLInfo{"GCGetPortURLInfo"};
-    OptionalFunction<PGCReadPortStacked> GCReadPortStacked{"GCReadPortStacked"};
-    OptionalFunction<PGCWritePortStacked> GCWritePortStacked{"GCWritePortStacked"};
+    OptionalFunction<PGCGetNumPortURLs> GCGetNumPortURLs{
+        "GCGetNumPortURLs", "The instrumented TL does not implement GCGetNumPortURLs()!"};
+    OptionalFunction<PGCGetPortURLInfo> GCGetPortURLInfo{
+        "GCGetPortURLInfo", "The instrumented TL does not implement GCGetPortURLInfo()!"};
+    OptionalFunction<PGCReadPortStacked> GCReadPortStacked{
+        "GCReadPortStacked", "The instrumented TL does not implement GCReadPortStacked()!"};
+    OptionalFunction<PGCWritePortStacked> GCWritePortStacked{
+        "GCWritePortStacked", "The instrumented TL does not implement GCWritePortStacked()!"};
 
     // GenTL 1.3
-    OptionalFunction<PDSGetBufferChunkData> DSGetBufferChunkData{"DSGetBufferChunkData"};
+    OptionalFunction<PDSGetBufferChunkData> DSGetBufferChunkData{
+        "DSGetBufferChunkData", "The instrumented TL does not implement DSGetBufferChunkData()!"};
 
     // GenTL 1.4
-    OptionalFunction<PIFGetParentTL> IFGetParentTL{"IFGetParentTL"};
-    OptionalFunction<PDevGetParentIF> DevGetParentIF{"DevGetParentIF"};
-    OptionalFunction<PDSGetParentDev> DSGetParentDev{"DSGetParentDev"};
+    OptionalFunction<PIFGetParentTL> IFGetParentTL{"IFGetParentTL",
+                                                   "The instrumented TL does not implement IFGetParentTL()!"};
+    OptionalFunction<PDevGetParentIF> DevGetParentIF{
+        "DevGetParentIF", "The instrumented TL does not implement DevGetParentIF()!"};
+    OptionalFunction<PDSGetParentDev> DSGetParentDev{
+        "DSGetParentDev", "The instrumented TL does not implement DSGetParentDev()!"};
 
     // GenTL 1.5
-    OptionalFunction<PDSGetNumBufferParts> DSGetNumBufferParts{"DSGetNumBufferParts"};
-    OptionalFunction<PDSGetBufferPartInfo> DSGetBufferPartInfo{"DSGetBufferPartInfo"};
+    OptionalFunction<PDSGetNumBufferParts> DSGetNumBufferParts{
+        "DSGetNumBufferParts", "The instrumented TL does not implement DSGetNumBufferParts()!"};
+    OptionalFunction<PDSGetBufferPartInfo> DSGetBufferPartInfo{
+        "DSGetBufferPartInfo", "The instrumented TL does not implement DSGetBufferPartInfo()!"};
 
 private:
     void load();
     void queryVersion();
-    void queryVersionNumber(TL_INFO_CMD command, const char *commandName, std::uint32_t &number);
+    void queryVersionNumber(TL_INFO_CMD command, const char *queryFailed, std::uint32_t &number);
     void resolveLaterGroups();
 
     /// Looks one function up by its name; false and untouched if the producer does not export it.

@@ -4,7 +4,7 @@
 #include "BackEnd.h"
 #include "GenTL.h"
 #include "Platform.h"
-#include "Simulator.h"
+#include "SilentSimulator.h"
 
 #include <benchmark/benchmark.h>
 
@@ -96,7 +96,6 @@ struct Setting
 {
     explicit Setting(std::size_t count) : simulator(cameras(count)), bare(copyOfModule("bare"))
     {
-        unsetenv("TORVANE_SIM_LOG"); // the call log would be measured
         const std::filesystem::path ours = copyOfModule("ours");
         setenv("GENICAM_GENTL64_PATH", ours.parent_path().c_str(), 1);
         backEnd.discoverLibraries(true);
@@ -115,7 +114,7 @@ struct Setting
         return copy.string();
     }
 
-    Simulator simulator;
+    SilentSimulator simulator;
     BareProducer bare;
     BackEnd backEnd;
 };

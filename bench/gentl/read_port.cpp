@@ -3,7 +3,7 @@
 #include "GenTL_Interface.h"
 #include "GenTL_PortInterface.h"
 #include "Platform.h"
-#include "Simulator.h"
+#include "SilentSimulator.h"
 
 #include <benchmark/benchmark.h>
 
@@ -23,7 +23,6 @@ struct Camera
 {
     Camera()
     {
-        unsetenv("TORVANE_SIM_LOG"); // the call log would be measured
         require(gentl->GCInitLib());
         require(gentl->TLOpen(&tl));
         require(gentl->TLUpdateInterfaceList(tl, nullptr, 0));
@@ -44,7 +43,7 @@ struct Camera
         std::exit(EXIT_FAILURE);
     }
 
-    Simulator simulator;
+    SilentSimulator simulator;
     std::shared_ptr<GenTL_Interface> gentl = std::make_shared<GenTL_Interface>(Simulator::cti());
     TL_HANDLE tl = nullptr;
     IF_HANDLE interface = nullptr;
