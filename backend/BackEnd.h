@@ -41,9 +41,9 @@ public:
     // The tree (BackEndTree.cpp).
 
     /// Searches for producer files, loads the new ones and lets go of those that are gone. A producer that
-    /// fails is printed and kept without function. \param searchEnvironment  search the folders of
-    /// GENICAM_GENTL64_PATH too; all callers pass true \return false if no producer file was found anywhere;
-    /// nothing has changed then
+    /// fails is printed and kept without function.
+    /// \param searchEnvironment  search the folders of GENICAM_GENTL64_PATH too; all callers pass true
+    /// \return false if no producer file was found anywhere; nothing has changed then
     bool discoverLibraries(bool searchEnvironment);
 
     /// One pass over the tree: follows interfaces and devices that come and go, and probes each new device.
@@ -92,16 +92,16 @@ public:
     /// \return the password that opened the lock; empty on any failure, refusal or cancel
     std::string unlock(std::string given, bool forChange);
     /// \return 0: changed and proved. 1: the old password was not proved. 2: the new password did not open
-    /// the lock.
-    ///     -1: nothing was changed (no device, both the same, or cancelled)
+    ///     the lock. -1: nothing was changed (no device, both the same, or cancelled)
     int changePassword(std::string oldPassword, std::string newPassword);
     /// Resets the selected device, drops it from the flat list and deselects it. It stays in the tree until
     /// it vanishes, and comes back to the list when a pass meets it again.
     void factoryResetSelected();
 
     /// Judges a new password by the rules that the camera is not asked about. Needs a selected device, whose
-    /// history is one of them. \param code  always set \param message  may be null; set to the user's words
-    /// when a rule fails
+    /// history is one of them.
+    /// \param code  always set
+    /// \param message  may be null; set to the user's words when a rule fails
     bool checkNewPassword(const std::string &candidate, PasswordCheck &code, std::string *message) const;
 
     /// Asks for one password on standard input, in plain text.
@@ -133,7 +133,8 @@ public:
     void printDevices(bool numbered) const;
 
     /// Asks for a number from \p minimum to \p maximum on standard input. With no choice, \p minimum is the
-    /// answer. \return IndexCancelled for "c", for "q" and at the end of the input
+    /// answer.
+    /// \return IndexCancelled for "c", for "q" and at the end of the input
     std::uint64_t selectIndex(const std::uint64_t &maximum, const std::uint64_t &minimum);
     /// Asks for one of \p keys on standard input. With no choice, 0 is the answer.
     /// \return the place of the key; at the end of the input that of "q"

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The selected device and what a user can do to its lock. A camera does not report a wrong password as an
 // error: an operation recognises it only by the lock that still stands. A pass may deselect the device at any
-// time, so each operation takes the selection once.
+// time, so each operation takes the selection once; the rule check, to which only the console comes with its one
+// thread, needs one.
 #include "BackEnd.h"
 #include "ConsoleIO.h"
 #include "Device.h"
@@ -167,6 +168,7 @@ void BackEnd::factoryResetSelected()
 
 bool BackEnd::checkNewPassword(const std::string &candidate, PasswordCheck &code, std::string *message) const
 {
+    code = PasswordCheck::PasswordTooShort;
     const auto refuse = [&](PasswordCheck reason, std::string words) {
         code = reason;
         if (message)

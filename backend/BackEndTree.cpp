@@ -42,7 +42,6 @@ struct BackEnd::Pass
 
     const std::vector<Device *> previous;
     RollCall<Device *> rollCall;
-    std::size_t met = 0; // devices of the tree, so far
 };
 
 BackEnd::BackEnd() : devices_(std::make_shared<const std::vector<Device *>>()) {}
@@ -120,7 +119,7 @@ bool BackEnd::updateLibrary(GenTLLibrary &library, Pass &pass)
 
 void BackEnd::meetDevice(Device &device, Pass &pass)
 {
-    if (pass.rollCall.answer(pass.met++, &device))
+    if (pass.rollCall.answer(&device))
         return;
     probe(device);
     editDevices([&](std::vector<Device *> &list) { list.push_back(&device); });

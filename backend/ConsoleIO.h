@@ -4,10 +4,12 @@
 // that.
 #pragma once
 
+#include <locale>
 #include <optional>
 #include <sstream>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace console {
 

@@ -76,6 +76,10 @@ bool Device::openWith(std::int32_t accessFlags)
     }
     devHandle = handle;
     isOpen_ = true;
+    if (retired) { // it vanished meanwhile, and nobody else would close it
+        closeHandle();
+        return false;
+    }
 
     PORT_HANDLE portHandle = nullptr;
     code = gentl->DevGetPort(handle, &portHandle);
@@ -148,22 +152,22 @@ void Device::close(bool skipCacheRefresh)
 
 void Device::retire()
 {
-    close(true);
-    retired = true;
+    retired = true; // first: an open that is under way then closes what it opens
+    closeHandle();
 }
 
-// A device can vanish while the window closes it: whoever takes the open flag makes the one DevClose.
+// A device can vanish while the window closes it: whoever takes the open flag makes the one DevClose, and clears the
+// handles, which are null while the device is closed.
 void Device::closeHandle()
 {
-    if (isOpen_.exchange(false)) {
-        const GC_ERROR code = gentl->DevClose(devHandle);
-        if (code != GC_ERR_SUCCESS) {
-            console::printLine("WARNING: DevClose() failed with code ", code, "!");
-            reportLastError(gentl);
-        }
-    }
+    if (!isOpen_.exchange(false))
+        return;
     remotePortHandle = nullptr;
-    devHandle = nullptr;
+    const GC_ERROR code = gentl->DevClose(devHandle.exchange(nullptr));
+    if (code != GC_ERR_SUCCESS) {
+        console::printLine("WARNING: DevClose() failed with code ", code, "!");
+        reportLastError(gentl);
+    }
 }
 
 RemoteNode Device::remoteNode(const std::string &name) const

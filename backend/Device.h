@@ -32,9 +32,9 @@ class Device
 {
 public:
     /// \param owner  the interface that reports the device and deletes it; null gives a device without a
-    /// producer \param id  GenTL's identifier of the device, unique within its interface. An empty one
-    /// switches the whole
-    ///     object off: every operation does nothing and gives its empty answer.
+    ///     producer
+    /// \param id  GenTL's identifier of the device, unique within its interface. An empty one switches the
+    ///     whole object off: every operation does nothing and gives its empty answer.
     Device(TLInterface *owner, std::string id);
     Device(const Device &) = delete;
     Device &operator=(const Device &) = delete;
@@ -44,8 +44,7 @@ public:
     /// First contact: opens the device read-only, remembers lock state, transport type and addresses, and
     /// closes it. Does nothing but ask for the access status when that is neither read-write nor read-only.
     /// \throws whatever the read of an address feature throws, of the standard's family or GenericException;
-    /// the
-    ///     device is still open then
+    ///     the device is still open then
     void probe();
 
     /// Opens the device with control access. Failures are printed; isOpen() tells the outcome.
@@ -70,7 +69,7 @@ public:
     std::string userDefinedName() const;
 
     /// The identifier; empty once the device is retired.
-    std::string id() const { return isOff() ? std::string() : id_; }
+    std::string id() const { return retired ? std::string() : id_; }
     /// The identifier without a copy; stays when the device is retired. Valid as long as the object.
     std::string_view identifier() const { return id_; }
     bool isOpen() const { return isOpen_; }
@@ -81,7 +80,8 @@ public:
     TransportType transportType() const { return transportType_; }
     /// IPv4, host byte order: the first number of the address in the highest 8 bits. 0 when not known.
     std::uint32_t ipAddress() const { return ipAddress_; }
-    /// The 6 bytes in the low 48 bits, the first the highest. 0 when not known.
+    /// The 6 bytes in the low 48 bits, the first the highest. 0 before a probe and for other transport types, the
+    /// bits of RemoteNode::NoInteger when the feature gives no integer.
     std::uint64_t macAddress() const { return macAddress_; }
 
     // The lock (DevicePassword.cpp). Nothing is trusted from a write: the caller reads the lock state

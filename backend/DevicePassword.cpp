@@ -105,10 +105,11 @@ void Device::factoryReset()
         return;
     try {
         writeRegister(RegCommand, CmdFactoryReset);
-        close(true); // it is rebooting and cannot answer
     } catch (const std::exception &failure) {
         console::printLine("Factory reset failed: ", failure.what());
+        return;
     }
+    close(true); // it is rebooting and cannot answer
 }
 
 void Device::setPassword(const std::string &newText)

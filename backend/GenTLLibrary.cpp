@@ -92,6 +92,8 @@ void GenTLLibrary::initLibrary(const std::string &path)
 
 void GenTLLibrary::openTL()
 {
+    if (!gentl_)
+        return;
     TL_HANDLE handle = nullptr;
     const GC_ERROR code = gentl_->TLOpen(&handle);
     if (code != GC_ERR_SUCCESS) {
@@ -105,6 +107,8 @@ void GenTLLibrary::openTL()
 
 void GenTLLibrary::updateInterfaces(bool openNew, RetiredObjects &retired)
 {
+    if (!gentl_)
+        return;
     if (reconcile(interfaces_, InterfaceLevel{this, gentl_, openNew, retired}) && interfaces_.empty())
         console::printLine("No interfaces detected!");
 }

@@ -37,7 +37,8 @@ public:
 
     /// Brings the interfaces up to date with what the producer reports. Failures are printed, and so is that
     /// there is no interface. Interfaces that have gone are closed; they and their devices move to \p
-    /// retired. \param openNew  open new interfaces at once
+    /// retired.
+    /// \param openNew  open new interfaces at once
     void updateInterfaces(bool openNew, RetiredObjects &retired);
 
     /// Closes everything, as the destructor does, but moves the interfaces and the devices to \p retired.

@@ -20,14 +20,13 @@
 inline constexpr std::uint64_t ListRefreshTimeout = 200;
 
 /// Brings \p children up to date.
-/// \param level  what differs between the levels:
-///     GC_ERROR update(bool8_t *changed, std::uint64_t timeout), GC_ERROR count(std::uint32_t *),
-///     GC_ERROR identifier(std::uint32_t index, char *buffer, std::size_t *size): the three GenTL calls;
-///     updateFailure, countFailure, identifierFailure: their messages up to the code, or up to the index;
-///     clearsEachTime: whether the buffer is cleared before each identifier or only once; gentl;
-///     Child *create(std::string id); void destroy(Child *)
+/// \param level  what differs between the levels: GC_ERROR update(bool8_t *changed, std::uint64_t timeout),
+///     GC_ERROR count(std::uint32_t *), GC_ERROR identifier(std::uint32_t index, char *buffer, std::size_t
+///     *size): the three GenTL calls; updateFailure, countFailure, identifierFailure: their messages up to
+///     the code, or up to the index; clearsEachTime: whether the buffer is cleared before each identifier or
+///     only once; gentl; Child *create(std::string id); void destroy(Child *)
 /// \return false after a failure, which is printed. The list is then as it was, but for children that were
-/// new.
+///     new.
 template <class Child, class Level>
 bool reconcile(std::vector<Child *> &children, Level &&level)
 {
@@ -56,7 +55,7 @@ bool reconcile(std::vector<Child *> &children, Level &&level)
         std::size_t size = TextBuffer::size();
         if (const GC_ERROR code = level.identifier(i, buffer.data(), &size); code != GC_ERR_SUCCESS)
             return failed(console::compose(level.identifierFailure, i, ") failed with code "), code);
-        if (!known.answer(i, buffer.text()))
+        if (!known.answer(buffer.text()))
             children.push_back(level.create(std::string(buffer.text())));
     }
 

@@ -104,6 +104,9 @@ RemoteNode::~RemoteNode() = default;
 
 void RemoteNode::setPort(std::shared_ptr<GenTL_PortInterface> newPort)
 {
+    // The node is the old port's, which may go with this share.
+    node = nullptr;
+    nodeType = NodeKind::NodeUnknown;
     port = std::move(newPort);
 }
 

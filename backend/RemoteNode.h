@@ -46,17 +46,18 @@ public:
     RemoteNode(std::shared_ptr<GenICam_Interfaces::GenTL_PortInterface> port, const std::string &name);
     ~RemoteNode();
 
+    /// Takes another port; a node found in the old one is forgotten with it.
     void setPort(std::shared_ptr<GenICam_Interfaces::GenTL_PortInterface> port);
 
-    /// Finds the feature \p name. A node that is missing, or a node map that fails, is printed, and the
-    /// object stays as it was; so it does without a port, with no word.
+    /// Finds the feature \p name. A node map that fails is printed, and the object stays as it was; so it does
+    /// without a port, with no word. A missing node is printed too; the object then has none.
     void lookup(const std::string &name);
 
-    /// Booleans as 0 and 1, floats cut toward zero; NoInteger for any other kind.
+    /// Integers, booleans as 0 and 1, floats cut toward zero; NoInteger for any other kind.
     std::int64_t valueAsInteger() const;
-    /// Booleans as 0 and 1; NoDouble for any other kind.
+    /// Floats, integers, booleans as 0 and 1; NoDouble for any other kind.
     double valueAsDouble() const;
-    /// Booleans as "0" and "1", floats with 6 decimals; empty for any other kind.
+    /// Texts, integers in decimal, booleans as "0" and "1", floats with 6 decimals; empty for any other kind.
     std::string valueAsString() const;
 
     // A boolean becomes true by a value above 0, a text gets the value's decimal form. Other kinds are left

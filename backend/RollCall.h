@@ -3,40 +3,34 @@
 // identifiers that a producer reports and for the devices that a pass meets.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
 #include <vector>
 
-/// Nearly always everything stands where it stood, so a key is first looked for at its own place; the index
-/// of the keys is made when one is not there.
+/// Keys nearly always answer in the order in which they are known, so each is first looked for behind the one that
+/// answered before it. A few may stand elsewhere; with more of them an index of the keys is made.
 template <class Key>
 class RollCall
 {
 public:
     explicit RollCall(std::vector<Key> known) : known(std::move(known)), present(this->known.size(), false) {}
 
-    /// Marks \p key, which is expected at \p place, as present. \return whether it is known
-    bool answer(std::size_t place, Key key)
+    /// Marks \p key as present.
+    /// \return whether it is known
+    bool answer(Key key)
     {
-        if (place < known.size() && known[place] == key) {
-            present[place] = true;
-            return true;
-        }
-        if (places.empty()) {
-            for (std::size_t i = 0; i < known.size(); ++i)
-                places.emplace(known[i], i);
-        }
-        const auto found = places.find(key);
-        if (found == places.end())
+        const std::size_t place = next < known.size() && known[next] == key ? next : find(key);
+        if (place == known.size())
             return false;
-        present[found->second] = true;
+        present[place] = true;
+        next = place + 1;
         return true;
     }
 
-    /// The places of the keys that did not answer, ascending. Where a key is known twice, one answer is for
-    /// both.
+    /// The places of the keys that did not answer, ascending. Where a key is known twice, one answer is for both.
     std::vector<std::size_t> missing() const
     {
         std::vector<std::size_t> silent;
@@ -56,7 +50,23 @@ public:
     }
 
 private:
+    static constexpr int MaxDetours = 4;
+
+    std::size_t find(const Key &key)
+    {
+        if (++detours <= MaxDetours)
+            return static_cast<std::size_t>(std::find(known.begin(), known.end(), key) - known.begin());
+        if (places.empty()) {
+            for (std::size_t i = 0; i < known.size(); ++i)
+                places.emplace(known[i], i);
+        }
+        const auto found = places.find(key);
+        return found == places.end() ? known.size() : found->second;
+    }
+
     const std::vector<Key> known;
     std::vector<bool> present;
+    std::size_t next = 0;
+    int detours = 0;
     std::unordered_map<Key, std::size_t> places;
 };

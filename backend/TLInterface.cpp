@@ -87,6 +87,8 @@ void TLInterface::close()
 
 void TLInterface::updateDeviceList(RetiredObjects &retired)
 {
+    if (!gentl_)
+        return;
     reconcile(devices_, DeviceLevel{this, gentl_, retired});
 }
 

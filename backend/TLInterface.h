@@ -4,6 +4,7 @@
 
 #include "RetiredObjects.h"
 
+#include <atomic>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -15,12 +16,14 @@ class GenTL_Interface;
 class Device;
 class GenTLLibrary;
 
-/// Thread: the one of the pass; before the first and after the last, the one that owns the BackEnd.
+/// Thread: the one of the pass, but for handle(), which any may ask; before the first and after the last pass, the
+/// one that owns the BackEnd.
 class TLInterface
 {
 public:
     /// \param parent  the library that reports the interface and deletes it; null gives one without a
-    /// producer \param id  GenTL's identifier, unique within the library
+    ///     producer
+    /// \param id  GenTL's identifier, unique within the library
     TLInterface(GenTLLibrary *parent, std::string id);
     TLInterface(const TLInterface &) = delete;
     TLInterface &operator=(const TLInterface &) = delete;
@@ -55,7 +58,7 @@ public:
 private:
     GenTLLibrary *const library;
     const std::shared_ptr<GenICam_Interfaces::GenTL_Interface> gentl_;
-    void *ifHandle = nullptr; // IF_HANDLE
+    std::atomic<void *> ifHandle = nullptr; // IF_HANDLE
     const std::string id_;
     std::vector<Device *> devices_; // owned, in order of first sight
     bool ifOpen = false;

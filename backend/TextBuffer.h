@@ -25,5 +25,5 @@ public:
     }
 
 private:
-    std::array<char, 256> bytes{};
+    alignas(std::max_align_t) std::array<char, 256> bytes{}; // a producer may write a number into it
 };

@@ -25,11 +25,14 @@ protected:
     /// What \p work prints on standard output, with \p input on standard input.
     static std::string printedBy(const std::function<void()> &work, std::string_view input = "");
 
-    /// Searches for producers and makes one pass. \return what that printed
+    /// Searches for producers and makes one pass.
+    /// \return what that printed
     std::string start();
-    /// One pass. \return what it printed
+    /// One pass.
+    /// \return what it printed
     std::string pass();
-    /// Ends the back end. \return what that printed
+    /// Ends the back end.
+    /// \return what that printed
     std::string end();
 
     Device *device(std::size_t place = 0) { return backEnd->devices().at(place); }

@@ -133,6 +133,18 @@ TEST_F(DeviceTest, OpenAndClose)
     EXPECT_THAT(functionsOf(simulator.calls()), ElementsAre("DevClose"));
 }
 
+// Only 1 is locked, and only 0 the factory password.
+TEST_F(DeviceTest, OtherValuesInTheStateRegisters)
+{
+    simulator.configure(camera("lock_state_value = 2\npassword_state_value = 7\n"));
+    start();
+    backEnd->selectDevice(device());
+    EXPECT_TRUE(device()->passwordSupported());
+    EXPECT_FALSE(device()->readPasswordSupport());
+    EXPECT_FALSE(device()->isLocked());
+    EXPECT_FALSE(device()->isDefaultPassword());
+}
+
 TEST_F(DeviceTest, ADeviceWithoutTheLock)
 {
     simulator.configure(camera("lock = \"none\"\n"));
@@ -211,10 +223,21 @@ TEST_F(DeviceTest, AProbeWithoutAPortGoesOnToTheTransportInfo)
 TEST_F(DeviceTest, ADescriptionThatCannotBeUsed)
 {
     simulator.configure(camera("port_name = \"Elsewhere\"\n"));
-    const std::string printed = start();
+    std::string printed = start();
     EXPECT_THAT(printed,
                 StartsWith("ERROR: Creating GenTL_PortInterface instance for the remote device failed! "
                            "Closing device...\n       Msg: Connecting NodeMapRef with port failed!\n"));
+
+    backEnd = std::make_unique<BackEnd>();
+    simulator.configure(camera("xml = \"ports.xml\"\n"));
+    std::ofstream("ports.xml") << R"(<RegisterDescription ModelName="m" VendorName="v"><Port Name="Device"/>
+        <Port Name="Device"/></RegisterDescription>)";
+    printed = start();
+    EXPECT_THAT(printed,
+                StartsWith("ERROR: Creating GenTL_PortInterface instance for the remote device failed! "
+                           "Closing device...\n       Msg: "));
+    EXPECT_THAT(printed, HasSubstr("'Device'")) << "GenApi's family, in its words";
+    EXPECT_EQ(simulator.openHandles(), 2);
 }
 
 TEST_F(DeviceTest, AFailedTransportQueryNamesTheQueryOfTheInterface)
@@ -243,7 +266,7 @@ TEST_F(DeviceTest, AnExceptionOutOfAProbeIsReportedAndThePassGoesOn)
     end();
     backEnd = std::make_unique<BackEnd>();
     simulator.configure(camera(""));
-    // Six reads come before: the description and the lock state, twice more lock and password state.
+    // Four reads come before: the description, the lock state for the support, lock state and password state.
     simulator.failNth("GCReadPort", -1011, 5, 1, said);
     simulator.clearLog();
     printed = start();
@@ -266,6 +289,8 @@ TEST_F(DeviceTest, TextQueries)
     EXPECT_EQ(device()->model(), "SimCam G5");
     EXPECT_EQ(device()->serialNumber(), "G5-0001");
     EXPECT_EQ(device()->tlType(), "GEV");
+    device()->displayName();
+    EXPECT_THAT(simulator.calls("IFGetDeviceInfo").back(), HasSubstr("\"sim-1\", 4)"));
 
     simulator.failNth("IFGetDeviceInfo", -1001, 1, 0, said);
     pass();

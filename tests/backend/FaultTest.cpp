@@ -7,7 +7,7 @@
 
 namespace {
 
-// All functions that the back end calls.
+// All functions that the session calls.
 const char *const functions[] = {
     "GCInitLib",       "GCCloseLib",      "GCGetInfo",          "GCGetLastError",   "TLOpen",
     "TLClose",         "IFClose",         "TLGetNumInterfaces", "TLGetInterfaceID", "TLUpdateInterfaceList",
@@ -51,9 +51,7 @@ protected:
     void expectAllClosed(const std::string &row)
     {
         const bool refusedClose = std::string_view(GetParam()).find("Close") != std::string_view::npos;
-        if (!refusedClose) {
-            EXPECT_EQ(simulator.openHandles(), 0) << row;
-        }
+        EXPECT_LE(simulator.openHandles(), refusedClose ? 1 : 0) << row;
     }
 };
 
@@ -80,7 +78,9 @@ TEST_P(FaultTest, ForEver)
     failSomethingToTell();
     session();
     EXPECT_FALSE(simulator.calls(GetParam()).empty());
-    expectAllClosed(GetParam());
+    if (std::string_view(GetParam()).find("Close") == std::string_view::npos) {
+        EXPECT_EQ(simulator.openHandles(), 0);
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Functions, FaultTest, testing::ValuesIn(functions),

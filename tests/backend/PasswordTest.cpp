@@ -96,6 +96,8 @@ TEST_F(PasswordTest, UnlockAsksUpToThreeTimes)
     const std::string wrong = std::string(prompt) + "Error: Unlocking failed! Wrong password?\n";
     EXPECT_EQ(unlock("", false, "wrong\nhunter22\n"), wrong + prompt + "Successfully unlocked!\n");
     EXPECT_EQ(opened, "hunter22");
+    EXPECT_THAT(simulator.portTraffic(), ElementsAre(locked, "write 0x50002040 77 72 6f 6e 67 00 00 00",
+                                                     locked, rightPassword, unlocked));
 
     backEnd->lock();
     simulator.clearLog();
@@ -146,6 +148,19 @@ TEST_F(PasswordTest, ChangeOnAnOpenLockProvesTheOldPassword)
               "Error when changing password: Camera might be locked.\n");
     EXPECT_EQ(result, 1);
     EXPECT_TRUE(device()->isLocked()) << "whatever it was before";
+}
+
+// Nothing is compared with an old password that is asked for, and a retry neither locks nor reads more.
+TEST_F(PasswordTest, ChangeWithOnlyTheNewPasswordGiven)
+{
+    select();
+    change("", "hunter22", "wrong\nhunter22\n");
+    EXPECT_EQ(result, 0);
+    EXPECT_THAT(simulator.portTraffic(),
+                ElementsAre(locked, "write 0x50002040 77 72 6f 6e 67 00 00 00", locked, rightPassword,
+                            unlocked, unlocked, unlocked, "write 0x50002000 68 75 6e 74 65 72 32 32",
+                            lockCommand, rightPassword, unlocked));
+    EXPECT_THAT(backEnd->selectedPasswordHistory(), ElementsAre("hunter22"));
 }
 
 TEST_F(PasswordTest, ChangeToTheSame)
@@ -232,6 +247,7 @@ TEST_F(PasswordTest, ALostCameraReadsAsUnlocked)
     simulator.failNth("GCReadPort", -1010, 1, 0, "address = 0x50001004\n");
     pass();
     EXPECT_EQ(unlock("wrong"), "Successfully unlocked!\n");
+    EXPECT_THAT(backEnd->selectedPasswordHistory(), ElementsAre("wrong")) << "and recorded";
     EXPECT_EQ(printedBy([this] { EXPECT_FALSE(backEnd->selectedIsDefaultPassword()); }),
               "Password protection not available!\n");
 }
@@ -262,6 +278,16 @@ TEST_F(PasswordTest, BytesOnTheWire)
                                                      "write 0x50002040 c3 a4 32 33 34 35 36 37 38 00 00 00"));
 }
 
+TEST_F(PasswordTest, AClosedSelectedDeviceAnswersFromItsCache)
+{
+    Device *camera = select();
+    camera->close(false);
+    simulator.clearLog();
+    EXPECT_TRUE(backEnd->selectedIsLocked());
+    EXPECT_FALSE(backEnd->selectedIsDefaultPassword());
+    EXPECT_THAT(simulator.calls(), IsEmpty());
+}
+
 TEST_F(PasswordTest, FactoryReset)
 {
     Device *camera = select();
@@ -283,6 +309,11 @@ TEST_F(PasswordTest, AFailedFactoryResetStaysOpenButLeavesTheList)
               "Factory reset failed: GCWritePort failed with code -1010! Message: no \n");
     EXPECT_TRUE(camera->isOpen());
     EXPECT_THAT(ids(), IsEmpty());
+    backEnd->selectDevice(camera);
+    camera->rememberPassword("hunter22");
+    backEnd->factoryResetSelected();
+    EXPECT_THAT(backEnd->selectedPasswordHistory(), ElementsAre("hunter22"))
+        << "what is not in the list stays selected";
     pass();
     EXPECT_THAT(ids(), ElementsAre("sim-1")) << "still in the tree, it comes back as new";
     EXPECT_EQ(device(), camera);

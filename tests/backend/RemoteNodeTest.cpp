@@ -27,6 +27,8 @@ constexpr const char *description = R"(<RegisterDescription ModelName="m" Vendor
         <pPort>Device</pPort></IntReg>
     <Integer Name="Lost"><pValue>Nowhere</pValue></Integer>
     <Command Name="Run"><pValue>Nowhere</pValue><CommandValue>1</CommandValue></Command>
+    <Integer Name="Twice"><Value>1</Value></Integer>
+    <Integer Name="Twice"><Value>2</Value></Integer>
     <Float Name="Gain"><Value>1.5</Value></Float>
     <Enumeration Name="Mode"><EnumEntry Name="On"><Value>1</Value></EnumEntry><Value>1</Value></Enumeration>
     </RegisterDescription>)";
@@ -106,6 +108,21 @@ TEST_F(RemoteNodeTest, AMissingFeature)
                   EXPECT_EQ(node.valueAsString(), "");
               }),
               "ERROR: Could not open the remote device node 'Absent'!\n");
+}
+
+TEST_F(RemoteNodeTest, AFailingLookupLeavesTheObjectAsItWas)
+{
+    RemoteNode node = camera->remoteNode("Number");
+    const std::string printed = printedBy([&] { node.lookup("Twice"); });
+    EXPECT_THAT(printed, testing::StartsWith("WARNING: Getting the remote device node 'Twice' failed!\n"
+                                             "         Msg: "));
+    EXPECT_THAT(printed, testing::HasSubstr("'Twice'"));
+    EXPECT_EQ(node.valueAsInteger(), -5);
+
+    printedBy([&] { node.lookup("Absent"); });
+    EXPECT_THROW(node.valueAsInteger(), GenericException) << "no node, but still the kind of the one before";
+    node.setPort(nullptr);
+    EXPECT_EQ(node.valueAsInteger(), RemoteNode::NoInteger) << "a node goes with its port";
 }
 
 TEST_F(RemoteNodeTest, FailuresGoToTheCaller)

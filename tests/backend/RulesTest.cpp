@@ -62,18 +62,24 @@ TEST_F(RulesTest, TheLastThreeDifferentPasswordsAreRemembered)
 // 2 GiB and a byte: more than any device takes.
 TEST_F(RulesTest, TooLongAPassword)
 {
-    const std::string longest(0x80000000u, 'x');
+    std::string longest(0x80000000u, 'x');
     Device *camera = select();
     PasswordCheck code{};
     std::string message;
     EXPECT_FALSE(backEnd->checkNewPassword(longest, code, &message));
     EXPECT_EQ(code, PasswordCheck::PasswordTooLong);
     EXPECT_EQ(message, "Your password is too long. (max 2147483647 characters)");
+    EXPECT_EQ(printedBy([&] { camera->setPassword(longest); }),
+              "Device is currently locked. Unlock it first to set a new password.\n")
+        << "the lock is looked at first";
     backEnd->unlock("hunter22", false);
     simulator.clearLog();
     EXPECT_EQ(printedBy([&] { camera->setPassword(longest); }), "Your password is too long.\n");
     EXPECT_EQ(printedBy([&] { camera->unlock(longest); }), "") << "dropped without a word";
     EXPECT_TRUE(simulator.calls("GCWritePort").empty());
+
+    longest.pop_back();
+    EXPECT_TRUE(backEnd->checkNewPassword(longest, code, nullptr)) << "the longest that is allowed";
 }
 
 } // namespace
