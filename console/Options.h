@@ -29,5 +29,5 @@ struct Options
 
 /// Reads the command line. No file is opened and no camera is touched.
 /// \throws UsageError  an unknown or surplus argument, a missing or empty value, or options that exclude each
-/// other
+///     other
 Options parseOptions(int argc, const char *const *argv);

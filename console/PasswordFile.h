@@ -11,10 +11,9 @@
 inline constexpr std::size_t maxPasswordLineBytes = 4096;
 
 /// The first line of a file, without its line end. Bytes stay as they are, blanks included, but one carriage
-/// return at the end goes, since files from Windows have it. \param name  path of the file; "-" takes the
-/// next line of standard input (std::cin) and leaves what follows to
-///              the next reader
+/// return at the end goes, since files from Windows have it.
+/// \param name  path of the file; "-" takes the next line of standard input (std::cin) and leaves what
+///     follows to the next reader
 /// \throws UsageError  the file can't be read, has no line, or its first line is empty, too long or holds a
-/// zero byte
-///                     (text in a wide encoding)
+///     zero byte (text in a wide encoding)
 std::string readPasswordFile(const std::string &name);

@@ -25,7 +25,8 @@ public:
 
     bool isOpen() const { return open_; }
 
-    /// Appends one line. \param line  without its line end
+    /// Appends one line.
+    /// \param line  without its line end
     void write(std::string line) noexcept;
 
 private:

@@ -134,8 +134,9 @@ void Camera::refreshLockRegisters()
     if (settings_->lock == LockSetting::None)
         return;
     const CameraState state = stateOf(*settings_, store.load());
-    put(RegLockState, hostNumber(state.isLocked ? 1 : 0));
-    put(RegPasswordState, hostNumber(state.isDefaultPassword ? 0 : 1));
+    put(RegLockState, hostNumber(settings_->lockStateValue.value_or(state.isLocked ? 1 : 0)));
+    put(RegPasswordState,
+        hostNumber(settings_->passwordStateValue.value_or(state.isDefaultPassword ? 0 : 1)));
 }
 
 void Camera::writeCommand(std::string_view bytes)

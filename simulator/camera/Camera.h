@@ -23,15 +23,14 @@ public:
     Camera(std::shared_ptr<const CameraSettings> settings, CameraStore &store);
 
     /// Copies \p size bytes from \p address on. A read may begin and end within registers and cross from one
-    /// to the next where they adjoin. \throws GenTLError  GC_ERR_INVALID_ADDRESS where no register stands,
-    /// GC_ERR_ACCESS_DENIED at one that can
-    ///                     only be written, GC_ERR_IO when the camera is gone
+    /// to the next where they adjoin.
+    /// \throws GenTLError  GC_ERR_INVALID_ADDRESS where no register stands, GC_ERR_ACCESS_DENIED at one that
+    ///     can only be written, GC_ERR_IO when the camera is gone
     std::string read(std::uint64_t address, std::size_t size);
 
     /// Writes one whole register.
     /// \throws GenTLError  as read(); GC_ERR_INVALID_VALUE at a value or length that the register doesn't
-    /// take;
-    ///                     GC_ERR_ACCESS_DENIED at a new password while locked
+    ///     take; GC_ERR_ACCESS_DENIED at a new password while locked
     void write(std::uint64_t address, std::string_view bytes);
 
     /// The camera is gone for this open, for good: from now on every access fails with GC_ERR_IO.

@@ -39,6 +39,8 @@ struct CameraSettings
     std::string password; ///< bytes as they stand in the configuration
     DEVICE_ACCESS_STATUS access = DEVICE_ACCESS_STATUS_READWRITE;
     std::int64_t rebootMs = 0;
+    std::optional<std::uint32_t> lockStateValue;     ///< what RegLockState reads, whatever the lock
+    std::optional<std::uint32_t> passwordStateValue; ///< what RegPasswordState reads, whatever the password
     bool isZipped = false;
     std::optional<std::string> xml; ///< the content of the description file that replaces the built-in one
     std::optional<std::string> url; ///< what URL_INFO_URL answers instead of the right one

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstdint>
 #include <filesystem>
 #include <limits>
 #include <set>
@@ -59,6 +60,13 @@ std::string readPassword(TableReader &reader)
     return password;
 }
 
+std::optional<std::uint32_t> readRegisterValue(TableReader &reader, const char *key)
+{
+    if (!reader.has(key))
+        return std::nullopt;
+    return static_cast<std::uint32_t>(reader.integer(key, 0, 0, UINT32_MAX));
+}
+
 DEVICE_ACCESS_STATUS readAccess(TableReader &reader)
 {
     return reader.choice<DEVICE_ACCESS_STATUS>("access", DEVICE_ACCESS_STATUS_READWRITE,
@@ -98,6 +106,8 @@ std::shared_ptr<const CameraSettings> readCamera(const toml::table &table, const
         camera->password = factoryPassword;
     camera->access = readAccess(reader);
     camera->rebootMs = reader.integer("reboot_ms", 5000, 0, longestMs);
+    camera->lockStateValue = readRegisterValue(reader, "lock_state_value");
+    camera->passwordStateValue = readRegisterValue(reader, "password_state_value");
     camera->isZipped = reader.choice("description", false, {{"plain", false}, {"zipped", true}});
     if (reader.has("xml"))
         camera->xml = readDescription(reader, file);

@@ -51,7 +51,7 @@ public:
     void rejectUnknownKeys() const;
 
     /// \throws GenTLError  always: GC_ERR_INVALID_VALUE, file, line of the key, table, its value and \p
-    /// wayOut
+    ///     wayOut
     [[noreturn]] void reject(const char *key, std::string_view wayOut) const;
 
 private:

@@ -63,8 +63,8 @@ private:
     bool isLossReported = false;
 };
 
-/// The answer of IFGetDeviceInfo and DevGetInfo. \throws GenTLError  GC_ERR_INVALID_PARAMETER: unknown
-/// command
+/// The answer of IFGetDeviceInfo and DevGetInfo.
+/// \throws GenTLError  GC_ERR_INVALID_PARAMETER: unknown command
 InfoValue deviceInfo(DEVICE_INFO_CMD command, const CameraSettings &camera, const Interface &interface);
 
 } // namespace simulator

@@ -36,9 +36,10 @@ class EventQueue
 public:
     void fire(ErrorEvent event);
 
-    /// Waits for an event, which stays in the queue. \param mutex  the producer's lock, held; given up
-    /// meanwhile \param timeoutMs  0: don't wait; GENTL_INFINITE: for ever \throws GenTLError GC_ERR_TIMEOUT;
-    /// GC_ERR_ABORT after kill() or close()
+    /// Waits for an event, which stays in the queue.
+    /// \param mutex  the producer's lock, held; given up meanwhile
+    /// \param timeoutMs  0: don't wait; GENTL_INFINITE: for ever
+    /// \throws GenTLError GC_ERR_TIMEOUT; GC_ERR_ABORT after kill() or close()
     const ErrorEvent &wait(std::mutex &mutex, std::uint64_t timeoutMs);
 
     void pop() { events.pop_front(); }

@@ -29,7 +29,8 @@ public:
     PortIdentity port() const override;
     const InterfaceSettings &settings() const { return *settings_; }
 
-    /// Takes the cameras of the configuration that don't reboot. \returns whether the list has changed
+    /// Takes the cameras of the configuration that don't reboot.
+    /// \returns whether the list has changed
     /// \throws GenTLError  as CameraStore::load(); the list stays
     bool refresh();
 
@@ -42,8 +43,7 @@ public:
     DEVICE_ACCESS_STATUS accessStatus(const CameraSettings &camera) const;
 
     /// \throws GenTLError  as find(); GC_ERR_RESOURCE_IN_USE: open already; GC_ERR_ACCESS_DENIED: held by
-    /// another
-    ///                     process, or the camera doesn't give this access; GC_ERR_IO: it reboots
+    ///     another process, or the camera doesn't give this access; GC_ERR_IO: it reboots
     Device &open(const std::string &id, DEVICE_ACCESS_FLAGS access);
     void close(Device &child);
 

@@ -42,7 +42,8 @@ public:
 
     virtual PortIdentity port() const = 0;
 
-    /// The answer of GCGetPortInfo. \throws GenTLError  GC_ERR_INVALID_PARAMETER: unknown command
+    /// The answer of GCGetPortInfo.
+    /// \throws GenTLError  GC_ERR_INVALID_PARAMETER: unknown command
     InfoValue portInfo(PORT_INFO_CMD command) const;
 
     // Register access. The modules of the host have no registers: GC_ERR_NOT_IMPLEMENTED.

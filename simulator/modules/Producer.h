@@ -31,8 +31,7 @@ public:
     // TORVANE_SIM_STATE and TORVANE_SIM_CONFIG with the file that it names; then counts the library as
     // initialised.
     /// \throws GenTLError  GC_ERR_RESOURCE_IN_USE: initialised already; GC_ERR_INVALID_VALUE: the
-    /// configuration is
-    ///                     wrong; GC_ERR_IO: one of the files can't be opened
+    ///     configuration is wrong; GC_ERR_IO: one of the files can't be opened
     void readEnvironment();
     void open() { isOpen = true; }
 
@@ -44,11 +43,11 @@ public:
 
     /// Reads the configuration anew if its file has changed. Open cameras that are gone lose contact.
     /// \throws GenTLError  GC_ERR_INVALID_VALUE or GC_ERR_IO; the old configuration stands, and the next call
-    /// tries
-    ///                     again
+    ///     tries again
     void reloadConfiguration();
 
-    /// Lets an injected failure strike. \throws GenTLError  what the rule says
+    /// Lets an injected failure strike.
+    /// \throws GenTLError  what the rule says
     void strike(const CallSubject &subject);
 
     HandleTable &handles() { return handles_; }
@@ -63,7 +62,8 @@ public:
     /// Sleeps without the lock, which the caller holds: objects found before may be gone afterwards.
     void pause(std::int64_t milliseconds);
 
-    /// The time that a list refresh takes. \throws GenTLError  GC_ERR_TIMEOUT: longer than \p timeoutMs
+    /// The time that a list refresh takes.
+    /// \throws GenTLError  GC_ERR_TIMEOUT: longer than \p timeoutMs
     void pauseForUpdate(std::uint64_t timeoutMs);
 
 private:

@@ -23,7 +23,8 @@ public:
     std::string id() const override;
     PortIdentity port() const override;
 
-    /// Takes the interfaces of the configuration. \returns whether the list has changed
+    /// Takes the interfaces of the configuration.
+    /// \returns whether the list has changed
     bool refresh();
 
     const std::vector<std::shared_ptr<const InterfaceSettings>> &interfaces() const { return interfaces_; }
@@ -48,7 +49,8 @@ private:
 /// \throws GenTLError  GC_ERR_INVALID_PARAMETER: unknown command
 InfoValue producerInfo(TL_INFO_CMD command, const Configuration &configuration);
 
-/// The answer of IFGetInfo and TLGetInterfaceInfo. \throws GenTLError  as producerInfo()
+/// The answer of IFGetInfo and TLGetInterfaceInfo.
+/// \throws GenTLError  as producerInfo()
 InfoValue interfaceInfo(INTERFACE_INFO_CMD command, const InterfaceSettings &settings);
 
 } // namespace simulator

@@ -30,8 +30,8 @@ private:
 };
 
 /// Replaces \p path by a file with this \p content, so that at any moment, a crash included, the old or the
-/// new content stands there whole. One writer at a time. \throws std::system_error  the content could not be
-/// written; the old one stands
+/// new content stands there whole. One writer at a time.
+/// \throws std::system_error  the content could not be written; the old one stands
 void replaceFile(const std::string &path, std::string_view content);
 
 /// The content of a file, or nothing where there is no such file.

@@ -10,7 +10,8 @@
 #include <string_view>
 #include <vector>
 
-/// The symbol of a loaded module. \throws std::runtime_error  it has none of that name
+/// The symbol of a loaded module.
+/// \throws std::runtime_error  it has none of that name
 void *symbol(void *module, const char *name);
 
 /// Loads a module and, at the end, lets go of it. Nothing is initialised or closed on its own.

@@ -23,7 +23,8 @@ std::string contentOf(const fs::path &path)
     return content.str();
 }
 
-/// Runs \p work in a process of its own. \returns its id
+/// Runs \p work in a process of its own.
+/// \returns its id
 template <class Work>
 pid_t startProcess(Work work)
 {
