@@ -58,8 +58,10 @@ std::string GenTL_Interface::getGenTLVersionString() const
 void GenTL_Interface::load()
 {
     moduleHandle = platform::loadModule(ctiPath);
-    if (!moduleHandle)
-        throwFailure("Loading cti " + ctiPath + " failed! Code: ", platform::lastError());
+    if (!moduleHandle) {
+        const std::string code = platform::lastError();
+        throwFailure("Loading cti " + ctiPath + " failed! Code: ", code);
+    }
     require(functionsOfStart(*this));
     queryVersion();
     resolve(functionsOf10(*this));
