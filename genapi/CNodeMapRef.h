@@ -37,7 +37,7 @@ public:
     ~CNodeMapRefT() override { _Destroy(); }
 
     /// Each makes the node map, named "Device" from an archive and by its own name from a text. The bytes are
-    /// not referred to afterwards. A failure leaves the reference without a node map.
+    /// not referred to afterwards. A failure leaves the reference as it was.
     /// \throws RuntimeException  "Node map already created"; and what the factory throws
     void _LoadXMLFromZIPData(const void *data, std::size_t size);
     void _LoadXMLFromString(const gcstring &text);

@@ -16,8 +16,8 @@ static_assert(sizeof(void *) == 8, "only 64-bit producers are supported");
 using GC_ERROR = std::int32_t;
 using bool8_t = std::uint8_t;
 
-// All handles are opaque; null is the invalid one. A port handle may be any other handle, or the remote
-// device's port.
+// All handles are opaque; null is the invalid one. A port handle may be a TL, IF, DEV, DS or buffer
+// handle, or the remote device's port.
 using TL_HANDLE = void *;
 using IF_HANDLE = void *;
 using DEV_HANDLE = void *;

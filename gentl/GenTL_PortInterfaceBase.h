@@ -21,7 +21,8 @@ class GenTL_PortInterfaceBase : public GenApi_3_2_TVN::CPortImpl
 {
 public:
     /// Asks the port once for its access mode, which proves that it answers.
-    /// \param portHandle      of an opened module, not owned; outlives this object
+    /// \param portHandle      of an opened module, not owned; it may be closed before this object goes, but
+    ///                        each call needs it open
     /// \param genTLInterface  the producer that the handle is of; the port shares its ownership
     /// \throws std::runtime_error  what GetAccessMode throws
     GenTL_PortInterfaceBase(const PORT_HANDLE &portHandle, std::shared_ptr<GenTL_Interface> genTLInterface);

@@ -23,7 +23,9 @@ using Function = void (*)();
 /// \return null on failure; lastError tells why
 void *loadModule(const std::string &path);
 
-/// \return null if \p module does not export \p name; lastError tells so
+/// Looks an exported function up: in the module alone on Windows, elsewhere also in the libraries that the
+/// module depends on.
+/// \return null if \p name is not found there; lastError tells so
 Function findFunction(void *module, const char *name);
 
 /// Gives one load of the library up; with the last one it is unmapped.
