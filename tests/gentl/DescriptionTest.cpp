@@ -13,8 +13,12 @@
 #include <new>
 
 using namespace GenICam_Interfaces;
+using GenICam_3_2_TVN::PropertyException;
 using ::testing::ElementsAre;
+using ::testing::Property;
 using ::testing::StartsWith;
+using ::testing::StrEq;
+using ::testing::Throws;
 
 /// An allocation that is too large gives null, as it does without the sanitizer.
 extern "C" const char *__asan_default_options()
@@ -122,9 +126,12 @@ TEST_P(UrlTest, TellsWhatTheProducerDoesNot)
     const UrlRow &row = GetParam();
     script.urlAnswers = {{URL_INFO_URL, row.url}};
     script.portCode = GC_ERR_IO;
-    EXPECT_EQ(openFailure(), row.failure);
-    std::erase(script.calls, "GCGetLastError(1028)");
-    EXPECT_EQ(script.calls.back(), row.lastCall);
+    for (const GC_ERROR code : {GC_ERR_NOT_IMPLEMENTED, GC_ERR_ERROR}) { // any refusal leads to the text
+        script.urlCode = code;
+        EXPECT_EQ(openFailure(), row.failure) << code;
+        std::erase(script.calls, "GCGetLastError(1028)");
+        EXPECT_EQ(script.calls.back(), row.lastCall) << code;
+    }
 }
 
 const std::string readFailed = "GCReadPort failed with code -1010! Message: refused ";
@@ -231,8 +238,12 @@ TEST_F(DescriptionTest, TheGivenUrlIsTakenAndNoOther)
 {
     const auto gentl = std::make_shared<GenTL_Interface>(producerPath("full"));
     script.urlAnswers.clear();
+    script.calls.clear();
     EXPECT_EQ(failureOf([&] { GenTL_PortInterface(handle, gentl, 4294967295U); }),
               "GCGetPortURLInfo(4294967295,URL_INFO_URL) failed with code -1010! Message: refused ");
+    EXPECT_THAT(script.calls,
+                ElementsAre("GCGetPortInfo(7, 8, 11, 1)", "GCGetPortInfo(7, 7, 11, 1)",
+                            "GCGetPortURLInfo(7, 4294967295, 0, 1, 512)", "GCGetLastError(1028)"));
 }
 
 TEST_F(DescriptionTest, AnOldProducerIsNotAsked)
@@ -300,6 +311,16 @@ TEST_F(DescriptionTest, APortNameWithoutANodeCannotBeConnected)
     EXPECT_EQ(openFailure(), "Connecting NodeMapRef with port failed!");
     script.portInfoCodes = {{PORT_INFO_PORTNAME, GC_ERR_ERROR}};
     EXPECT_EQ(openFailure(), "GCGetPortInfo(PORT_INFO_PORTNAME) failed with code -1010! Message: refused ");
+}
+
+TEST_F(DescriptionTest, WhatConnectingThrowsPassesUnchanged)
+{
+    const std::string port = R"(<Port Name="Device"/>)";
+    script.memory.insert(script.memory.find(port), port); // loads, but the name finds no single node
+    script.urlAnswers[URL_INFO_FILE_SIZE] = std::uint64_t{script.memory.size()};
+    EXPECT_THAT([&] { open(); },
+                Throws<PropertyException>(Property(&PropertyException::GetDescription,
+                                                   StrEq("Node 'Device' is defined more than once"))));
 }
 
 } // namespace
