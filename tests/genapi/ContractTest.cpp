@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The contract of the interfaces: the order of their virtual operations, the numbers, the texts and lines of
-// exceptions, and the life of a node map.
+// The contract of the interfaces: the numbers, the texts and lines of exceptions, and the life of a node map.
+// The order of their virtual operations is SlotTest.cpp's.
 #include "Camera.h"
 
 #include <gmock/gmock.h>
@@ -34,14 +34,7 @@ TEST(NodeMapRef, WithoutANodeMapEachForwarderNamesItsLine)
     CNodeMapRef empty;
     FakePort port;
     NodeList_t nodes;
-    struct Stacked : IPortStacked
-    {
-        EAccessMode GetAccessMode() const override { return RW; }
-        void Read(void *, std::int64_t, std::int64_t) override {}
-        void Write(const void *, std::int64_t, std::int64_t) override {}
-        void ReadStacked(const PortAccess *, std::size_t) override {}
-        void WriteStacked(const PortAccess *, std::size_t) override {}
-    } stacked;
+    FakeStackedPort stacked;
     const std::pair<int, std::function<void()>> forwarders[] = {
         {402, [&] { empty._GetDeviceName(); }},
         {410, [&] { empty._Poll(1); }},
@@ -105,6 +98,16 @@ TEST(NodeMapRef, CopiesShareTheNodeMapAndTheLastOneEndsIt)
         << "a node map of its own again";
 }
 
+TEST(NodeMapRef, IsADeviceOfTheDefaultNameOnceItIsDestroyed)
+{
+    const std::string text = description("");
+    CNodeMapRef nodeMap{"Left"};
+    nodeMap._LoadXMLFromString({text.data(), text.size()});
+    nodeMap._Destroy();
+    nodeMap._LoadXMLFromString({text.data(), text.size()});
+    EXPECT_EQ(nodeMap._GetDeviceName(), "Device");
+}
+
 TEST(Pointer, ANullOneIsRefusedWhenItIsUsed)
 {
     Camera camera{"<Integer Name='Gain'><Value>1</Value></Integer>"};
@@ -140,44 +143,6 @@ TEST(Texts, CountTheirLengthAndNotTheirZeros)
     EXPECT_TRUE(text == gcstring("ab\0c", 4));
     EXPECT_TRUE(gcstring{static_cast<const char *>(nullptr)} == "");
     EXPECT_TRUE((gcstring{nullptr, 0}.empty()));
-}
-
-/// A replacement of the node map's virtual table entries is beyond C++, but the Itanium ABI gives a pointer
-/// to a virtual member its slot. Where pointers are built otherwise, the numbers differ and the test is
-/// skipped.
-template <class Member>
-std::size_t slotOf(Member member)
-{
-    std::uintptr_t words[2] = {};
-    static_assert(sizeof(member) == sizeof(words));
-    std::memcpy(words, &member, sizeof(member));
-    return (words[0] - 1) / sizeof(void *);
-}
-
-TEST(Slots, StandInTheirOrder)
-{
-    if (slotOf(&IPort::Read) > 64)
-        GTEST_SKIP() << "pointers to members do not hold slots here";
-    EXPECT_EQ(slotOf(&IBase::GetAccessMode), 0U);
-    EXPECT_EQ(slotOf(&IPort::Write), slotOf(&IPort::Read) + 1);
-    EXPECT_EQ(slotOf(&IPortConstruct::GetSwapEndianess), slotOf(&IPortConstruct::SetPortImpl) + 1);
-
-    using Ref = CNodeMapRef;
-    using Connect = bool (Ref::*)(IPort *);
-    using ConnectNamed = bool (Ref::*)(IPort *, const gcstring &);
-    using ConnectStacked = bool (Ref::*)(IPortStacked *);
-    using ConnectStackedNamed = bool (Ref::*)(IPortStacked *, const gcstring &);
-    const std::size_t first = slotOf(&Ref::_GetSupportedSchemaVersions);
-    EXPECT_EQ(slotOf(&Ref::_Initialize), 0U);
-    EXPECT_EQ(first, 3U) << "the destructor takes two slots";
-    EXPECT_THAT(
-        (std::vector{slotOf(&Ref::_GetDeviceName), slotOf(&Ref::_Poll), slotOf(&Ref::_GetNodes),
-                     slotOf(&Ref::_GetNode), slotOf(&Ref::_GetNumNodes), slotOf(&Ref::_EnableCaching),
-                     slotOf(&Ref::_InvalidateNodes), slotOf(static_cast<ConnectStacked>(&Ref::_Connect)),
-                     slotOf(static_cast<ConnectStackedNamed>(&Ref::_Connect)),
-                     slotOf(static_cast<Connect>(&Ref::_Connect)),
-                     slotOf(static_cast<ConnectNamed>(&Ref::_Connect)), slotOf(&Ref::_ParseSwissKnifes)}),
-        ElementsAre(4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15));
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "CPortImpl.h"
+#include "IPortStacked.h"
 
 #include <cstdint>
 #include <cstring>
@@ -56,4 +57,12 @@ private:
     }
 
     std::map<std::uint64_t, std::uint8_t> memory;
+};
+
+/// A device that offers stacks as well. The layer has no use for them, so they do nothing.
+class FakeStackedPort : public FakePort, public GenApi_3_2_TVN::IPortStacked
+{
+public:
+    void ReadStacked(const GenApi_3_2_TVN::PortAccess *, std::size_t) override {}
+    void WriteStacked(const GenApi_3_2_TVN::PortAccess *, std::size_t) override {}
 };

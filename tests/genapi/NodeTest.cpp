@@ -231,6 +231,8 @@ TEST(Cache, AnswersUntilAnythingIsWrittenOrTimeIsUp)
     EXPECT_EQ(reads("Plain"), 1U);
     camera.node("Other")->InvalidateNode();
     EXPECT_EQ(reads("Plain"), 1U);
+    camera.nodeMap._InvalidateNodes();
+    EXPECT_EQ(reads("Plain"), 1U);
     EXPECT_EQ(reads("Slow"), 1U);
     camera.nodeMap._Poll(999);
     EXPECT_EQ(reads("Slow"), 0U);
@@ -331,7 +333,25 @@ TEST(Port, IsConnectedByNameAndReplaysRecordedWrites)
     EXPECT_EQ(camera.value("X"), 0) << "not asked to invalidate";
     camera.port.Replay(nullptr, true);
     EXPECT_EQ(camera.value("X"), 5);
+    camera.port.SetPortImpl(nullptr);
+    camera.port.set(0, {6});
+    camera.port.Replay(nullptr, true);
+    EXPECT_EQ(camera.value("X"), 5) << "the port has forgotten its node";
     EXPECT_EQ(camera.port.GetSwapEndianess(), No);
+}
+
+TEST(Port, AStackedOneIsConnectedAsAnyOther)
+{
+    FakeStackedPort stacked;
+    stacked.set(0, {4});
+    Camera camera{reg("X", "<Address>0</Address><Length>1</Length>")};
+    EXPECT_FALSE(camera.nodeMap._Connect(&stacked, "Nobody"));
+    EXPECT_EQ(camera.value("X"), 0);
+    EXPECT_TRUE(camera.nodeMap._Connect(&stacked, "Device"));
+    EXPECT_EQ(camera.value("X"), 4);
+    camera.nodeMap._Connect(&camera.port, "Device");
+    EXPECT_TRUE(camera.nodeMap._Connect(&stacked));
+    EXPECT_EQ(camera.value("X"), 4) << "by the device's name";
 }
 
 TEST(Node, KindsWithoutEvaluationHaveTheirTypeAndWords)
