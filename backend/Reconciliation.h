@@ -60,9 +60,10 @@ bool reconcile(std::vector<Child *> &children, Level &&level)
     }
 
     const std::vector<std::size_t> gone = known.missing();
-    for (auto place = gone.rbegin(); place != gone.rend(); ++place) {
-        level.destroy(children[*place]);
-        children.erase(children.begin() + static_cast<std::ptrdiff_t>(*place));
+    for (std::size_t n = gone.size(); n-- > 0;) {
+        const auto place = children.begin() + static_cast<std::ptrdiff_t>(gone[n]);
+        level.destroy(*place);
+        children.erase(place);
     }
     return true;
 }

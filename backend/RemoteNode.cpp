@@ -100,8 +100,6 @@ RemoteNode::RemoteNode(std::shared_ptr<GenTL_PortInterface> port, const std::str
     lookup(name);
 }
 
-RemoteNode::~RemoteNode() = default;
-
 void RemoteNode::setPort(std::shared_ptr<GenTL_PortInterface> newPort)
 {
     // The node is the old port's, which may go with this share.

@@ -44,7 +44,6 @@ public:
     explicit RemoteNode(std::shared_ptr<GenICam_Interfaces::GenTL_PortInterface> port);
     /// The same, and looks \p name up.
     RemoteNode(std::shared_ptr<GenICam_Interfaces::GenTL_PortInterface> port, const std::string &name);
-    ~RemoteNode();
 
     /// Takes another port; a node found in the old one is forgotten with it.
     void setPort(std::shared_ptr<GenICam_Interfaces::GenTL_PortInterface> port);

@@ -29,7 +29,7 @@ gcstring Node::GetName() const
 
 std::string Node::name() const
 {
-    const std::string own = element.attribute("Name").value();
+    std::string own = element.attribute("Name").value();
     if (std::strcmp(element.name(), "EnumEntry") == 0)
         return std::string{"EnumEntry_"} + element.parent().attribute("Name").value() + "_" + own;
     if (!own.empty())

@@ -21,7 +21,7 @@ class NodeMap : public INodeMap, public IDestroy
 public:
     NodeMap(std::shared_ptr<const Description> description, const GenICam_3_2_TVN::gcstring &deviceName,
             bool enableCaching);
-    virtual ~NodeMap() = default;
+    ~NodeMap() override = default;
 
     GenICam_3_2_TVN::gcstring GetDeviceName() const override { return deviceName; }
     void Poll(std::int64_t elapsedTime) override;

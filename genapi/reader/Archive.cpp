@@ -95,7 +95,7 @@ std::string unpackDescription(std::string_view bytes)
         refuse(std::string{"can't be unpacked: "} + zip_strerror(archive.get()));
 
     std::string description;
-    std::array<char, 32 * 1024> chunk;
+    std::array<char, 32768> chunk;
     for (;;) {
         const zip_int64_t count = zip_fread(file.get(), chunk.data(), chunk.size());
         if (count < 0)

@@ -24,6 +24,7 @@ public:
 
     Description(const Description &) = delete;
     Description &operator=(const Description &) = delete;
+    ~Description() = default;
 
     /// Whether it was made of exactly these bytes.
     bool isMadeOf(EContentType_t contentType, std::string_view source) const;

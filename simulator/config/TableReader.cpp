@@ -88,7 +88,7 @@ void TableReader::reject(const char *key, std::string_view wayOut) const
 
 const toml::node *TableReader::find(const char *key)
 {
-    known.push_back(key);
+    known.emplace_back(key);
     return table.get(key);
 }
 

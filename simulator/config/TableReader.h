@@ -27,7 +27,7 @@ public:
     const std::string &name() const { return where; }
 
     /// Counts \p key as known, since somebody else reads it.
-    void accept(const char *key) { known.push_back(key); }
+    void accept(const char *key) { known.emplace_back(key); }
 
     // Each returns the fallback where the key is absent, and throws GenTLError GC_ERR_INVALID_VALUE on a
     // wrong value.

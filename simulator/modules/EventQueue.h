@@ -63,6 +63,8 @@ class EventRegistration : public HandleObject
 {
 public:
     explicit EventRegistration(HandleTable &table) : HandleObject(table) {}
+    EventRegistration(const EventRegistration &) = delete;
+    EventRegistration &operator=(const EventRegistration &) = delete;
     ~EventRegistration() override { queue->close(); }
 
     const std::shared_ptr<EventQueue> queue = std::make_shared<EventQueue>();

@@ -53,6 +53,8 @@ public:
     /// \throws std::system_error  as tryTake()
     static bool isTaken(const std::string &path, std::uint64_t number);
 
+    NumberLock(const NumberLock &) = delete;
+    NumberLock &operator=(const NumberLock &) = delete;
     NumberLock(NumberLock &&other) noexcept;
     NumberLock &operator=(NumberLock &&) = delete;
     ~NumberLock();
