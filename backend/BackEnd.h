@@ -137,7 +137,7 @@ public:
     /// \return IndexCancelled for "c", for "q" and at the end of the input
     std::uint64_t selectIndex(const std::uint64_t &maximum, const std::uint64_t &minimum);
     /// Asks for one of \p keys on standard input. With no choice, 0 is the answer.
-    /// \return the place of the key; at the end of the input that of "q"
+    /// \return the place of the key; at the end of the input that of "q", or 0 without such a key
     std::uint64_t selectOption(std::vector<std::string> keys);
 
 private:
