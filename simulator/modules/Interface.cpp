@@ -65,6 +65,13 @@ std::vector<std::shared_ptr<const CameraSettings>> Interface::plugged() const
     return current ? current->cameras : std::vector<std::shared_ptr<const CameraSettings>>{};
 }
 
+bool Interface::isPlugged(const std::string &id) const
+{
+    const auto current = findInterface(producer.configuration(), settings_->id);
+    return current && std::any_of(current->cameras.begin(), current->cameras.end(),
+                                  [&](const auto &camera) { return camera->id == id; });
+}
+
 bool Interface::refresh()
 {
     const CameraStates states = producer.store().load();
@@ -105,6 +112,8 @@ Device &Interface::open(const std::string &id, DEVICE_ACCESS_FLAGS access)
     const auto &camera = find(id);
     if (opened.contains(id))
         throw GenTLError(GC_ERR_RESOURCE_IN_USE, "camera \"" + id + "\" is open already");
+    if (!isPlugged(id))
+        throw GenTLError(GC_ERR_IO, "camera \"" + id + "\": unplugged");
     requireAccess(*camera, access);
     auto hold = producer.store().hold(id);
     if (!hold)
@@ -120,11 +129,9 @@ void Interface::close(Device &child)
 
 void Interface::dropUnplugged()
 {
-    const auto current = plugged();
     for (const auto &entry : opened) {
         Device &device = *entry.second;
-        const auto isThis = [&](const auto &camera) { return camera->id == device.id(); };
-        if (std::any_of(current.begin(), current.end(), isThis))
+        if (isPlugged(device.id()))
             continue;
         device.camera().loseContact("unplugged");
         device.reportLoss();

@@ -52,6 +52,7 @@ public:
 
 private:
     std::vector<std::shared_ptr<const CameraSettings>> plugged() const;
+    bool isPlugged(const std::string &id) const;
 
     Producer &producer;
     std::shared_ptr<const InterfaceSettings> settings_;
