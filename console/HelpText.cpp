@@ -18,7 +18,8 @@ const char *const helpFooter = R"(Which options act together:
   Then --lock locks, and the run ends.
   Without a password, --lock locks and ends the run, and without --lock the menu
   opens; --new-password (or its file) and --unlock have no effect.
-  --factory-reset comes before all of these and ends the run.
+  --factory-reset comes before all of these and ends the run. It does nothing to
+  a camera without password protection.
   The lists take no other option. For producers in a folder of your own, name it
   in GENICAM_GENTL64_PATH.
 
@@ -31,12 +32,14 @@ Passwords:
 
 Exit status:
   0  The run was finished or cancelled. So it is after a wrong password too, and
-     whenever else the camera refused: look at the last line of a run with a
-     password or --lock, "Exiting program... Device is locked." or "Exiting
-     program... Device is unlocked.", and at the messages before it. The lists,
-     --help and --version always end so.
+     whenever else the camera refused. A run with a password or --lock tells the
+     outcome in a line of its own, "Exiting program... Device is locked." or
+     "Exiting program... Device is unlocked.", unless it ended earlier; a reset
+     that was refused prints "Factory reset failed: ". The lists, --help and
+     --version always end so.
   1  The run could not begin: there is no camera, or none with that serial
-     number is accessible, or it could not be opened.
+     number is accessible, or it could not be opened. Or something unexpected
+     failed, which standard error tells.
   2  The command line or a password file is wrong. Nothing was done.
 
 Environment:

@@ -11,6 +11,7 @@ torvane_build_packages=(
     g++ cmake ninja-build pkg-config
     libcli11-dev libpugixml-dev libtomlplusplus-dev libzip-dev
 )
+# shellcheck disable=SC2034 # for the scripts that test
 torvane_test_packages=(libgtest-dev libgmock-dev)
 
 say() { printf '%s\n' "$*" >&2; }
