@@ -15,6 +15,8 @@ ROWS = [
     ("A quiet pass over 1,000 known cameras", "quietPass<1000>", "a bare loop of the same GenTL calls",
      "bareEnumeration<1000>", 1.2),
     ("A quiet pass over 10,000 known cameras", "quietPass<10000>", "one over 1,000", "quietPass<1000>", 11),
+    ("The bare loop over 10,000 cameras", "bareEnumeration<10000>", "one over 1,000: what the producer and the "
+     "machine's caches make of it", "bareEnumeration<1000>", None),
 ]
 
 
@@ -48,9 +50,9 @@ def main():
     print("|---|---|---|---|---|---|---|")
     for what, ours, against, baseline, budget in ROWS:
         ratio = times[ours] / times[baseline]
-        verdict = "met" if ratio <= budget else "**missed**"
+        verdict = "" if budget is None else "met" if ratio <= budget else "**missed**"
         print(f"| {what} | {readable(times[ours])} | {against} | {readable(times[baseline])} "
-              f"| {ratio:.2f} | {budget} | {verdict} |")
+              f"| {ratio:.2f} | {budget or ''} | {verdict} |")
 
 
 main()
