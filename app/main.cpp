@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+// torvane_gui: one window over the cameras. It has no options of its own; the arguments are Qt's.
+#include "MainWindow.h"
+
+#include <QApplication>
+#include <iostream>
+
+int main(int argc, char *argv[])
+{
+    // The back end asks on standard input for a password that is empty. A window started from a terminal must not
+    // wait for that terminal: whatever asks meets the end of the input and cancels.
+    std::cin.setstate(std::ios_base::eofbit);
+
+    QApplication application(argc, argv);
+    MainWindow window;
+    window.show();
+    return QApplication::exec();
+}
