@@ -11,3 +11,21 @@ function(torvane_add_test name)
         TEST_PREFIX "${test_ROOM}." DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
         PROPERTIES LABELS "${test_ROOM}" TIMEOUT 120)
 endfunction()
+
+# torvane_add_qt_test(NAME ROOM room SOURCES file... [LINK target...] [XVFB]): one Qt Test program, run as a whole on the
+# offscreen platform, or under an X server of its own where it needs a window system.
+function(torvane_add_qt_test name)
+    cmake_parse_arguments(PARSE_ARGV 1 test "XVFB" "ROOM" "SOURCES;LINK")
+    add_executable(${name} ${test_SOURCES})
+    target_link_libraries(${name} PRIVATE ${test_LINK} Qt5::Test torvane_warnings)
+    if(test_XVFB)
+        add_test(NAME ${test_ROOM}.${name}
+            COMMAND xvfb-run --auto-servernum "--server-args=-screen 0 1280x800x24" $<TARGET_FILE:${name}>)
+        set(platform xcb)
+    else()
+        add_test(NAME ${test_ROOM}.${name} COMMAND ${name})
+        set(platform offscreen)
+    endif()
+    set_tests_properties(${test_ROOM}.${name} PROPERTIES LABELS ${test_ROOM} TIMEOUT 300
+        ENVIRONMENT "QT_QPA_PLATFORM=${platform};LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/leaks.supp")
+endfunction()
