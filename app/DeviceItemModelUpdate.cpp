@@ -49,10 +49,13 @@ void DeviceItemModel::updateRows()
         backEnd->updateDevices();
         fresh = backEnd->devices();
     }
-    const int common = std::min(static_cast<int>(fresh.size()), deviceList.count());
+    const int count = static_cast<int>(fresh.size());
+    const int common = std::min(count, deviceList.count());
     replaceRows(fresh, common);
-    addRows(fresh, common);
-    cutRows(common);
+    if (count > deviceList.count())
+        addRows(fresh, common);
+    else if (count < deviceList.count())
+        cutRows(common);
     followCurrentDevice();
 
     PassEnd end{backEnd->takeRetired(), rows.cuts()};
@@ -82,8 +85,6 @@ void DeviceItemModel::replaceRows(const std::vector<Device *> &fresh, int common
 void DeviceItemModel::addRows(const std::vector<Device *> &fresh, int common)
 {
     const int count = static_cast<int>(fresh.size());
-    if (count <= deviceList.count())
-        return;
     for (int position = common; position < count; ++position) {
         Device *const device = fresh[static_cast<std::size_t>(position)];
         const SharedRow row = makeRow(*device);
@@ -98,8 +99,6 @@ void DeviceItemModel::addRows(const std::vector<Device *> &fresh, int common)
 // Nothing is stored for the announcement: that the number of rows has dropped is all that there is to see.
 void DeviceItemModel::cutRows(int common)
 {
-    if (deviceList.count() <= common)
-        return;
     const QMutexLocker lock(&rowsMutex);
     deviceList.cut(common);
     rows.cut(common);
