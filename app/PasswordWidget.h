@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: MIT
+// The panel in which the user acts on one camera, a dialog over the list: lock or unlock, change the password, reset to
+// factory settings. A camera that is still on its factory default password offers nothing but the change. The panel
+// acts on the device that is selected in the back end, which somebody else has opened and will close.
+//
+// What is shown follows from three facts: locked, defaultPassword (both as of the last reset()) and changeMode.
+//
+// Thread: the GUI thread. Each operation blocks it for the length of its traffic with the camera.
+#pragma once
+
+#include <QWidget>
+#include <memory>
+
+class BackEnd;
+class PasswordControl;
+class QLabel;
+class QPushButton;
+
+class PasswordWidget : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// \param parent  the window whose input the panel blocks while it is shown
+    /// \param backEnd  its selected device is open
+    PasswordWidget(QWidget *parent, std::shared_ptr<BackEnd> backEnd);
+
+signals:
+    /// Nothing emits it.
+    void lockRequested();
+    /// Nothing emits it.
+    void passwordInputChanged(const QString &text);
+    /// The camera was locked, unlocked or given a new password here.
+    void lockChanged();
+    /// The panel has been closed, which hides it.
+    void closed();
+
+public slots:
+    /// Says that the camera is gone and closes the panel, unless a reset here has sent the camera away.
+    void onCurrentDeviceRemoved();
+    /// Keeps the verdict of the field that sends it.
+    void onPasswordValidChanged(bool valid);
+    void onForgotPasswordLink();
+
+private slots:
+    void reset();
+    void onButtonLockUnlock();
+    void onButtonChangePassword();
+    void onButtonFactoryReset();
+    void onPasswordEditFinished();
+    void onButtonOk();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void createButtons();
+    void createFields();
+    void createInputBox();
+    void layOut();
+    void dropHiddenFocus();
+    bool canAccept() const;
+    void lockDevice();
+    void unlockDevice();
+    void changePassword();
+    void reportChange(int result);
+    void finish(const QString &message);
+    void refusePassword();
+
+    QPushButton *lockButton;
+    QPushButton *changeButton;
+    QPushButton *resetButton;
+    bool locked = true;
+    bool defaultPassword = false;
+    bool changeMode = false; // OK means change, not unlock
+    bool resetDone = false;  // the device's going away is expected
+    bool passwordValid = false;
+    bool newPasswordValid = false;
+    bool confirmValid = false;
+    PasswordControl *passwordControl;
+    PasswordControl *newPasswordControl;
+    PasswordControl *confirmControl;
+    QWidget *inputBox;
+    QWidget *buttonRow;
+    QPushButton *okButton;
+    QPushButton *cancelButton;
+    QLabel *statusLabel;
+    std::shared_ptr<BackEnd> backEnd;
+};
