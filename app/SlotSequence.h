@@ -14,6 +14,7 @@
 #include <cstddef>
 #include <memory>
 #include <stdexcept>
+#include <utility>
 
 /// \tparam T  what std::atomic holds; an empty T{} frees what a released slot held
 template <class T>
