@@ -13,7 +13,7 @@
 template <class T>
 T *partOf(const QWidget *parent, int place)
 {
-    const QLayoutItem *item = parent->layout()->itemAt(place);
+    QLayoutItem *item = parent->layout()->itemAt(place);
     return item ? qobject_cast<T *>(item->widget()) : nullptr;
 }
 
@@ -32,7 +32,8 @@ struct FieldParts
     {
         edit->selectAll();
         QTest::keyClick(edit, Qt::Key_Delete);
-        QTest::keyClicks(edit, text);
+        for (const QChar character : text)
+            QTest::sendKeyEvent(QTest::Click, edit, Qt::Key_unknown, QString(character), Qt::NoModifier);
     }
 
     QLabel *caption;
