@@ -6,9 +6,12 @@
 #include "IBoolean.h"
 #include "ICategory.h"
 #include "ICommand.h"
+#include "IEnumEntry.h"
+#include "IEnumeration.h"
 #include "IFloat.h"
 #include "IInteger.h"
 #include "INode.h"
+#include "IRegister.h"
 #include "IString.h"
 
 namespace GenApi_3_2_TVN {
@@ -48,6 +51,9 @@ using CIntegerPtr = CPointer<IInteger>;
 using CFloatPtr = CPointer<IFloat>;
 using CBooleanPtr = CPointer<IBoolean>;
 using CStringPtr = CPointer<IString>;
+using CEnumerationPtr = CPointer<IEnumeration>;
+using CEnumEntryPtr = CPointer<IEnumEntry>;
+using CRegisterPtr = CPointer<IRegister>;
 using CCommandPtr = CPointer<ICommand>;
 using CCategoryPtr = CPointer<ICategory>;
 

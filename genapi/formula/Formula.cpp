@@ -5,6 +5,11 @@
 #include "FormulaEvaluator.h"
 #include "FormulaParser.h"
 #include "IntegerArithmetic.h"
+#include "Number.h"
+#include "RealArithmetic.h"
+
+#include <functional>
+#include <numeric>
 
 namespace GenApi_3_2_TVN {
 
@@ -18,7 +23,7 @@ void Formula::requireInteger() const
 {
     for (const Literal &literal : literals) {
         if (!literal.integer)
-            throw FormulaError{"the fraction " + std::to_string(literal.real) + " in an integer formula"};
+            throw FormulaError{"the fraction " + Number{literal.real}.text() + " in an integer formula"};
     }
     for (const Code &code : codes) {
         for (const Instruction &instruction : code) {
@@ -28,11 +33,20 @@ void Formula::requireInteger() const
     }
 }
 
-std::int64_t Formula::evaluateInteger(const std::function<std::int64_t(const VariableUse &)> &load) const
+std::size_t Formula::stepCount() const
 {
-    return FormulaEvaluator<IntegerArithmetic, std::function<std::int64_t(const VariableUse &)>>(
-               codes, literals, uses, load)
-        .evaluate(mainCode);
+    return std::transform_reduce(codes.begin(), codes.end(), std::size_t{0}, std::plus<>{},
+                                 [](const Code &code) { return code.size(); });
+}
+
+std::int64_t Formula::evaluate(const std::function<std::int64_t(const VariableUse &)> &load) const
+{
+    return FormulaEvaluator<IntegerArithmetic>{codes, literals, uses, load}.evaluate(mainCode);
+}
+
+double Formula::evaluate(const std::function<double(const VariableUse &)> &load) const
+{
+    return FormulaEvaluator<RealArithmetic>{codes, literals, uses, load}.evaluate(mainCode);
 }
 
 } // namespace GenApi_3_2_TVN

@@ -48,7 +48,8 @@ struct VariableUse
 struct Literal
 {
     double real;
-    std::optional<std::int64_t> integer; ///< empty when it has a fraction or passes 64 bits
+    std::optional<std::int64_t>
+        integer; ///< empty when it has a fraction or passes 64 bits; else all its bits
 };
 
 enum class Operation : std::uint8_t
@@ -122,12 +123,21 @@ public:
     /// \throws FormulaError  it needs fractions, which integer nodes don't have
     void requireInteger() const;
 
+    /// An upper limit of the instructions that one evaluation takes.
+    std::size_t stepCount() const;
+
     /// 64-bit signed arithmetic: sums, differences, products and powers wrap as two's complement does, "/"
     /// cuts toward zero, and the lowest number divided by -1 is itself. Only the branch taken is evaluated,
     /// and each expression at most once.
     /// \param load  gives the value of a variable; its exceptions pass through
     /// \throws FormulaError  a division by zero, or a shift outside 0 to 63
-    std::int64_t evaluateInteger(const std::function<std::int64_t(const VariableUse &)> &load) const;
+    std::int64_t evaluate(const std::function<std::int64_t(const VariableUse &)> &load) const;
+
+    /// IEEE 754 doubles, where "/" is the division of fractions, and division by zero gives infinity or no number.
+    /// "%", "~", shifts and operators on bits work on the operands cut to 64-bit integers. Else as above.
+    /// \throws FormulaError  an operand that has to be an integer is none, a remainder of zero, or a shift outside
+    ///         0 to 63
+    double evaluate(const std::function<double(const VariableUse &)> &load) const;
 
 private:
     friend class FormulaParser;

@@ -6,6 +6,7 @@
 #include "Formula.h"
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -13,11 +14,11 @@ namespace GenApi_3_2_TVN {
 
 /// \tparam Arithmetic  has Number, literal(Literal), unary(Operation, Number) and
 ///                     binary(Operation, Number, Number)
-/// \tparam Load        gives the Number of a VariableUse
-template <class Arithmetic, class Load>
+template <class Arithmetic>
 class FormulaEvaluator
 {
     using Number = typename Arithmetic::Number;
+    using Load = std::function<Number(const VariableUse &)>;
 
 public:
     FormulaEvaluator(const std::vector<Code> &codes, const std::vector<Literal> &literals,

@@ -3,10 +3,9 @@
 #include "FormulaLexer.h"
 
 #include "ElementText.h"
+#include "Number.h"
 
 #include <array>
-#include <charconv>
-#include <cmath>
 
 namespace GenApi_3_2_TVN {
 namespace {
@@ -35,14 +34,6 @@ std::size_t symbolLength(std::string_view text)
             return 2;
     }
     return std::string_view{"()?:|&^=<>+-*/%~!,"}.find(text.front()) != std::string_view::npos ? 1 : 0;
-}
-
-/// A double that is whole and fits; 2^63 itself does not.
-std::optional<std::int64_t> wholeNumber(double real)
-{
-    if (!(real >= -0x1p63 && real < 0x1p63) || std::trunc(real) != real)
-        return std::nullopt;
-    return static_cast<std::int64_t>(real);
 }
 
 } // namespace
@@ -96,18 +87,11 @@ std::size_t FormulaLexer::numberLength() const
 
 std::optional<Literal> parseLiteral(std::string_view text)
 {
-    text = trimmed(text);
-    if (const std::optional<std::int64_t> integer = parseInteger(text))
-        return Literal{static_cast<double>(*integer), integer};
-    if (text.starts_with('+'))
-        text.remove_prefix(1);
-    if (text.find_first_not_of("0123456789.eE+-") != std::string_view::npos)
+    const std::optional<double> real = parseReal(text);
+    if (!real)
         return std::nullopt;
-    double real = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), real);
-    if (error != std::errc{} || end != text.data() + text.size())
-        return std::nullopt;
-    return Literal{real, wholeNumber(real)};
+    const std::optional<std::int64_t> integer = parseInteger(text);
+    return Literal{*real, integer ? integer : wholeNumber(*real)};
 }
 
 } // namespace GenApi_3_2_TVN

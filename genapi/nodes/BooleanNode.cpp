@@ -2,8 +2,6 @@
 // See the header.
 #include "BooleanNode.h"
 
-#include "NodeMap.h"
-
 namespace GenApi_3_2_TVN {
 
 using GenICam_3_2_TVN::PropertyException;
@@ -29,33 +27,32 @@ bool BooleanNode::statedValue() const
 bool BooleanNode::GetValue(bool, bool ignoreCache)
 {
     requireReadable();
-    return integer("", {ignoreCache}) != 0;
+    return !number("", {ignoreCache}).isZero();
 }
 
 void BooleanNode::SetValue(bool newValue, bool)
 {
     requireWritable();
-    setInteger("", newValue ? 1 : 0);
+    setNumber("", std::int64_t{newValue});
 }
 
-std::int64_t BooleanNode::readInteger(Reading reading)
+Number BooleanNode::readNumber(Reading reading)
 {
     const bool isOn = pValue ? pValue->integer(reading) == onValue : value;
-    return isOn ? 1 : 0;
+    return std::int64_t{isOn};
 }
 
-void BooleanNode::writeInteger(std::int64_t newValue)
+void BooleanNode::writeNumber(Number newValue)
 {
-    map().dropCaches();
     if (pValue)
-        pValue->setInteger(newValue != 0 ? onValue : offValue);
+        pValue->set(newValue.isZero() ? offValue : onValue);
     else
-        value = newValue != 0;
+        value = !newValue.isZero();
 }
 
 EAccessMode BooleanNode::ownAccessMode(AccessQuestion question) const
 {
-    return pValue ? pValue->node().accessMode("pValue", question) : RW;
+    return pValue ? pValue->accessMode(question) : RW;
 }
 
 } // namespace GenApi_3_2_TVN

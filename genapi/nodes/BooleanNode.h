@@ -17,8 +17,10 @@ public:
 
 protected:
     /// 1 for true and 0 for false, for nodes that take it as a condition.
-    std::int64_t readInteger(Reading reading) override;
-    void writeInteger(std::int64_t value) override;
+    Number readNumber(Reading reading) override;
+    void writeNumber(Number value) override;
+    Number readMinimum() override { return std::int64_t{0}; }
+    Number readMaximum() override { return std::int64_t{1}; }
     EAccessMode ownAccessMode(AccessQuestion question) const override;
 
 private:

@@ -38,7 +38,7 @@ bool CommandNode::IsDone(bool)
 
 EAccessMode CommandNode::ownAccessMode(AccessQuestion question) const
 {
-    return value.link() != nullptr ? value.link()->node().accessMode("pValue", question) : WO;
+    return value.link() != nullptr ? value.link()->accessMode(question) : WO;
 }
 
 } // namespace GenApi_3_2_TVN

@@ -4,6 +4,7 @@
 
 #include "ICommand.h"
 #include "Node.h"
+#include "NumberSource.h"
 
 namespace GenApi_3_2_TVN {
 
@@ -19,8 +20,8 @@ protected:
     EAccessMode ownAccessMode(AccessQuestion question) const override;
 
 private:
-    IntegerSource value;
-    IntegerSource commandValue;
+    NumberSource<std::int64_t> value;
+    NumberSource<std::int64_t> commandValue;
 };
 
 } // namespace GenApi_3_2_TVN

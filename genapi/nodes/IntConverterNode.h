@@ -1,38 +1,31 @@
 // SPDX-License-Identifier: MIT
-// The kind IntConverter: another view of an inner integer, by one formula for reads and one for writes.
+// The kind IntConverter: another view of an inner node, by one formula for reads and one for writes.
 #pragma once
 
+#include "Conversion.h"
 #include "IntegerValueNode.h"
-#include "NodeFormula.h"
 
 namespace GenApi_3_2_TVN {
 
 class IntConverterNode : public IntegerValueNode
 {
 public:
-    IntConverterNode(NodeMap &nodeMap, pugi::xml_node element);
+    IntConverterNode(NodeMap &nodeMap, pugi::xml_node element)
+        : IntegerValueNode{nodeMap, element}, conversion{*this}
+    {}
 
 protected:
-    std::int64_t readInteger(Reading reading) override;
-    void writeInteger(std::int64_t value) override;
-    std::int64_t readMinimum() override;
-    std::int64_t readMaximum() override;
-    EAccessMode ownAccessMode(AccessQuestion question) const override;
+    std::int64_t readInteger(Reading reading) override { return conversion.read(reading); }
+    void writeInteger(std::int64_t value) override { conversion.write(value); }
+    Number readMinimum() override { return conversion.range().first; }
+    Number readMaximum() override { return conversion.range().second; }
+    EAccessMode ownAccessMode(AccessQuestion question) const override
+    {
+        return conversion.accessMode(question);
+    }
 
 private:
-    enum class Slope
-    {
-        Increasing,
-        Decreasing,
-        Unknown ///< the description leaves it open, so the ends of the inner range say nothing
-    };
-
-    Slope statedSlope() const;
-
-    std::optional<Link> pValue;
-    NodeFormula formulaTo;
-    NodeFormula formulaFrom;
-    Slope slope;
+    Conversion<std::int64_t> conversion;
 };
 
 } // namespace GenApi_3_2_TVN

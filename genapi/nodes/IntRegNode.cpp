@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 // See the header. A description counts bits from the least significant one in a little-endian register and
 // from the most significant one in a big-endian register; here they are always counted from the least
-// significant one.
+// significant one. A port that swaps bytes changes where they lie, not how the bits of the number are counted.
 #include "IntRegNode.h"
+
+#include "ByteOrder.h"
 
 #include <algorithm>
 #include <array>
-#include <limits>
 #include <string_view>
 
 namespace GenApi_3_2_TVN {
@@ -14,30 +15,12 @@ namespace GenApi_3_2_TVN {
 using GenICam_3_2_TVN::OutOfRangeException;
 using GenICam_3_2_TVN::PropertyException;
 
-namespace {
-
-constexpr std::size_t largestLength = 8;
-
-/// Whether the child \p tag says \p yes rather than \p no, which it also means when it is missing.
-bool says(const Node &node, const char *tag, std::string_view yes, std::string_view no)
-{
-    const std::optional<std::string> text = node.childText(tag);
-    if (!text || *text == no)
-        return false;
-    if (*text == yes)
-        return true;
-    node.fail<PropertyException>(std::string{tag} + ": '" + *text + "' is neither " + std::string{yes} +
-                                 " nor " + std::string{no});
-}
-
-} // namespace
-
 IntRegNode::IntRegNode(NodeMap &nodeMap, pugi::xml_node element)
     : IntegerValueNode{nodeMap, element},
-      bytes{*this, element},
-      isSigned{says(*this, "Sign", "Signed", "Unsigned")},
-      isBigEndian{says(*this, "Endianess", "BigEndian", "LittleEndian")},
-      isMasked{std::string_view{element.name()} == "MaskedIntReg"}
+      RegisterAccess{this},
+      isSigned{childSays("Sign", "Signed", "Unsigned")},
+      isBigEndian{childSays("Endianess", "BigEndian", "LittleEndian")},
+      isMasked{std::string_view{element.name()} != "IntReg"}
 {
     if (!isMasked)
         return;
@@ -53,7 +36,7 @@ IntRegNode::IntRegNode(NodeMap &nodeMap, pugi::xml_node element)
 std::size_t IntRegNode::byteCount() const
 {
     const auto count = static_cast<std::size_t>(bytes.readLength());
-    if (count > largestLength)
+    if (count > wordLength)
         fail<PropertyException>("an integer in a register of " + std::to_string(count) +
                                 " bytes; possible are 1 to 8");
     return count;
@@ -76,19 +59,11 @@ IntRegNode::Field IntRegNode::currentField() const
     return field(byteCount());
 }
 
-std::uint64_t IntRegNode::word(std::span<const std::uint8_t> registerBytes) const
-{
-    std::uint64_t assembled = 0;
-    const std::size_t count = registerBytes.size();
-    for (std::size_t place = 0; place < count; ++place)
-        assembled = (assembled << 8) | registerBytes[isBigEndian ? place : count - 1 - place];
-    return assembled;
-}
-
 std::int64_t IntRegNode::readInteger(Reading reading)
 {
     const Field bits = currentField();
-    std::uint64_t value = (word(bytes.read(reading)) >> bits.shift) & bits.mask();
+    std::uint64_t value =
+        (wordOf(bytes.read(reading), isBigEndian != bytes.areSwapped()) >> bits.shift) & bits.mask();
     const bool isNegative = isSigned && ((value >> (bits.width - 1)) & 1) != 0;
     if (isNegative)
         value |= ~bits.mask();
@@ -104,15 +79,16 @@ void IntRegNode::writeInteger(std::int64_t value)
     if (!fits(value, bits))
         fail<OutOfRangeException>(std::to_string(value) + " does not fit into " + std::to_string(bits.width) +
                                   " bits");
+    const bool bigEndian = isBigEndian != bytes.areSwapped();
     std::uint64_t assembled = 0;
     if (bits.width < count * 8 && !bytes.isWriteOnly())
-        assembled = word(bytes.read({.ignoreCache = true})) & ~(bits.mask() << bits.shift);
+        assembled = wordOf(bytes.read({.ignoreCache = true}), bigEndian) & ~(bits.mask() << bits.shift);
     assembled |= (static_cast<std::uint64_t>(value) & bits.mask()) << bits.shift;
 
-    std::array<std::uint8_t, largestLength> buffer{};
-    for (std::size_t place = 0; place < count; ++place)
-        buffer[isBigEndian ? count - 1 - place : place] = static_cast<std::uint8_t>(assembled >> (8 * place));
-    bytes.write(std::span{buffer}.first(count));
+    std::array<std::uint8_t, wordLength> buffer{};
+    const std::span used = std::span{buffer}.first(count);
+    putWord(assembled, bigEndian, used);
+    bytes.write(used);
 }
 
 /// 64 bits without a sign take every number: from 2^63 up it arrives as the negative one of the same bits.
@@ -130,16 +106,6 @@ std::int64_t IntRegNode::highest(Field bits) const
 {
     const bool losesTopBit = isSigned || bits.width == 64;
     return static_cast<std::int64_t>(losesTopBit ? bits.mask() >> 1 : bits.mask());
-}
-
-std::int64_t IntRegNode::readMinimum()
-{
-    return lowest(currentField());
-}
-
-std::int64_t IntRegNode::readMaximum()
-{
-    return highest(currentField());
 }
 
 } // namespace GenApi_3_2_TVN

@@ -1,16 +1,15 @@
 // SPDX-License-Identifier: MIT
-// The kinds IntReg and MaskedIntReg: an integer in a register of 1 to 8 bytes, or in some of its bits.
+// The kinds IntReg, MaskedIntReg and StructEntry: an integer in a register of 1 to 8 bytes, or in some of its bits.
 #pragma once
 
 #include "IntegerValueNode.h"
-#include "Register.h"
+#include "RegisterAccess.h"
 
 #include <cstddef>
-#include <span>
 
 namespace GenApi_3_2_TVN {
 
-class IntRegNode : public IntegerValueNode
+class IntRegNode : public IntegerValueNode, public RegisterAccess
 {
 public:
     IntRegNode(NodeMap &nodeMap, pugi::xml_node element);
@@ -18,8 +17,8 @@ public:
 protected:
     std::int64_t readInteger(Reading reading) override;
     void writeInteger(std::int64_t value) override;
-    std::int64_t readMinimum() override;
-    std::int64_t readMaximum() override;
+    Number readMinimum() override { return lowest(currentField()); }
+    Number readMaximum() override { return highest(currentField()); }
     EAccessMode ownAccessMode(AccessQuestion question) const override { return bytes.accessMode(question); }
 
 private:
@@ -34,12 +33,10 @@ private:
     Field field(std::size_t byteCount) const;
     Field currentField() const;
     std::size_t byteCount() const;
-    std::uint64_t word(std::span<const std::uint8_t> registerBytes) const;
     bool fits(std::int64_t value, Field field) const;
     std::int64_t lowest(Field field) const;
     std::int64_t highest(Field field) const;
 
-    Register bytes;
     bool isSigned;
     bool isBigEndian;
     bool isMasked;

@@ -15,7 +15,7 @@ public:
     {}
 
 protected:
-    std::int64_t readInteger(Reading reading) override { return formula.evaluateInteger(reading); }
+    std::int64_t readInteger(Reading reading) override { return formula.evaluate<std::int64_t>(reading); }
     EAccessMode ownAccessMode(AccessQuestion question) const override
     {
         return narrower(RO, formula.accessMode(question));

@@ -2,16 +2,15 @@
 // See the header.
 #include "IntegerValueNode.h"
 
-#include <limits>
-
 namespace GenApi_3_2_TVN {
 
 using GenICam_3_2_TVN::OutOfRangeException;
+using GenICam_3_2_TVN::PropertyException;
 
 std::int64_t IntegerValueNode::GetValue(bool verify, bool ignoreCache)
 {
     requireReadable();
-    const std::int64_t value = integer("", {ignoreCache});
+    const std::int64_t value = *number("", {ignoreCache}).truncated();
     if (verify)
         requireInRange(value);
     return value;
@@ -24,17 +23,23 @@ void IntegerValueNode::SetValue(std::int64_t value, bool verify)
         requireInRange(value);
         requireOnStep(value);
     }
-    setInteger("", value);
+    setNumber("", value);
 }
 
-std::int64_t IntegerValueNode::readMinimum()
+/// A step below 1 is a fault of the description; the node map would divide by it.
+std::int64_t IntegerValueNode::GetInc()
 {
-    return std::numeric_limits<std::int64_t>::min();
+    const Number step = *increment("");
+    const std::optional<std::int64_t> whole = step.truncated();
+    if (!whole || *whole < 1)
+        fail<PropertyException>("its increment is " + step.text());
+    return *whole;
 }
 
-std::int64_t IntegerValueNode::readMaximum()
+/// For kinds that are computed.
+void IntegerValueNode::writeInteger(std::int64_t value)
 {
-    return std::numeric_limits<std::int64_t>::max();
+    Node::writeNumber(value);
 }
 
 void IntegerValueNode::requireInRange(std::int64_t value)

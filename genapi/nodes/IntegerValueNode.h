@@ -15,14 +15,18 @@ public:
 
     std::int64_t GetValue(bool verify, bool ignoreCache) override;
     void SetValue(std::int64_t value, bool verify) override;
-    std::int64_t GetMin() override { return minimum(""); }
-    std::int64_t GetMax() override { return maximum(""); }
-    std::int64_t GetInc() override { return increment(""); }
+    std::int64_t GetMin() override { return minimum("").ceiling(); }
+    std::int64_t GetMax() override { return maximum("").floor(); }
+    std::int64_t GetInc() override;
 
 protected:
-    std::int64_t readMinimum() override;
-    std::int64_t readMaximum() override;
-    std::int64_t readIncrement() override { return 1; }
+    virtual std::int64_t readInteger(Reading reading) = 0;
+    virtual void writeInteger(std::int64_t value);
+    Number readNumber(Reading reading) final { return readInteger(reading); }
+    void writeNumber(Number value) final { writeInteger(wholeOf(value)); }
+    Number readMinimum() override { return lowestOf<std::int64_t>; }
+    Number readMaximum() override { return highestOf<std::int64_t>; }
+    std::optional<Number> readIncrement() override { return std::int64_t{1}; }
 
 private:
     void requireInRange(std::int64_t value);

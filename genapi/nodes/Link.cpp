@@ -7,70 +7,75 @@
 #include "NodeMap.h"
 
 #include <cstring>
-#include <utility>
 
 namespace GenApi_3_2_TVN {
 
-Link::Link(Node &owner, const char *tag, pugi::xml_node element) : owner{&owner}, tag_{tag}
-{
-    if (std::strcmp(element.name(), "IntSwissKnife") == 0)
-        inlineFormula = element;
-    else
-        targetName = textOf(element);
-}
-
-Link::Link(Node &owner, const char *tag, std::string targetName)
-    : owner{&owner}, tag_{tag}, targetName{std::move(targetName)}
-{}
-
 std::optional<Link> Link::ofChild(Node &owner, const char *tag)
 {
-    if (const pugi::xml_node child = owner.xml().child(tag))
+    if (const pugi::xml_node child = owner.child(tag))
         return Link{owner, tag, child};
     return std::nullopt;
+}
+
+std::string Link::targetName() const
+{
+    return attribute ? attribute.value() : textOf(element);
 }
 
 Node &Link::node() const
 {
     if (target != nullptr)
         return *target;
-    target = inlineFormula ? &owner->map().nodeOf(inlineFormula) : owner->map().find(targetName);
+    const bool isInlineFormula = std::strcmp(element.name(), "IntSwissKnife") == 0;
+    target = isInlineFormula ? &owner->map().nodeOf(element) : owner->map().find(targetName());
     if (target == nullptr)
-        owner->fail<GenICam_3_2_TVN::PropertyException>(std::string{tag_} + " names '" + targetName +
+        owner->fail<GenICam_3_2_TVN::PropertyException>(std::string{tag_} + " names '" + targetName() +
                                                         "', which the description does not have");
     return *target;
 }
 
 std::int64_t Link::integer(Reading reading) const
 {
-    return node().integer(tag_, reading);
+    const Number value = node().number(tag_, reading);
+    if (const std::optional<std::int64_t> integer = value.truncated())
+        return *integer;
+    owner->fail<GenICam_3_2_TVN::OutOfRangeException>(std::string{tag_} + " gives " + value.text() +
+                                                      ", which is no 64-bit integer");
 }
 
-void Link::setInteger(std::int64_t value) const
+double Link::real(Reading reading) const
 {
-    node().setInteger(tag_, value);
+    return node().number(tag_, reading).real();
 }
 
-IntegerSource::IntegerSource(Node &owner, const char *tag, const char *linkTag)
+bool Link::isTrue() const
 {
-    if (const pugi::xml_node child = owner.xml().child(linkTag))
-        source = Link{owner, linkTag, child};
-    else if (const std::optional<std::int64_t> value = owner.childInteger(tag))
-        source = *value;
+    return !node().number(tag_, {}).isZero();
 }
 
-std::int64_t IntegerSource::value(Reading reading) const
+void Link::set(Number value) const
 {
-    if (const Link *const other = link())
-        return other->integer(reading);
-    return std::get<std::int64_t>(source);
+    node().setNumber(tag_, value);
 }
 
-void IntegerSource::setValue(std::int64_t value)
+Number Link::minimum() const
 {
-    if (const Link *const other = link())
-        return other->setInteger(value);
-    source = value;
+    return node().minimum(tag_);
+}
+
+Number Link::maximum() const
+{
+    return node().maximum(tag_);
+}
+
+std::optional<Number> Link::increment() const
+{
+    return node().increment(tag_);
+}
+
+EAccessMode Link::accessMode(AccessQuestion question) const
+{
+    return node().accessMode(tag_, question);
 }
 
 } // namespace GenApi_3_2_TVN

@@ -2,16 +2,19 @@
 // A reference from one node to another, found when it is first used.
 #pragma once
 
+#include "IBase.h"
+#include "Number.h"
+
 #include <pugixml.hpp>
 
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <variant>
 
 namespace GenApi_3_2_TVN {
 
 class Node;
+struct AccessQuestion;
 struct Reading;
 
 class Link
@@ -20,8 +23,11 @@ public:
     /// \param owner    the node that refers, which holds the link
     /// \param tag      the child that refers, a literal, for messages
     /// \param element  its element: its text names the other node, or it is a formula that stands there
-    Link(Node &owner, const char *tag, pugi::xml_node element);
-    Link(Node &owner, const char *tag, std::string targetName);
+    Link(Node &owner, const char *tag, pugi::xml_node element) : owner{&owner}, tag_{tag}, element{element} {}
+    /// \param attribute  its value names the other node
+    Link(Node &owner, const char *tag, pugi::xml_attribute attribute)
+        : owner{&owner}, tag_{tag}, attribute{attribute}
+    {}
 
     /// The link of the child \p tag, if there is one.
     static std::optional<Link> ofChild(Node &owner, const char *tag);
@@ -30,32 +36,26 @@ public:
     Node &node() const;
     const char *tag() const { return tag_; }
 
+    /// As an integer, a fraction cut off. As for the following ones, what the other node throws passes through.
+    /// \throws OutOfRangeException  64 bits do not hold it
     std::int64_t integer(Reading reading) const;
-    void setInteger(std::int64_t value) const;
+    double real(Reading reading) const;
+    /// Not zero, as a condition of the description asks.
+    bool isTrue() const;
+    void set(Number value) const;
+    Number minimum() const;
+    Number maximum() const;
+    std::optional<Number> increment() const;
+    EAccessMode accessMode(AccessQuestion question) const;
 
 private:
+    std::string targetName() const;
+
     Node *owner;
     const char *tag_;
-    std::string targetName;
-    pugi::xml_node inlineFormula; ///< null when a name refers
+    pugi::xml_node element;        ///< or
+    pugi::xml_attribute attribute; ///< that
     mutable Node *target = nullptr;
-};
-
-/// A number that is either written in the description (as "Min") or comes from another node (as "pMin").
-class IntegerSource
-{
-public:
-    /// \throws PropertyException  the text is not an integer
-    IntegerSource(Node &owner, const char *tag, const char *linkTag);
-
-    bool isPresent() const { return !std::holds_alternative<std::monostate>(source); }
-    std::int64_t value(Reading reading) const;
-    /// A value of the description is kept here, for this node map alone.
-    void setValue(std::int64_t value);
-    const Link *link() const { return std::get_if<Link>(&source); }
-
-private:
-    std::variant<std::monostate, std::int64_t, Link> source;
 };
 
 } // namespace GenApi_3_2_TVN

@@ -11,6 +11,7 @@ namespace GenApi_3_2_TVN {
 
 using GenICam_3_2_TVN::AccessException;
 using GenICam_3_2_TVN::gcstring;
+using GenICam_3_2_TVN::OutOfRangeException;
 using GenICam_3_2_TVN::PropertyException;
 
 Node::Node(NodeMap &nodeMap, pugi::xml_node element)
@@ -68,31 +69,32 @@ EAccessMode Node::GetAccessMode() const
     return accessMode("", {});
 }
 
-std::int64_t Node::integer(const char *by, Reading reading)
+Number Node::number(const char *by, Reading reading)
 {
     const Trail::Step step{nodeMap.trail(), *this, Aspect::Value, by};
-    return readInteger(reading);
+    return readNumber(reading);
 }
 
-void Node::setInteger(const char *by, std::int64_t value)
+void Node::setNumber(const char *by, Number value)
 {
     const Trail::Step step{nodeMap.trail(), *this, Aspect::Write, by};
-    writeInteger(value);
+    nodeMap.dropCaches();
+    writeNumber(value);
 }
 
-std::int64_t Node::minimum(const char *by)
+Number Node::minimum(const char *by)
 {
     const Trail::Step step{nodeMap.trail(), *this, Aspect::Min, by};
     return readMinimum();
 }
 
-std::int64_t Node::maximum(const char *by)
+Number Node::maximum(const char *by)
 {
     const Trail::Step step{nodeMap.trail(), *this, Aspect::Max, by};
     return readMaximum();
 }
 
-std::int64_t Node::increment(const char *by)
+std::optional<Number> Node::increment(const char *by)
 {
     const Trail::Step step{nodeMap.trail(), *this, Aspect::Inc, by};
     return readIncrement();
@@ -107,6 +109,7 @@ std::string Node::text(const char *by, Reading reading)
 void Node::setText(const char *by, const std::string &value)
 {
     const Trail::Step step{nodeMap.trail(), *this, Aspect::Write, by};
+    nodeMap.dropCaches();
     writeText(value);
 }
 
@@ -124,12 +127,12 @@ EAccessMode Node::accessMode(const char *by, AccessQuestion question) const
 
 EAccessMode Node::conditionalAccessMode(AccessQuestion question) const
 {
-    if (pIsImplemented && pIsImplemented->integer({}) == 0)
+    if (pIsImplemented && !pIsImplemented->isTrue())
         return NI;
-    if (pIsAvailable && pIsAvailable->integer({}) == 0)
+    if (pIsAvailable && !pIsAvailable->isTrue())
         return NA;
     const EAccessMode mode = narrower(imposedAccessMode, ownAccessMode(question));
-    const bool isLocked = isWritable(mode) && pIsLocked && pIsLocked->integer({}) != 0;
+    const bool isLocked = isWritable(mode) && pIsLocked && pIsLocked->isTrue();
     return isLocked ? narrower(mode, RO) : mode;
 }
 
@@ -139,24 +142,74 @@ void Node::setAsked(Aspect aspect, bool isAskedNow) const
     askedAspects = static_cast<std::uint8_t>(isAskedNow ? askedAspects | bit : askedAspects & ~bit);
 }
 
+pugi::xml_node Node::structReg() const
+{
+    const bool isEntry = std::strcmp(element.name(), "StructEntry") == 0;
+    const pugi::xml_node parent = element.parent();
+    return isEntry && std::strcmp(parent.name(), "StructReg") == 0 ? parent : pugi::xml_node{};
+}
+
+pugi::xml_node Node::child(const char *tag) const
+{
+    const pugi::xml_node own = element.child(tag);
+    return own ? own : structReg().child(tag);
+}
+
 std::optional<std::string> Node::childText(const char *tag) const
 {
-    const pugi::xml_node child = element.child(tag);
-    return child ? std::optional{textOf(child)} : std::nullopt;
+    const pugi::xml_node found = child(tag);
+    return found ? std::optional{textOf(found)} : std::nullopt;
 }
 
 std::optional<std::int64_t> Node::childInteger(const char *tag) const
 {
-    const pugi::xml_node child = element.child(tag);
-    return child ? std::optional{integerOf(child)} : std::nullopt;
+    const pugi::xml_node found = child(tag);
+    return found ? std::optional{numberOf<std::int64_t>(found)} : std::nullopt;
 }
 
-std::int64_t Node::integerOf(pugi::xml_node child) const
+bool Node::childSays(const char *tag, std::string_view yes, std::string_view no) const
+{
+    const std::optional<std::string> text = childText(tag);
+    if (!text || *text == no)
+        return false;
+    if (*text == yes)
+        return true;
+    fail<PropertyException>(std::string{tag} + ": '" + *text + "' is neither " + std::string{yes} + " nor " +
+                            std::string{no});
+}
+
+template <>
+std::int64_t Node::numberOf(pugi::xml_node child) const
 {
     const std::string text = textOf(child);
     if (const std::optional<std::int64_t> value = parseInteger(text))
         return *value;
     fail<PropertyException>(std::string{child.name()} + ": '" + text + "' is not a 64-bit integer");
+}
+
+template <>
+double Node::numberOf(pugi::xml_node child) const
+{
+    const std::string text = textOf(child);
+    if (const std::optional<double> value = parseReal(text))
+        return *value;
+    fail<PropertyException>(std::string{child.name()} + ": '" + text + "' is not a number");
+}
+
+std::int64_t Node::attributeOf(pugi::xml_node child, const char *name) const
+{
+    const char *const text = child.attribute(name).value();
+    if (const std::optional<std::int64_t> value = parseInteger(text))
+        return *value;
+    fail<PropertyException>(std::string{child.name()} + ": " + name + " '" + text +
+                            "' is not a 64-bit integer");
+}
+
+std::int64_t Node::wholeOf(Number value) const
+{
+    if (const std::optional<std::int64_t> whole = value.rounded())
+        return *whole;
+    fail<OutOfRangeException>(value.text() + " does not fit into 64 bits");
 }
 
 void Node::requireReadable() const
@@ -179,29 +232,29 @@ void Node::requireWritable() const
     fail<AccessException>(mode == RO ? "can only be read" : "not available at present");
 }
 
-std::int64_t Node::readInteger(Reading)
+Number Node::readNumber(Reading)
 {
-    refuseNoValue("integer value");
+    refuseNoValue("number");
 }
 
-void Node::writeInteger(std::int64_t)
+void Node::writeNumber(Number)
 {
-    refuseNoValue("integer value");
+    refuseNoValue("number");
 }
 
-std::int64_t Node::readMinimum()
+Number Node::readMinimum()
 {
     refuseNoValue("minimum");
 }
 
-std::int64_t Node::readMaximum()
+Number Node::readMaximum()
 {
     refuseNoValue("maximum");
 }
 
-std::int64_t Node::readIncrement()
+std::optional<Number> Node::readIncrement()
 {
-    refuseNoValue("increment");
+    return std::nullopt;
 }
 
 std::string Node::readText(Reading)

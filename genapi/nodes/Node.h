@@ -6,6 +6,7 @@
 
 #include "INode.h"
 #include "Link.h"
+#include "Number.h"
 #include "Raise.h"
 #include "Trail.h"
 
@@ -14,6 +15,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace GenApi_3_2_TVN {
 
@@ -44,11 +46,12 @@ public:
     EAccessMode GetAccessMode() const override;
 
     // The inner road. \p by is the child of the asking node that leads here, a literal; empty from outside.
-    std::int64_t integer(const char *by, Reading reading);
-    void setInteger(const char *by, std::int64_t value);
-    std::int64_t minimum(const char *by);
-    std::int64_t maximum(const char *by);
-    std::int64_t increment(const char *by);
+    Number number(const char *by, Reading reading);
+    void setNumber(const char *by, Number value);
+    Number minimum(const char *by);
+    Number maximum(const char *by);
+    /// Empty when values have no common step.
+    std::optional<Number> increment(const char *by);
     std::string text(const char *by, Reading reading);
     void setText(const char *by, const std::string &value);
     std::int64_t maximumLength(const char *by);
@@ -61,6 +64,10 @@ public:
 
     NodeMap &map() const { return nodeMap; }
     pugi::xml_node xml() const { return element; }
+    /// The StructReg around an entry of one; null for every other node.
+    pugi::xml_node structReg() const;
+    /// The first child \p tag. What an entry of a StructReg does not state, its StructReg does.
+    pugi::xml_node child(const char *tag) const;
 
     /// \throws Exception  with the name of this node before \p fault
     template <class Exception>
@@ -72,20 +79,31 @@ public:
     // Children, as nodes read them.
     std::optional<std::string> childText(const char *tag) const;
     std::optional<std::int64_t> childInteger(const char *tag) const;
-    /// \throws PropertyException  the text of an element that must be an integer isn't one
-    std::int64_t integerOf(pugi::xml_node child) const;
+    /// Whether the child \p tag says \p yes rather than \p no, which it also means when it is missing.
+    /// \throws PropertyException  it says neither
+    bool childSays(const char *tag, std::string_view yes, std::string_view no) const;
+    /// \tparam T  std::int64_t or double
+    /// \throws PropertyException  the text of \p child is no such number
+    template <class T>
+    T numberOf(pugi::xml_node child) const;
+    /// \throws PropertyException  the attribute of \p child is missing or no integer
+    std::int64_t attributeOf(pugi::xml_node child, const char *name) const;
 
-protected:
     /// \throws AccessException  not readable, or not writable, at present
     void requireReadable() const;
     void requireWritable() const;
 
+    /// \p value to the nearest integer, as nodes with an integer value take a float.
+    /// \throws OutOfRangeException  64 bits do not hold it
+    std::int64_t wholeOf(Number value) const;
+
+protected:
     // What a kind answers for itself. Where it has no such thing, the base refuses and names the kind.
-    virtual std::int64_t readInteger(Reading reading);
-    virtual void writeInteger(std::int64_t value);
-    virtual std::int64_t readMinimum();
-    virtual std::int64_t readMaximum();
-    virtual std::int64_t readIncrement();
+    virtual Number readNumber(Reading reading);
+    virtual void writeNumber(Number value);
+    virtual Number readMinimum();
+    virtual Number readMaximum();
+    virtual std::optional<Number> readIncrement();
     virtual std::string readText(Reading reading);
     virtual void writeText(const std::string &value);
     virtual std::int64_t readMaximumLength();
@@ -106,6 +124,11 @@ private:
     EAccessMode imposedAccessMode = RW;
     mutable std::uint8_t askedAspects = 0; ///< asking changes nothing that shows
 };
+
+template <>
+std::int64_t Node::numberOf(pugi::xml_node child) const;
+template <>
+double Node::numberOf(pugi::xml_node child) const;
 
 /// The mode that allows only what both allow.
 EAccessMode narrower(EAccessMode left, EAccessMode right);

@@ -6,16 +6,22 @@
 #include "BooleanNode.h"
 #include "CategoryNode.h"
 #include "CommandNode.h"
+#include "ConverterNode.h"
+#include "EnumEntryNode.h"
+#include "EnumerationNode.h"
+#include "FloatNode.h"
+#include "FloatRegNode.h"
 #include "IntConverterNode.h"
 #include "IntRegNode.h"
 #include "IntSwissKnifeNode.h"
 #include "IntegerNode.h"
 #include "PortNode.h"
+#include "RegisterNode.h"
 #include "StringNode.h"
 #include "StringRegNode.h"
+#include "SwissKnifeNode.h"
 #include "UnevaluatedNode.h"
 
-#include <array>
 #include <string_view>
 #include <utility>
 
@@ -30,24 +36,28 @@ std::unique_ptr<Node> make(NodeMap &nodeMap, pugi::xml_node element)
     return std::make_unique<Kind>(nodeMap, element);
 }
 
-constexpr std::array<std::pair<std::string_view, Maker>, 16> makers{{
+constexpr std::pair<std::string_view, Maker> makers[] = {
     {"Boolean", make<BooleanNode>},
     {"Category", make<CategoryNode>},
     {"Command", make<CommandNode>},
+    {"Converter", make<ConverterNode>},
+    {"EnumEntry", make<EnumEntryNode>},
+    {"Enumeration", make<EnumerationNode>},
+    {"Float", make<FloatNode>},
+    {"FloatReg", make<FloatRegNode>},
     {"IntConverter", make<IntConverterNode>},
     {"IntReg", make<IntRegNode>},
     {"IntSwissKnife", make<IntSwissKnifeNode>},
     {"Integer", make<IntegerNode>},
     {"MaskedIntReg", make<IntRegNode>},
     {"Port", make<PortNode>},
+    {"Register", make<RegisterNode>},
     {"String", make<StringNode>},
     {"StringReg", make<StringRegNode>},
-    {"StructEntry", make<UnevaluatedIntegerNode>},
-    {"Float", make<UnevaluatedFloatNode>},
-    {"FloatReg", make<UnevaluatedFloatNode>},
-    {"SwissKnife", make<UnevaluatedFloatNode>},
-    {"Converter", make<UnevaluatedFloatNode>},
-}};
+    {"StructEntry", make<IntRegNode>},
+    {"StructReg", make<Node>},
+    {"SwissKnife", make<SwissKnifeNode>},
+};
 
 } // namespace
 

@@ -3,9 +3,12 @@
 #include "NodeFormula.h"
 
 #include "ElementText.h"
+#include "EnumerationNode.h"
+#include "NodeMap.h"
 
 #include <functional>
 #include <string>
+#include <type_traits>
 #include <utility>
 
 namespace GenApi_3_2_TVN {
@@ -59,43 +62,87 @@ const Formula &NodeFormula::compiled()
     return *formula;
 }
 
-std::int64_t NodeFormula::evaluateInteger(Reading reading, std::int64_t input)
+template <class T>
+T NodeFormula::run(Reading reading, T input)
 {
     const Formula &ready = compiled();
-    const auto loadVariable = [&](const VariableUse &use) { return load(use, reading, input); };
+    owner.map().trail().spend(ready.stepCount());
+    const auto loadVariable = [&](const VariableUse &use) { return load<T>(use, reading, input); };
+    return ready.evaluate(std::function<T(const VariableUse &)>{std::cref(loadVariable)});
+}
+
+template <class T>
+T NodeFormula::evaluate(Reading reading, T input)
+{
     try {
-        return ready.evaluateInteger(std::cref(loadVariable));
+        return run(reading, input);
     } catch (const FormulaError &error) {
         owner.fail<OutOfRangeException>(std::string{tag} + ": " + error.text);
     }
 }
 
-std::int64_t NodeFormula::load(const VariableUse &use, Reading reading, std::int64_t input) const
+template <class T>
+std::optional<T> NodeFormula::resultOf(T input)
+{
+    try {
+        const T result = run(Reading{}, input);
+        return result == result ? std::optional{result} : std::nullopt;
+    } catch (const FormulaError &) {
+        return std::nullopt;
+    }
+}
+
+template std::int64_t NodeFormula::evaluate(Reading, std::int64_t);
+template double NodeFormula::evaluate(Reading, double);
+template std::optional<std::int64_t> NodeFormula::resultOf(std::int64_t);
+template std::optional<double> NodeFormula::resultOf(double);
+
+template <class T>
+T NodeFormula::load(const VariableUse &use, Reading reading, T input) const
 {
     if (use.variable == inputVariable)
         return input;
     const Link &variable = pVariables[use.variable];
-    switch (use.property) {
-    case VariableUse::Property::Min:
-        return variable.node().minimum("pVariable");
-    case VariableUse::Property::Max:
-        return variable.node().maximum("pVariable");
-    case VariableUse::Property::Inc:
-        return variable.node().increment("pVariable");
-    case VariableUse::Property::Enum:
-        owner.fail<PropertyException>(std::string{tag} + ": the entry '" + use.entry +
-                                      "' of an enumeration is not evaluated in this version");
-    default:
-        return variable.integer(reading);
-    }
+    const bool isValue = use.property == VariableUse::Property::Value;
+    if constexpr (std::is_same_v<T, double>)
+        return isValue ? variable.real(reading) : property(use, variable).real();
+    else
+        return isValue ? variable.integer(reading) : property(use, variable).floor();
+}
+
+Number NodeFormula::property(const VariableUse &use, const Link &variable) const
+{
+    if (use.property == VariableUse::Property::Min)
+        return variable.minimum();
+    if (use.property == VariableUse::Property::Max)
+        return variable.maximum();
+    if (use.property == VariableUse::Property::Enum)
+        return entryValue(use.entry, variable);
+    if (const std::optional<Number> step = variable.increment())
+        return *step;
+    owner.fail<PropertyException>(std::string{tag} + ": '" + variable.node().name() + "' has no increment");
+}
+
+std::int64_t NodeFormula::entryValue(const std::string &entry, const Link &variable) const
+{
+    auto *const enumeration = dynamic_cast<EnumerationNode *>(&variable.node());
+    if (enumeration == nullptr)
+        owner.fail<PropertyException>(std::string{tag} + ": '" + variable.node().name() +
+                                      "' is no enumeration, so it has no entry '" + entry + "'");
+    Node *const found = enumeration->find(entry);
+    if (found == nullptr)
+        owner.fail<PropertyException>(std::string{tag} + ": '" + enumeration->name() + "' has no entry '" +
+                                      entry + "'");
+    return *found->number("pVariable", {}).truncated();
 }
 
 EAccessMode NodeFormula::accessMode(AccessQuestion question) const
 {
-    EAccessMode mode = RW;
-    for (const Link &variable : pVariables)
-        mode = narrower(mode, variable.node().accessMode("pVariable", question));
-    return mode;
+    for (const Link &variable : pVariables) {
+        if (const EAccessMode mode = variable.accessMode(question); !isReadable(mode))
+            return mode == NI ? NI : NA;
+    }
+    return RW;
 }
 
 void NodeFormula::check(Node &node)

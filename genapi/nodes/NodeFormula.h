@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -25,10 +26,16 @@ public:
     NodeFormula(Node &owner, const char *tag, std::string_view inputName = {});
 
     /// Compiles at the first call.
+    /// \tparam T  std::int64_t or double: the rules by which it computes
     /// \throws PropertyException  the formula is faulty; OutOfRangeException  it divides by zero and the like
-    std::int64_t evaluateInteger(Reading reading, std::int64_t input = 0);
+    template <class T>
+    T evaluate(Reading reading, T input = 0);
 
-    /// The modes of all variables together.
+    /// As evaluate(), for the end of a range. Empty where the formula has no result.
+    template <class T>
+    std::optional<T> resultOf(T input);
+
+    /// RW when all variables can be read.
     EAccessMode accessMode(AccessQuestion question) const;
 
     /// Compiles every formula of \p node, whatever its kind.
@@ -38,7 +45,12 @@ public:
 private:
     const Formula &compiled();
     FormulaSymbols symbols() const;
-    std::int64_t load(const VariableUse &use, Reading reading, std::int64_t input) const;
+    template <class T>
+    T run(Reading reading, T input);
+    template <class T>
+    T load(const VariableUse &use, Reading reading, T input) const;
+    Number property(const VariableUse &use, const Link &variable) const;
+    std::int64_t entryValue(const std::string &entry, const Link &variable) const;
 
     Node &owner;
     const char *tag;

@@ -2,6 +2,7 @@
 // See the header.
 #include "NodeMap.h"
 
+#include "EnumerationNode.h"
 #include "Limits.h"
 #include "NodeFactory.h"
 #include "NodeFormula.h"
@@ -52,26 +53,26 @@ Node *NodeMap::find(std::string_view name)
     if (found.isDoubled)
         raise<GenICam_3_2_TVN::PropertyException>("GenApi/NodeMap", "Node '" + std::string{name} +
                                                                         "' is defined more than once");
-    const pugi::xml_node element = found.element ? found.element : findEntry(name);
-    return element ? &nodeOf(element) : nullptr;
+    return found.element ? &nodeOf(found.element) : findEntry(name);
 }
 
 /// Entries of different enumerations share names, so they stand in no index: "EnumEntry_PixelFormat_Mono8" is
 /// taken apart at each underscore until an enumeration and its entry fit.
-pugi::xml_node NodeMap::findEntry(std::string_view name) const
+Node *NodeMap::findEntry(std::string_view name)
 {
     constexpr std::string_view prefix = "EnumEntry_";
     if (!name.starts_with(prefix) || name.size() > limits::entryNameLength)
-        return {};
+        return nullptr;
     name.remove_prefix(prefix.size());
     for (std::size_t cut = name.find('_'); cut != std::string_view::npos; cut = name.find('_', cut + 1)) {
-        const pugi::xml_node enumeration = description->find(name.substr(0, cut)).element;
-        for (const pugi::xml_node entry : enumeration.children("EnumEntry")) {
-            if (name.substr(cut + 1) == entry.attribute("Name").value())
-                return entry;
-        }
+        const pugi::xml_node element = description->find(name.substr(0, cut)).element;
+        if (std::strcmp(element.name(), "Enumeration") != 0)
+            continue;
+        auto &enumeration = dynamic_cast<EnumerationNode &>(nodeOf(element));
+        if (Node *const entry = enumeration.find(name.substr(cut + 1)))
+            return entry;
     }
-    return {};
+    return nullptr;
 }
 
 Node &NodeMap::nodeOf(pugi::xml_node element)

@@ -48,18 +48,22 @@ public:
     // through the node map ends it: which registers a write changes, only the device knows.
     void dropCaches() { ++generation; }
     std::uint64_t cacheGeneration() const { return generation; }
+    /// A read has found a register to hold something else than before: caches that name invalidators end.
+    void noteChange() { ++changes; }
+    std::uint64_t changeCount() const { return changes; }
     bool isCachingEnabled() const { return cachingEnabled; }
     /// Milliseconds that Poll() has counted.
     std::uint64_t pollClock() const { return pollClock_; }
 
 private:
-    pugi::xml_node findEntry(std::string_view name) const;
+    Node *findEntry(std::string_view name);
 
     std::shared_ptr<const Description> description;
     GenICam_3_2_TVN::gcstring deviceName;
     bool cachingEnabled;
     std::uint64_t pollClock_ = 0;
     std::uint64_t generation = 0;
+    std::uint64_t changes = 0;
     Trail trail_;
     std::map<pugi::xml_node, std::unique_ptr<Node>> nodes;
 };

@@ -10,11 +10,15 @@ namespace GenApi_3_2_TVN {
 class PortNode : public Node, public IPort
 {
 public:
-    using Node::Node;
+    PortNode(NodeMap &nodeMap, pugi::xml_node element)
+        : Node{nodeMap, element}, swapsBytes_{childSays("SwapEndianess", "Yes", "No")}
+    {}
 
     /// \param port  stays the caller's; null leaves the node without one
     void connect(IPort *port) { connected = port; }
     bool isConnected() const { return connected != nullptr; }
+    /// Whether numbers in its registers lie in the byte order that their nodes do not state.
+    bool swapsBytes() const { return swapsBytes_; }
 
     /// \throws AccessException  no port is connected; what the port throws passes through
     void Read(void *buffer, std::int64_t address, std::int64_t length) override;
@@ -26,6 +30,7 @@ protected:
 private:
     IPort &requirePort() const;
 
+    bool swapsBytes_;
     IPort *connected = nullptr;
 };
 

@@ -2,14 +2,12 @@
 // See the header.
 #include "Register.h"
 
-#include "AddressSum.h"
-#include "ElementText.h"
 #include "Limits.h"
 #include "NodeMap.h"
-#include "PortNode.h"
 
 #include <limits>
 #include <string_view>
+#include <utility>
 
 namespace GenApi_3_2_TVN {
 
@@ -17,17 +15,20 @@ using GenICam_3_2_TVN::AccessException;
 using GenICam_3_2_TVN::OutOfRangeException;
 using GenICam_3_2_TVN::PropertyException;
 
-Register::Register(Node &owner, pugi::xml_node element)
+Register::Register(Node &owner)
     : owner{owner},
       length{owner, "Length", "pLength"},
       pPort{Link::ofChild(owner, "pPort")},
       statedAccessMode{childAccessMode(owner, "AccessMode", RO)},
       isCachable{statedCachable()},
-      pollingTimeMs{owner.childInteger("PollingTime")}
+      pollingTimeMs{owner.childInteger("PollingTime")},
+      pBlockPolling{Link::ofChild(owner, "pBlockPolling")},
+      hasInvalidators{!owner.child("pInvalidator").empty()}
 {
-    for (const pugi::xml_node child : element.children())
+    const pugi::xml_node place = owner.structReg() ? owner.structReg() : owner.xml();
+    for (const pugi::xml_node child : place.children())
         addAddress(child);
-    if (addresses.empty() && addressLinks.empty() && indexes.empty())
+    if (!place.child("Address") && addressLinks.empty() && indexes.empty())
         owner.fail<PropertyException>("a register without an address");
     if (!length.isPresent())
         owner.fail<PropertyException>("a register without a length");
@@ -39,7 +40,7 @@ void Register::addAddress(pugi::xml_node child)
 {
     const std::string_view tag = child.name();
     if (tag == "Address")
-        addresses.push_back(owner.integerOf(child));
+        constants.addConstant(owner.numberOf<std::int64_t>(child));
     else if (tag == "pAddress")
         addressLinks.emplace_back(owner, "pAddress", child);
     else if (tag == "IntSwissKnife")
@@ -51,14 +52,10 @@ void Register::addAddress(pugi::xml_node child)
 void Register::addIndex(pugi::xml_node child)
 {
     Index index{Link{owner, "pIndex", child}, std::nullopt, std::nullopt};
-    if (const pugi::xml_attribute offset = child.attribute("Offset")) {
-        index.offset = parseInteger(offset.value());
-        if (!index.offset)
-            owner.fail<PropertyException>("pIndex: '" + std::string{offset.value()} +
-                                          "' is not a 64-bit integer");
-    } else if (const pugi::xml_attribute pOffset = child.attribute("pOffset")) {
-        index.pOffset = Link{owner, "pOffset", pOffset.value()};
-    }
+    if (child.attribute("Offset"))
+        index.offset = owner.attributeOf(child, "Offset");
+    else if (const pugi::xml_attribute pOffset = child.attribute("pOffset"))
+        index.pOffset = Link{owner, "pOffset", pOffset};
     indexes.push_back(index);
 }
 
@@ -77,17 +74,27 @@ std::span<const std::uint8_t> Register::read(Reading reading)
 {
     const std::int64_t byteCount = readLength();
     const std::uint64_t place = address(byteCount);
-    if (!reading.ignoreCache && isCached(place, byteCount))
-        return cache.bytes;
-    PortNode &connected = port();
+    if (reading.ignoreCache || !isCached(place, byteCount))
+        readDevice(place, byteCount);
+    return cache.bytes;
+}
+
+/// The bytes go straight into the cache, which is empty until the port has delivered.
+void Register::readDevice(std::uint64_t place, std::int64_t byteCount)
+{
+    PortNode &port = connectedPort();
+    const bool isKnown = cache.isFilled && cache.address == place;
+    const std::vector<std::uint8_t> before = std::exchange(cache.bytes, {});
     cache.isFilled = false;
     cache.bytes.assign(static_cast<std::size_t>(byteCount), 0);
-    connected.Read(cache.bytes.data(), static_cast<std::int64_t>(place), byteCount);
+    port.Read(cache.bytes.data(), static_cast<std::int64_t>(place), byteCount);
+    if (isKnown && cache.bytes != before)
+        owner.map().noteChange();
     cache.address = place;
     cache.generation = owner.map().cacheGeneration();
+    cache.changes = owner.map().changeCount();
     cache.pollClock = owner.map().pollClock();
     cache.isFilled = true;
-    return cache.bytes;
 }
 
 /// Caches end before the write, so that they are gone also when it fails half way.
@@ -98,19 +105,28 @@ void Register::write(std::span<const std::uint8_t> bytes)
     if (bytes.size() != static_cast<std::size_t>(byteCount))
         owner.fail<OutOfRangeException>("a value of " + std::to_string(bytes.size()) +
                                         " bytes for a register of " + std::to_string(byteCount));
-    PortNode &connected = port();
+    PortNode &port = connectedPort();
     owner.map().dropCaches();
-    connected.Write(bytes.data(), static_cast<std::int64_t>(place), byteCount);
+    port.Write(bytes.data(), static_cast<std::int64_t>(place), byteCount);
 }
 
+/// Which registers a change of an invalidator reaches is not followed: any change that a read finds drops the cache
+/// of every register that names invalidators.
 bool Register::isCached(std::uint64_t place, std::int64_t byteCount) const
 {
     const NodeMap &map = owner.map();
-    const bool isTooOld =
-        pollingTimeMs && map.pollClock() - cache.pollClock >= static_cast<std::uint64_t>(*pollingTimeMs);
-    return cache.isFilled && isCachable && map.isCachingEnabled() && !isTooOld &&
+    return cache.isFilled && isCachable && map.isCachingEnabled() &&
            cache.generation == map.cacheGeneration() && cache.address == place &&
-           cache.bytes.size() == static_cast<std::size_t>(byteCount);
+           cache.bytes.size() == static_cast<std::size_t>(byteCount) &&
+           (!hasInvalidators || cache.changes == map.changeCount()) && !isTooOld();
+}
+
+bool Register::isTooOld() const
+{
+    if (!pollingTimeMs)
+        return false;
+    const std::uint64_t age = owner.map().pollClock() - cache.pollClock;
+    return age >= static_cast<std::uint64_t>(*pollingTimeMs) && !(pBlockPolling && pBlockPolling->isTrue());
 }
 
 std::int64_t Register::readLength() const
@@ -124,9 +140,7 @@ std::int64_t Register::readLength() const
 
 std::uint64_t Register::address(std::int64_t byteCount) const
 {
-    AddressSum sum;
-    for (const std::int64_t constant : addresses)
-        sum.addConstant(constant);
+    AddressSum sum = constants;
     for (const Link &link : addressLinks)
         sum.add(link.integer({}));
     for (const Index &index : indexes)
@@ -145,21 +159,26 @@ std::int64_t Register::indexOffset(const Index &index, std::int64_t byteCount) c
     return index.offset.value_or(byteCount);
 }
 
-PortNode &Register::port() const
+PortNode &Register::portNode() const
 {
-    auto *const node = dynamic_cast<PortNode *>(&pPort->node());
-    if (node == nullptr)
-        owner.fail<PropertyException>("pPort names '" + pPort->node().name() + "', which is no port");
-    if (!node->isConnected())
-        owner.fail<AccessException>("port '" + node->name() + "' is not connected");
-    return *node;
+    if (auto *const node = dynamic_cast<PortNode *>(&pPort->node()))
+        return *node;
+    owner.fail<PropertyException>("pPort names '" + pPort->node().name() + "', which is no port");
+}
+
+PortNode &Register::connectedPort() const
+{
+    PortNode &port = portNode();
+    if (!port.isConnected())
+        owner.fail<AccessException>("port '" + port.name() + "' is not connected");
+    return port;
 }
 
 EAccessMode Register::accessMode(AccessQuestion question) const
 {
     if (!question.includePort)
         return statedAccessMode;
-    return narrower(statedAccessMode, pPort->node().accessMode("pPort", question));
+    return narrower(statedAccessMode, pPort->accessMode(question));
 }
 
 } // namespace GenApi_3_2_TVN

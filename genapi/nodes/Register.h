@@ -2,8 +2,11 @@
 // What all register kinds share: where the register lies, its bytes on the device, and their cache.
 #pragma once
 
+#include "AddressSum.h"
 #include "Link.h"
 #include "Node.h"
+#include "NumberSource.h"
+#include "PortNode.h"
 
 #include <pugixml.hpp>
 
@@ -14,13 +17,11 @@
 
 namespace GenApi_3_2_TVN {
 
-class PortNode;
-
-/// The register children of one element. It is a part of the node that owns it.
+/// The register children of a node, or of the StructReg around it. It is a part of the node that owns it.
 class Register
 {
 public:
-    Register(Node &owner, pugi::xml_node element);
+    explicit Register(Node &owner);
 
     /// \return the bytes, good until the next call of this register; what a port did not deliver is zero
     /// \throws GenericException  the place can't be had or no port is connected
@@ -32,6 +33,9 @@ public:
 
     /// In bytes, at least 1 and at most limits::registerLength.
     std::int64_t readLength() const;
+    std::uint64_t readAddress() const { return address(readLength()); }
+    /// Whether the port has numbers in the byte order that their nodes do not state.
+    bool areSwapped() const { return portNode().swapsBytes(); }
     EAccessMode accessMode(AccessQuestion question) const;
     bool isWriteOnly() const { return statedAccessMode == WO; }
 
@@ -47,6 +51,7 @@ private:
         std::vector<std::uint8_t> bytes;
         std::uint64_t address = 0;
         std::uint64_t generation = 0;
+        std::uint64_t changes = 0; ///< that the node map had noticed
         std::uint64_t pollClock = 0;
         bool isFilled = false;
     };
@@ -56,18 +61,23 @@ private:
     bool statedCachable() const;
     std::uint64_t address(std::int64_t byteCount) const;
     std::int64_t indexOffset(const Index &index, std::int64_t byteCount) const;
-    PortNode &port() const;
+    PortNode &portNode() const;
+    PortNode &connectedPort() const;
+    void readDevice(std::uint64_t address, std::int64_t byteCount);
     bool isCached(std::uint64_t address, std::int64_t byteCount) const;
+    bool isTooOld() const;
 
     Node &owner;
-    std::vector<std::int64_t> addresses; ///< from 2^63 up as the negative number of the same bits
-    std::vector<Link> addressLinks;      ///< pAddress and formulas that stand inline
+    AddressSum constants;
+    std::vector<Link> addressLinks; ///< pAddress and formulas that stand inline
     std::vector<Index> indexes;
-    IntegerSource length;
+    NumberSource<std::int64_t> length;
     std::optional<Link> pPort;
     EAccessMode statedAccessMode;
     bool isCachable;
     std::optional<std::int64_t> pollingTimeMs;
+    std::optional<Link> pBlockPolling;
+    bool hasInvalidators;
     Cache cache;
 };
 

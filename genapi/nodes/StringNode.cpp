@@ -3,7 +3,6 @@
 #include "StringNode.h"
 
 #include "Limits.h"
-#include "NodeMap.h"
 
 namespace GenApi_3_2_TVN {
 
@@ -44,7 +43,6 @@ std::string StringNode::readText(Reading reading)
 
 void StringNode::writeText(const std::string &newText)
 {
-    map().dropCaches();
     if (pValue)
         pValue->node().setText("pValue", newText);
     else
@@ -58,7 +56,7 @@ std::int64_t StringNode::readMaximumLength()
 
 EAccessMode StringNode::ownAccessMode(AccessQuestion question) const
 {
-    return pValue ? pValue->node().accessMode("pValue", question) : RW;
+    return pValue ? pValue->accessMode(question) : RW;
 }
 
 } // namespace GenApi_3_2_TVN

@@ -2,16 +2,15 @@
 // The kind StringReg: a text in a register.
 #pragma once
 
-#include "Register.h"
+#include "RegisterAccess.h"
 #include "StringNode.h"
 
 namespace GenApi_3_2_TVN {
 
-class StringRegNode : public TextNode
+class StringRegNode : public TextNode, public RegisterAccess
 {
 public:
-    StringRegNode(NodeMap &nodeMap, pugi::xml_node element)
-        : TextNode{nodeMap, element}, bytes{*this, element}
+    StringRegNode(NodeMap &nodeMap, pugi::xml_node element) : TextNode{nodeMap, element}, RegisterAccess{this}
     {}
 
 protected:
@@ -19,9 +18,6 @@ protected:
     void writeText(const std::string &newText) override;
     std::int64_t readMaximumLength() override { return bytes.readLength(); }
     EAccessMode ownAccessMode(AccessQuestion question) const override { return bytes.accessMode(question); }
-
-private:
-    Register bytes;
 };
 
 } // namespace GenApi_3_2_TVN

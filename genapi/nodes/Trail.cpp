@@ -16,6 +16,8 @@ constexpr const char *sourceFileName = "GenApi/Trail";
 /// Names of a way that a message shows; of a longer one it shows the first and the last.
 constexpr std::size_t shownNames = 8;
 
+constexpr std::size_t nodesPerCall = limits::stepsPerCall / limits::stepsPerNode;
+
 std::string quoted(const Node &node)
 {
     return "Node '" + node.name() + "'";
@@ -28,13 +30,11 @@ Trail::Step::Step(Trail &trail, const Node &node, Aspect aspect, const char *by)
     if (node.isAsked(aspect))
         trail.refuseCircle(node, aspect, by);
     if (trail.waiting.empty())
-        trail.visits = 0;
-    const Node &first = trail.waiting.empty() ? node : *trail.waiting.front().node;
-    if (++trail.visits > limits::visitsPerCall)
-        raise<PropertyException>(sourceFileName, quoted(first) + ": takes more than " +
-                                                     std::to_string(limits::visitsPerCall) + " other nodes");
+        trail.spent = 0;
+    else
+        trail.spend(limits::stepsPerNode);
     if (trail.waiting.size() == limits::chainLength)
-        raise<PropertyException>(sourceFileName, quoted(first) + ": more than " +
+        raise<PropertyException>(sourceFileName, quoted(*trail.waiting.front().node) + ": more than " +
                                                      std::to_string(limits::chainLength) +
                                                      " nodes in a row (" + trail.wayFrom(0, node) + ")");
     trail.waiting.push_back({&node, aspect, by});
@@ -45,6 +45,15 @@ Trail::Step::~Step()
 {
     trail.waiting.back().node->setAsked(trail.waiting.back().aspect, false);
     trail.waiting.pop_back();
+}
+
+void Trail::spend(std::size_t steps)
+{
+    spent += steps;
+    if (spent > limits::stepsPerCall)
+        raise<PropertyException>(sourceFileName, quoted(*waiting.front().node) + ": leads to more than " +
+                                                     std::to_string(nodesPerCall) +
+                                                     " nodes, or to formulas of as much work");
 }
 
 std::string Trail::arrival() const

@@ -42,6 +42,10 @@ public:
         Trail &trail;
     };
 
+    /// Counts work that a node on the way does, in steps of a formula.
+    /// \throws PropertyException  the call has done more than limits::stepsPerCall
+    void spend(std::size_t steps);
+
     /// How the node that is being asked was reached: "Node 'Gain': pValue names 'Text'"; from outside,
     /// "Node 'Text'".
     std::string arrival() const;
@@ -58,7 +62,7 @@ private:
     [[noreturn]] void refuseCircle(const Node &node, Aspect aspect, const char *by) const;
 
     std::vector<Waiting> waiting;
-    std::size_t visits = 0;
+    std::size_t spent = 0; ///< steps since the call from outside
 };
 
 } // namespace GenApi_3_2_TVN

@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
-// Kinds that have a name, properties and an access mode here but no value yet. Where the kind has an
-// interface for its value, the node has it too, and answers with words.
+// Kinds of older transports, and what the layer has never heard of: they have a name, properties and an access mode
+// here, and words for whoever asks for a value.
 #pragma once
 
-#include "IFloat.h"
-#include "IntegerValueNode.h"
 #include "Node.h"
 
 namespace GenApi_3_2_TVN {
@@ -16,30 +14,6 @@ public:
 
 protected:
     bool isEvaluated() const override { return false; }
-};
-
-class UnevaluatedIntegerNode : public IntegerValueNode
-{
-public:
-    using IntegerValueNode::IntegerValueNode;
-
-protected:
-    bool isEvaluated() const override { return false; }
-    EAccessMode ownAccessMode(AccessQuestion) const override { return RW; }
-};
-
-class UnevaluatedFloatNode : public UnevaluatedNode, public IFloat
-{
-public:
-    using UnevaluatedNode::UnevaluatedNode;
-
-    double GetValue(bool, bool) override { refuse(); }
-    void SetValue(double, bool) override { refuse(); }
-    double GetMin() override { refuse(); }
-    double GetMax() override { refuse(); }
-
-private:
-    [[noreturn]] void refuse() const;
 };
 
 } // namespace GenApi_3_2_TVN

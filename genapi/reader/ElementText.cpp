@@ -6,6 +6,31 @@
 #include <limits>
 
 namespace GenApi_3_2_TVN {
+namespace {
+
+/// \a text without its sign, if it has one.
+std::string_view withoutSign(std::string_view text)
+{
+    return text.starts_with('-') || text.starts_with('+') ? text.substr(1) : text;
+}
+
+bool isHexadecimal(std::string_view magnitude)
+{
+    return magnitude.starts_with("0x") || magnitude.starts_with("0X");
+}
+
+/// For a decimal number that is too large or too small for a double: which of the two.
+double beyondDouble(std::string_view magnitude)
+{
+    const std::size_t exponentSign = magnitude.find_first_of("eE");
+    const std::string_view digits = magnitude.substr(0, exponentSign);
+    const bool isSmall = exponentSign != std::string_view::npos
+                             ? magnitude.substr(exponentSign + 1).starts_with('-')
+                             : digits.find_first_of("123456789") > digits.find('.');
+    return isSmall ? 0 : std::numeric_limits<double>::infinity();
+}
+
+} // namespace
 
 std::string_view trimmed(std::string_view text)
 {
@@ -30,9 +55,8 @@ std::optional<std::int64_t> parseInteger(std::string_view text)
 {
     text = trimmed(text);
     const bool negative = text.starts_with('-');
-    if (negative || text.starts_with('+'))
-        text.remove_prefix(1);
-    const bool hexadecimal = text.starts_with("0x") || text.starts_with("0X");
+    text = withoutSign(text);
+    const bool hexadecimal = isHexadecimal(text);
     if (hexadecimal)
         text.remove_prefix(2);
 
@@ -45,6 +69,26 @@ std::optional<std::int64_t> parseInteger(std::string_view text)
     if (negative && magnitude > largestNegative)
         return std::nullopt;
     return static_cast<std::int64_t>(negative ? 0 - magnitude : magnitude);
+}
+
+std::optional<double> parseReal(std::string_view text)
+{
+    text = trimmed(text);
+    const std::string_view magnitude = withoutSign(text);
+    if (isHexadecimal(magnitude)) {
+        const std::optional<std::int64_t> integer = parseInteger(text);
+        return integer ? std::optional{static_cast<double>(*integer)} : std::nullopt;
+    }
+    double real = 0;
+    const char *const last = magnitude.data() + magnitude.size();
+    const auto [end, error] = std::from_chars(magnitude.data(), last, real);
+    if (end != last || magnitude.starts_with('-'))
+        return std::nullopt;
+    if (error == std::errc::result_out_of_range)
+        real = beyondDouble(magnitude);
+    else if (error != std::errc{})
+        return std::nullopt;
+    return text.starts_with('-') ? -real : real;
 }
 
 } // namespace GenApi_3_2_TVN

@@ -21,4 +21,9 @@ std::string textOf(pugi::xml_node element);
 /// negative number of the same bits. Empty when \p text is anything else or too large.
 std::optional<std::int64_t> parseInteger(std::string_view text);
 
+/// Decimal with an optional fraction and exponent, INF, NaN, or hexadecimal as for parseInteger. What a double
+/// can't hold gives infinity or zero: descriptions write the largest double with too few digits, rounded up.
+/// Empty when \p text is anything else.
+std::optional<double> parseReal(std::string_view text);
+
 } // namespace GenApi_3_2_TVN

@@ -18,8 +18,10 @@ inline constexpr std::size_t entryNameLength = 1024;
 /// Nodes that lead to one another in a row, each waiting for the next on the stack.
 inline constexpr std::size_t chainLength = 100;
 
-/// Nodes visited for one call from outside, so that chains which fork do not grow into years.
-inline constexpr std::size_t visitsPerCall = 10'000;
+/// Work for one call from outside, in instructions of formulas and as much for each node that is visited, so that
+/// chains which fork do not grow into years.
+inline constexpr std::size_t stepsPerCall = 1'000'000;
+inline constexpr std::size_t stepsPerNode = 100;
 
 /// Bytes of one register.
 inline constexpr std::int64_t registerLength = std::int64_t{16} << 20;

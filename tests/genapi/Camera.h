@@ -26,6 +26,14 @@ inline std::string at(std::uint64_t address, int length, const std::string &more
            "</Length>" + more + "<pPort>Device</pPort>";
 }
 
+/// An integer node with a value of its own.
+inline std::string constant(const std::string &name, const std::string &value)
+{
+    return "<Integer Name='" + name + "'><Value>" + value + "</Value></Integer>";
+}
+
+inline constexpr const char *readWrite = "<AccessMode>RW</AccessMode>";
+
 /// The text of the GenericException that \p act throws; empty when it throws none.
 template <class Act>
 std::string refusal(Act &&act)
@@ -52,6 +60,9 @@ public:
     GenApi_3_2_TVN::CIntegerPtr integer(const std::string &name) { return {node(name)}; }
     GenApi_3_2_TVN::CStringPtr string(const std::string &name) { return {node(name)}; }
     GenApi_3_2_TVN::CBooleanPtr boolean(const std::string &name) { return {node(name)}; }
+    GenApi_3_2_TVN::CFloatPtr real(const std::string &name) { return {node(name)}; }
+    GenApi_3_2_TVN::CEnumerationPtr enumeration(const std::string &name) { return {node(name)}; }
+    GenApi_3_2_TVN::CRegisterPtr registerOf(const std::string &name) { return {node(name)}; }
     GenApi_3_2_TVN::CCommandPtr command(const std::string &name) { return {node(name)}; }
 
     std::int64_t value(const std::string &name) { return integer(name)->GetValue(); }

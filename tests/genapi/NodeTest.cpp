@@ -11,11 +11,6 @@ using testing::ElementsAre;
 
 namespace {
 
-std::string integer(const std::string &name, const std::string &value)
-{
-    return "<Integer Name='" + name + "'><Value>" + value + "</Value></Integer>";
-}
-
 std::string reg(const std::string &name, const std::string &place, const std::string &more = "")
 {
     return "<IntReg Name='" + name + "'>" + place + more + "<pPort>Device</pPort></IntReg>";
@@ -33,8 +28,8 @@ class RegisterAddress : public testing::TestWithParam<AddressRow>
 
 TEST_P(RegisterAddress, IsTheSumOfItsParts)
 {
-    Camera camera{integer("Base", "0x1000") + integer("Two", "2") + integer("Minus", "-16") +
-                  integer("Size", "3") + reg("X", GetParam().place)};
+    Camera camera{constant("Base", "0x1000") + constant("Two", "2") + constant("Minus", "-16") +
+                  constant("Size", "3") + reg("X", GetParam().place)};
     camera.value("X");
     EXPECT_THAT(camera.port.accesses, ElementsAre(GetParam().access));
 }
@@ -66,7 +61,7 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(Node, NamedFormulasInsideARegisterAreFoundByName)
 {
     Camera camera{
-        integer("Base", "64") +
+        constant("Base", "64") +
         reg("X", "<IntSwissKnife Name='Where'><pVariable Name='B'>Base</pVariable><Formula>B + 4</Formula>"
                  "</IntSwissKnife><Length>1</Length>")};
     camera.value("X");
@@ -77,8 +72,8 @@ TEST(Node, NamedFormulasInsideARegisterAreFoundByName)
 TEST(Node, GroupsAreTransparentAndEntriesAreFoundByTheirEnumeration)
 {
     Camera camera{
-        "<Group Comment='outer'><Group><Group/>" + integer("Deep", "3") + "</Group>" + integer("After", "4") +
-        "</Group><Enumeration Name='Pixel_Format'><EnumEntry Name='Mono_8'><Value>1</Value></EnumEntry>"
+        "<Group Comment='outer'><Group><Group/>" + constant("Deep", "3") + "</Group>" + constant("After", "4") +
+        "</Group><Enumeration Name='Pixel_Format'><EnumEntry Name='Mono_8'><Value>1</Value></EnumEntry><Value>1</Value>"
         "</Enumeration><Category Name='Root'><pFeature>After</pFeature><pFeature>Gone</pFeature>"
         "<pFeature>Deep</pFeature></Category>"};
     EXPECT_EQ(camera.value("Deep") * 10 + camera.value("After"), 34);
@@ -106,7 +101,7 @@ TEST(Node, PropertiesAreWhatTheDescriptionSays)
         "<Integer Name='Gain'><ToolTip> How <!-- much --> bright </ToolTip><Value>1</Value>"
         "<pSelected>A</pSelected><pSelected>B</pSelected></Integer>"
         "<IntSwissKnife Name='K'><pVariable Name='V'>Gain</pVariable><Formula>V</Formula></IntSwissKnife>"
-        "<Enumeration Name='Mode'><EnumEntry Name='On'/></Enumeration>"};
+        "<Enumeration Name='Mode'><EnumEntry Name='On'><Value>1</Value></EnumEntry><Value>1</Value></Enumeration>"};
     GenICam_3_2_TVN::gcstring value;
     GenICam_3_2_TVN::gcstring attribute{"as before"};
     const auto property = [&](const char *node, const char *name) {
@@ -133,7 +128,7 @@ TEST(Node, AccessModeIsTheNarrowestOfAllThatIsReferredTo)
         "<Integer Name='Outer'><pValue>Imposed</pValue></Integer>"
         "<IntSwissKnife Name='Knife'><pVariable Name='B'>Both</pVariable><Formula>B</Formula></IntSwissKnife>"
         "<IntSwissKnife Name='Blind'><pVariable Name='I'>In</pVariable><Formula>I</Formula></IntSwissKnife>" +
-        integer("Own", "1")};
+        constant("Own", "1")};
     const auto mode = [&](const char *name) { return camera.node(name)->GetAccessMode(); };
     EXPECT_THAT((std::vector{mode("Default"), mode("Both"), mode("In"), mode("Imposed"), mode("Torn"),
                              mode("Outer"), mode("Knife"), mode("Blind"), mode("Own")}),
@@ -155,10 +150,10 @@ TEST(Node, AccessModeIsTheNarrowestOfAllThatIsReferredTo)
 TEST(Node, ConditionsAreReadFromNodesOfEveryKind)
 {
     Camera camera{
-        "<Boolean Name='Flag'><pValue>Raw</pValue><OnValue>5</OnValue></Boolean>" + integer("Raw", "5") +
+        "<Boolean Name='Flag'><pValue>Raw</pValue><OnValue>5</OnValue></Boolean>" + constant("Raw", "5") +
         "<Integer Name='Gain'><pIsImplemented>Flag</pIsImplemented><pIsAvailable>Switch</pIsAvailable>"
         "<pIsLocked>Lock</pIsLocked><Value>1</Value></Integer>" +
-        integer("Switch", "-1") +
+        constant("Switch", "-1") +
         "<IntSwissKnife Name='Lock'><pVariable Name='S'>Raw</pVariable><Formula>S = "
         "6</Formula></IntSwissKnife>"
         "<Command Name='Go'><pIsLocked>Switch</pIsLocked><pValue>Raw</pValue><CommandValue>9</CommandValue>"
@@ -185,7 +180,7 @@ TEST(Node, BooleansCommandsAndStringsReachTheirInnerNodes)
         reg("Door", "<Address>8</Address><Length>1</Length>", "<AccessMode>WO</AccessMode>") +
         "<Command Name='Go'><pValue>Raw</pValue><CommandValue>3</CommandValue></Command>"
         "<Command Name='Knock'><pValue>Door</pValue><pCommandValue>Code</pCommandValue></Command>" +
-        integer("Code", "0x2a") +
+        constant("Code", "0x2a") +
         "<String Name='Name'><pValue>NameReg</pValue></String>"
         "<String Name='Fixed'><Value>  steady </Value></String><StringReg Name='NameReg'>" +
         at(16, 6, "<AccessMode>RW</AccessMode>") + "</StringReg>"};
@@ -219,7 +214,7 @@ TEST(Cache, AnswersUntilAnythingIsWrittenOrTimeIsUp)
     Camera camera{reg("Plain", "<Address>0</Address><Length>1</Length>", "<AccessMode>RW</AccessMode>") +
                   reg("Live", "<Address>0</Address><Length>1</Length>", "<Cachable>NoCache</Cachable>") +
                   reg("Slow", "<Address>0</Address><Length>1</Length>", "<PollingTime>1000</PollingTime>") +
-                  integer("Other", "1")};
+                  constant("Other", "1")};
     const auto reads = [&](const char *name) {
         camera.port.accesses.clear();
         camera.value(name);
@@ -251,7 +246,7 @@ TEST(Cache, IsNeverStaleAfterAWriteThroughTheNodeMap)
     Camera camera{reg("Whole", "<Address>0</Address><Length>2</Length>", "<AccessMode>RW</AccessMode>") +
                   "<MaskedIntReg Name='Part'>" +
                   at(0, 2, "<AccessMode>RW</AccessMode><LSB>8</LSB><MSB>15</MSB>") + "</MaskedIntReg>" +
-                  integer("Selector", "0") +
+                  constant("Selector", "0") +
                   reg("Selected", "<Address>16</Address><pIndex>Selector</pIndex><Length>1</Length>")};
     camera.port.set(16, {10, 20});
     EXPECT_EQ(camera.value("Whole"), 0);
@@ -306,7 +301,7 @@ TEST(Port, FailuresPassThroughUnchangedAndLeaveTheNodeUsable)
 
 TEST(Port, IsConnectedByNameAndReplaysRecordedWrites)
 {
-    Camera camera{integer("NoPort", "1") + reg("X", "<Address>0</Address><Length>1</Length>")};
+    Camera camera{constant("NoPort", "1") + reg("X", "<Address>0</Address><Length>1</Length>")};
     EXPECT_TRUE(camera.isConnected);
     EXPECT_FALSE(camera.nodeMap._Connect(&camera.port, "Nobody"));
     EXPECT_FALSE(camera.nodeMap._Connect(&camera.port, "NoPort"));
@@ -354,28 +349,20 @@ TEST(Port, AStackedOneIsConnectedAsAnyOther)
     EXPECT_EQ(camera.value("X"), 4) << "by the device's name";
 }
 
-TEST(Node, KindsWithoutEvaluationHaveTheirTypeAndWords)
+TEST(Node, KindsOfOlderTransportsHaveTheirTypeAndWords)
 {
-    Camera camera{"<Float Name='Exposure'><Value>1.5</Value></Float><Register Name='Table'>" + at(0, 64) +
-                  "</Register><Integer Name='Outer'><pValue>Exposure</pValue></Integer>"
-                  "<StructReg Name='S'>" +
-                  at(0, 4) + "<StructEntry Name='Entry'><Bit>1</Bit></StructEntry></StructReg>"};
+    Camera camera{"<IntKey Name='Key'/><Integer Name='Outer'><pValue>Key</pValue></Integer>"
+                  "<Integer Name='Whole'><pValue>S</pValue></Integer><StructReg Name='S'>" +
+                  at(0, 4) + "</StructReg>"};
     GenICam_3_2_TVN::gcstring type;
     GenICam_3_2_TVN::gcstring attribute;
-    EXPECT_TRUE(camera.node("Table")->GetProperty("NodeType", type, attribute));
-    EXPECT_STREQ(type.c_str(), "Register");
-    EXPECT_FALSE(camera.integer("Table").IsValid());
-    EXPECT_EQ(refusal([&] {
-                  CFloatPtr
-                  {
-                      camera.node("Exposure")
-                      } -> GetValue();
-              }),
-              "Node 'Exposure': a Float, a kind that this version does not evaluate");
+    EXPECT_TRUE(camera.node("Key")->GetProperty("NodeType", type, attribute));
+    EXPECT_STREQ(type.c_str(), "IntKey");
+    EXPECT_FALSE(camera.integer("Key").IsValid());
     EXPECT_EQ(refusal([&] { camera.value("Outer"); }),
-              "Node 'Outer': pValue names 'Exposure', a Float, a kind that this version does not evaluate");
-    EXPECT_EQ(refusal([&] { camera.value("Entry"); }),
-              "Node 'Entry', a StructEntry, a kind that this version does not evaluate");
+              "Node 'Outer': pValue names 'Key', a IntKey, a kind that this version does not evaluate");
+    EXPECT_EQ(refusal([&] { camera.value("Whole"); }),
+              "Node 'Whole': pValue names 'S', a StructReg, which has no number");
 }
 
 } // namespace

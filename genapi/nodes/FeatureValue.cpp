@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: MIT
+// See the header.
+#include "FeatureValue.h"
+
+#include <string>
+#include <string_view>
+
+namespace GenApi_3_2_TVN {
+
+using GenICam_3_2_TVN::OutOfRangeException;
+using GenICam_3_2_TVN::PropertyException;
+
+template <class T>
+FeatureValue<T>::FeatureValue(Node &owner)
+    : owner{owner},
+      pIndex{Link::ofChild(owner, "pIndex")},
+      min{owner, "Min", "pMin"},
+      max{owner, "Max", "pMax"},
+      inc{owner, "Inc", "pInc"}
+{
+    value = pIndex ? NumberSource<T>{owner, "ValueDefault", "pValueDefault"}
+                   : NumberSource<T>{owner, "Value", "pValue"};
+    for (const pugi::xml_node child : owner.xml().children())
+        addIndexed(child);
+    if (!value.isPresent() && !pIndex)
+        owner.fail<PropertyException>("neither Value nor pValue");
+    for (const pugi::xml_node copy : owner.xml().children("pValueCopy"))
+        pValueCopies.emplace_back(owner, "pValueCopy", copy);
+}
+
+/// Of two values for one index the first counts.
+template <class T>
+void FeatureValue<T>::addIndexed(pugi::xml_node child)
+{
+    const std::string_view tag = child.name();
+    const bool isLink = tag == "pValueIndexed";
+    if (!pIndex || (!isLink && tag != "ValueIndexed"))
+        return;
+    const std::int64_t index = owner.attributeOf(child, "Index");
+    indexed.emplace(index, isLink ? NumberSource<T>{Link{owner, "pValueIndexed", child}}
+                                  : NumberSource<T>{owner.numberOf<T>(child)});
+}
+
+/// The source of the value at present.
+template <class T>
+template <class Self>
+auto &FeatureValue<T>::current(Self &self)
+{
+    if (!self.pIndex)
+        return self.value;
+    const std::int64_t index = self.pIndex->integer({});
+    if (const auto found = self.indexed.find(index); found != self.indexed.end())
+        return found->second;
+    if (!self.value.isPresent())
+        self.owner.template fail<OutOfRangeException>("pIndex is " + std::to_string(index) +
+                                                      ", for which it has no value");
+    return self.value;
+}
+
+template <class T>
+T FeatureValue<T>::read(Reading reading) const
+{
+    return current(*this).value(reading);
+}
+
+template <class T>
+void FeatureValue<T>::write(T newValue)
+{
+    current(*this).setValue(newValue);
+    for (const Link &copy : pValueCopies)
+        copy.set(newValue);
+}
+
+template <class T>
+Number FeatureValue<T>::minimum()
+{
+    if (min.isPresent())
+        return min.value({});
+    const Link *const inner = current(*this).link();
+    return inner != nullptr ? inner->minimum() : lowestOf<T>;
+}
+
+template <class T>
+Number FeatureValue<T>::maximum()
+{
+    if (max.isPresent())
+        return max.value({});
+    const Link *const inner = current(*this).link();
+    return inner != nullptr ? inner->maximum() : highestOf<T>;
+}
+
+template <class T>
+std::optional<Number> FeatureValue<T>::increment()
+{
+    if (inc.isPresent())
+        return inc.value({});
+    const Link *const inner = current(*this).link();
+    return inner != nullptr ? inner->increment() : std::nullopt;
+}
+
+/// Without the index, nobody knows which value is meant.
+template <class T>
+EAccessMode FeatureValue<T>::accessMode(AccessQuestion question) const
+{
+    if (pIndex && !isReadable(pIndex->accessMode(question)))
+        return NA;
+    const Link *const inner = current(*this).link();
+    return inner != nullptr ? inner->accessMode(question) : RW;
+}
+
+template class FeatureValue<std::int64_t>;
+template class FeatureValue<double>;
+
+} // namespace GenApi_3_2_TVN
