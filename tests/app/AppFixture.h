@@ -1,0 +1,169 @@
+// SPDX-License-Identifier: MIT
+// The list over simulated cameras as these tests have it: passes come when a test asks for one, not once a second, and
+// what the model emits is written down in order. Message boxes are answered and kept.
+#pragma once
+
+#include "BackEnd.h"
+#include "DeviceItemModel.h"
+#include "Environment.h"
+#include "Simulator.h"
+#include "UpdateWorker.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QEventLoop>
+#include <QMessageBox>
+#include <QSemaphore>
+#include <QTest>
+#include <QTimer>
+#include <filesystem>
+#include <memory>
+#include <string>
+
+/// A configuration of cameras: "A B,lock=none / C" has A and B on one interface, and C on a second one.
+inline std::string cameras(const QString &plan)
+{
+    QString toml;
+    const QStringList interfaces = plan.split('/');
+    for (int number = 0; number < interfaces.size(); ++number) {
+        toml += QString("[[interface]]\nid = \"eth%1\"\n").arg(number);
+        for (const QString &camera : interfaces[number].split(' ', Qt::SkipEmptyParts)) {
+            QStringList settings = camera.split(',');
+            toml += "[[interface.camera]]\nid = \"" + settings.takeFirst() + "\"\n";
+            for (const QString &setting : settings)
+                toml += QString(setting).replace("=", " = \"") + "\"\n";
+        }
+    }
+    return toml.toStdString();
+}
+
+/// The simulated producer, found by the search of the back end, and one model over it.
+class CameraList
+{
+public:
+    explicit CameraList(const std::string &toml)
+        : simulator(toml),
+          path("GENICAM_GENTL64_PATH", std::filesystem::path(Simulator::cti()).parent_path().string())
+    {
+        // The current directory is searched too: it is one without a producer.
+        std::filesystem::current_path(simulator.folder());
+    }
+
+    void plug(const QString &plan) { simulator.configure(cameras(plan)); }
+
+    /// One tick of the clock, which sends the worker into a pass.
+    void tick() const { QMetaObject::invokeMethod(timer, "timeout"); }
+
+    /// A whole pass, until the GUI thread has announced it.
+    void pass() const
+    {
+        QEventLoop announced;
+        QObject::connect(model->updateWorker(), &UpdateWorker::updateDone, &announced, &QEventLoop::quit);
+        tick();
+        announced.exec();
+    }
+
+    /// A whole pass, of which the GUI thread has not heard yet.
+    void passUnheard() const
+    {
+        QSemaphore done;
+        const auto connection = QObject::connect(
+            model->updateWorker(), &UpdateWorker::updateDone, model->updateWorker(), [&] { done.release(); },
+            Qt::DirectConnection);
+        tick();
+        done.acquire();
+        QObject::disconnect(connection);
+    }
+
+    /// What the model has emitted since the last call.
+    QStringList takeEmitted() { return std::exchange(emitted, {}); }
+
+    QModelIndex row(int position) const { return model->index(position, 0); }
+    QVariant value(int position, int role) const { return row(position).data(role); }
+
+    /// The cameras of the rows by their serial numbers, which are their identifiers.
+    QString shown() const
+    {
+        QStringList serials;
+        for (int position = 0; position < model->rowCount(); ++position)
+            serials << value(position, DeviceItemModel::SerialNumberRole).toString();
+        return serials.join(' ');
+    }
+
+    Simulator simulator;
+    Environment path;
+    DeviceItemModel *model = nullptr;
+    QStringList emitted;
+
+protected:
+    void follow(DeviceItemModel *followed)
+    {
+        model = followed;
+        timer = model->findChild<QTimer *>();
+        timer->stop();
+        const auto place = [](const QModelIndex &index) {
+            return index.isValid() ? QString::number(index.row()) : QString("none");
+        };
+        QObject::connect(
+            model, &DeviceItemModel::dataChanged, &listener,
+            [=, this](const QModelIndex &first, const QModelIndex &last, const QVector<int> &roles) {
+                QString text = "dataChanged " + place(first) + " to " + place(last);
+                for (const int role : roles)
+                    text += QString(" role %1").arg(role);
+                emitted << text;
+            });
+        QObject::connect(model, &DeviceItemModel::selectedChanged, &listener,
+                         [=, this](const QModelIndex &current, const QModelIndex &previous) {
+                             emitted << "selectedChanged " + place(current) + " from " + place(previous);
+                         });
+        QObject::connect(model, &DeviceItemModel::currentLockChanged, &listener, [this](bool lock) {
+            emitted << (lock ? "currentLockChanged true" : "currentLockChanged false");
+        });
+        QObject::connect(model, &DeviceItemModel::currentDeviceRemoved, &listener,
+                         [this] { emitted << "currentDeviceRemoved"; });
+    }
+
+private:
+    QTimer *timer = nullptr;
+    QObject listener; // on the GUI thread, to which emissions of the update thread are queued
+};
+
+/// A model alone.
+struct ModelList : CameraList
+{
+    explicit ModelList(const QString &plan) : CameraList(cameras(plan))
+    {
+        follow(&deviceModel);
+        pass();
+        takeEmitted();
+    }
+
+    std::shared_ptr<BackEnd> backEnd = std::make_shared<BackEnd>();
+    DeviceItemModel deviceModel{nullptr, backEnd};
+};
+
+/// Closes each message box by its first button as soon as it is seen, and keeps what it showed.
+class MessageBoxes : public QObject
+{
+public:
+    MessageBoxes() { startTimer(20); }
+
+    /// Their texts; one that has more than a text and the default button is marked.
+    QStringList taken() { return std::exchange(texts, {}); }
+
+protected:
+    void timerEvent(QTimerEvent *) override
+    {
+        auto *const box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+        if (!box || !box->isVisible())
+            return;
+        const bool isPlain = box->windowTitle().isEmpty() && box->icon() == QMessageBox::NoIcon &&
+                             box->informativeText().isEmpty() && !box->parent() &&
+                             box->standardButtons() == QMessageBox::Ok;
+        texts << (isPlain ? box->text() : "more than a text: " + box->windowTitle() + box->text());
+        QTest::mouseClick(box->buttons().first(), Qt::LeftButton);
+    }
+
+private:
+    QStringList texts;
+};

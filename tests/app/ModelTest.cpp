@@ -1,0 +1,254 @@
+// SPDX-License-Identifier: MIT
+// The rows as the view reads them, the current row, and the camera that is open for the panel.
+#include "AppFixture.h"
+#include "Device.h"
+#include "SlotSequence.h"
+
+#include <stdexcept>
+
+class ModelTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void slotSequence_data();
+    void slotSequence();
+    void frame();
+    void rowOfCamera_data();
+    void rowOfCamera();
+    void outsideTheRows();
+    void currentRow();
+    void openCamera();
+    void lockChange();
+};
+
+void ModelTest::slotSequence_data()
+{
+    QTest::addColumn<int>("count");
+    for (const int count : {1, 63, 64, 65, 128, 129, 256, 257, 1000})
+        QTest::addRow("%d", count) << count;
+}
+
+// Counts around the borders of the chunks.
+void ModelTest::slotSequence()
+{
+    QFETCH(int, count);
+    SlotSequence<std::shared_ptr<int>> sequence;
+    QVERIFY_EXCEPTION_THROWN(sequence.at(0), std::out_of_range);
+    for (int value = 0; value < count; ++value)
+        sequence.append(std::make_shared<int>(value));
+    for (int position = 0; position < count; ++position)
+        QCOMPARE(*sequence.at(position), position);
+    QVERIFY_EXCEPTION_THROWN(sequence.at(-1), std::out_of_range);
+    QVERIFY_EXCEPTION_THROWN(sequence.at(count), std::out_of_range);
+
+    const std::weak_ptr<int> last = sequence.at(count - 1);
+    sequence.cut(count - 1);
+    QCOMPARE(sequence.count(), count - 1);
+    QCOMPARE(*sequence.at(count - 1), count - 1);
+    sequence.release(0); // the announcement of a pass before the cut
+    QCOMPARE(*sequence.at(count - 1), count - 1);
+    sequence.release(sequence.cuts());
+    QVERIFY(last.expired());
+    QVERIFY_EXCEPTION_THROWN(sequence.at(count - 1), std::out_of_range);
+
+    sequence.cut(0);
+    sequence.append(std::make_shared<int>(-1));
+    sequence.release(sequence.cuts());
+    QCOMPARE(sequence.count(), 1);
+    QCOMPARE(*sequence.at(0), -1);
+    QVERIFY_EXCEPTION_THROWN(sequence.at(1), std::out_of_range);
+}
+
+void ModelTest::frame()
+{
+    const QHash<int, QByteArray> names{
+        {257, "type"},       {258, "modelname"},   {260, "ipaddress"},
+        {261, "macaddress"}, {262, "isavailable"}, {263, "ispasswordprotected"},
+        {264, "isopen"},     {265, "islocked"},    {266, "hasdefaultpassword"}};
+    ModelList list("A B,access=busy");
+    const DeviceItemModel &model = *list.model;
+    QVERIFY(model.producersFound());
+    QCOMPARE(model.roleNames(), names);
+    QCOMPARE(model.columnCount(), 3);
+    QCOMPARE(model.rowCount(list.row(0)), 2);
+    for (const int role : {int(Qt::DisplayRole), 256, 267})
+        QVERIFY(!list.value(0, role).isValid());
+    for (int row = 0; row < 2; ++row) {
+        const QModelIndex index = model.index(row, 7, list.row(0));
+        QCOMPARE(index.column(), 7);
+        QCOMPARE(index.internalPointer(), list.backEnd->devices().at(std::size_t(row)));
+        QCOMPARE(index.parent(), QModelIndex());
+        QCOMPARE(model.flags(index), Qt::ItemIsSelectable | Qt::ItemIsEnabled);
+    }
+    QVERIFY(!model.index(-1, 0).isValid());
+    QVERIFY(!model.index(2, 0).isValid());
+}
+
+void ModelTest::rowOfCamera_data()
+{
+    QTest::addColumn<QString>("settings");
+    QTest::addColumn<QString>("texts");
+    QTest::addColumn<QString>("flags");
+    QTest::addColumn<QString>("icon");
+    const QString texts = "Unknown|SimCam|A|192.168.0.10|00:11:22:33:44:55";
+
+    QTest::newRow("locked") << "" << texts << "available protected locked"
+                            << "lock";
+    QTest::newRow("unlocked") << ",lock=unlocked" << texts << "available protected"
+                              << "lock-open-variant";
+    QTest::newRow("default, locked") << ",lock=default" << texts << "available protected locked default"
+                                     << "lock-alert";
+    QTest::newRow("without a lock") << ",lock=none" << texts << "available"
+                                    << "";
+    QTest::newRow("read-only") << ",access=readonly" << texts << "protected locked"
+                               << "lock";
+    QTest::newRow("busy") << ",access=busy"
+                          << "Unknown|SimCam|A||"
+                          << ""
+                          << "";
+    QTest::newRow("USB") << ",type=U3V,lock=default"
+                         << "Unknown|SimCam|A||"
+                         << "available locked default"
+                         << "";
+    QTest::newRow("other transport") << ",type=gev"
+                                     << "Unknown|SimCam|A||"
+                                     << "available locked"
+                                     << "";
+    QTest::newRow("highest addresses") << ",ip=255.254.1.0,mac=FE:DC:BA:98:76:54"
+                                       << "Unknown|SimCam|A|255.254.1.0|fe:dc:ba:98:76:54"
+                                       << "available protected locked"
+                                       << "lock";
+    QTest::newRow("no addresses") << ",ip=0.0.0.0,mac=00:00:00:00:00:00"
+                                  << "Unknown|SimCam|A|0.0.0.0|00:00:00:00:00:00"
+                                  << "available protected locked"
+                                  << "lock";
+    QTest::newRow("UTF-8") << QString::fromUtf8(",model=K\u00e4mera\u2122,serial=\u211607")
+                           << QString::fromUtf8(
+                                  "Unknown|K\u00e4mera\u2122|\u211607|192.168.0.10|00:11:22:33:44:55")
+                           << "available protected locked"
+                           << "lock";
+}
+
+void ModelTest::rowOfCamera()
+{
+    QFETCH(QString, settings);
+    QFETCH(QString, texts);
+    QFETCH(QString, flags);
+    QFETCH(QString, icon);
+    const ModelList list("A" + settings);
+    QStringList shownTexts;
+    for (const int role : {257, 258, 259, 260, 261})
+        shownTexts << list.value(0, role).toString();
+    QCOMPARE(shownTexts.join('|'), texts);
+
+    QStringList shownFlags;
+    const QStringList names{"available", "protected", "open", "locked", "default"};
+    for (int flag = 0; flag < names.size(); ++flag) {
+        QCOMPARE(list.value(0, 262 + flag).type(), QVariant::Bool);
+        if (list.value(0, 262 + flag).toBool())
+            shownFlags << names[flag];
+    }
+    QCOMPARE(shownFlags.join(' '), flags);
+
+    const auto pixmap = list.value(0, Qt::DecorationRole).value<QPixmap>();
+    QCOMPARE(pixmap.isNull(), icon.isEmpty());
+    QCOMPARE(pixmap.toImage(), QPixmap(":/icons/" + icon + ".png").toImage());
+}
+
+void ModelTest::outsideTheRows()
+{
+    ModelList list("A");
+    DeviceItemModel &model = *list.model;
+    model.setCurrentIndex({}, {});
+    QCOMPARE(list.takeEmitted(), QStringList());
+    QVERIFY(!model.data({}, Qt::DisplayRole).isValid());
+    for (const int role : {1, 257, 258, 259, 260, 261, 262, 263, 264, 265, 266})
+        QVERIFY_EXCEPTION_THROWN(model.data({}, role), std::out_of_range);
+    model.setCurrentIndex(list.row(0), {});
+    QVERIFY_EXCEPTION_THROWN(model.setCurrentIndex({}, list.row(0)), std::out_of_range);
+}
+
+void ModelTest::currentRow()
+{
+    ModelList list("A B C");
+    DeviceItemModel &model = *list.model;
+    model.setCurrentIndex(list.row(1), list.row(0));
+    QCOMPARE(list.takeEmitted(),
+             (QStringList{"dataChanged 0 to 0", "dataChanged 1 to 1", "selectedChanged 1 from 0"}));
+    model.setCurrentIndex(list.row(1), list.row(2));
+    model.switchCurrentIndex(list.row(1));
+    QCOMPARE(list.takeEmitted(), QStringList());
+    // The row that was left is not named.
+    model.switchCurrentIndex(list.row(2));
+    QCOMPARE(list.takeEmitted(),
+             (QStringList{"dataChanged 2 to 2", "dataChanged 2 to 2", "selectedChanged 2 from 2"}));
+    QCOMPARE(model.currentIndex(), list.row(2));
+}
+
+void ModelTest::openCamera()
+{
+    ModelList list("A B C,access=readonly");
+    DeviceItemModel &model = *list.model;
+    const auto isOpen = [&](int row) { return list.backEnd->devices().at(std::size_t(row))->isOpen(); };
+    const auto showsOpen = [&](int row) { return list.value(row, DeviceItemModel::IsOpenRole).toBool(); };
+    list.simulator.clearLog();
+    model.openCurrentDevice();
+    model.closeCurrentDevice();
+    QCOMPARE(list.takeEmitted(), QStringList());
+    QVERIFY(list.simulator.calls().empty());
+
+    model.setCurrentIndex(list.row(0), {});
+    list.takeEmitted();
+    model.openCurrentDevice();
+    QCOMPARE(list.takeEmitted(), QStringList{"dataChanged 0 to 0 role 264"});
+    QVERIFY(isOpen(0) && showsOpen(0));
+    model.switchCurrentIndex(list.row(1));
+    model.openCurrentDevice();
+    QVERIFY(!isOpen(0) && isOpen(1) && showsOpen(1));
+    // The row of a camera that was open once goes on showing it.
+    model.closeCurrentDevice();
+    QVERIFY(!isOpen(1) && showsOpen(0) && showsOpen(1));
+
+    model.switchCurrentIndex(list.row(2));
+    list.takeEmitted();
+    model.openCurrentDevice();
+    QCOMPARE(list.takeEmitted(), QStringList{"dataChanged 2 to 2 role 264"});
+    QVERIFY(!showsOpen(2));
+}
+
+void ModelTest::lockChange()
+{
+    ModelList list("A B,lock=default");
+    DeviceItemModel &model = *list.model;
+    const auto flags = [&](int row) {
+        return QVariantList{list.value(row, DeviceItemModel::IsLockedRole),
+                            list.value(row, DeviceItemModel::HasDefaultPasswordRole)};
+    };
+    model.onCurrentLockChanged();
+    model.setCurrentIndex(list.row(0), {});
+    model.openCurrentDevice();
+    list.takeEmitted();
+    model.onCurrentLockChanged();
+    QCOMPARE(list.takeEmitted(), QStringList());
+    list.backEnd->unlock("hunter22", false);
+    QCOMPARE(flags(0), (QVariantList{true, false}));
+    model.onCurrentLockChanged();
+    QCOMPARE(list.takeEmitted(),
+             (QStringList{"currentLockChanged false", "dataChanged 0 to 0 role 265 role 266"}));
+    QCOMPARE(flags(0), (QVariantList{false, false}));
+
+    // Each flag alone is a change.
+    model.switchCurrentIndex(list.row(1));
+    model.openCurrentDevice();
+    list.backEnd->changePassword("mapleoak", "otherword");
+    list.backEnd->lock();
+    list.takeEmitted();
+    model.onCurrentLockChanged();
+    QCOMPARE(list.takeEmitted(),
+             (QStringList{"currentLockChanged true", "dataChanged 1 to 1 role 265 role 266"}));
+    QCOMPARE(flags(1), (QVariantList{true, false}));
+}
+
+QTEST_MAIN(ModelTest)
+#include "ModelTest.moc"
