@@ -11,8 +11,17 @@ torvane_build_packages=(
     g++ cmake ninja-build pkg-config
     libcli11-dev libpugixml-dev libtomlplusplus-dev libzip-dev
 )
+# The window's; the console does without (TORVANE_BUILD_GUI=OFF).
+# shellcheck disable=SC2034 # for the scripts that build or test it
+torvane_gui_packages=(qtbase5-dev)
+# A screen, a window manager, a font, a user and a camera for pictures.
+torvane_screen_packages=(xvfb xauth openbox fonts-dejavu-core xdotool imagemagick)
 # shellcheck disable=SC2034 # for the scripts that test
-torvane_test_packages=(libgtest-dev libgmock-dev)
+torvane_test_packages=(
+    libgtest-dev libgmock-dev
+    libaravis-dev libusb-1.0-0-dev
+    "${torvane_screen_packages[@]}"
+)
 
 say() { printf '%s\n' "$*" >&2; }
 
