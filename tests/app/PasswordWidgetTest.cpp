@@ -1,0 +1,393 @@
+// SPDX-License-Identifier: MIT
+// The panel over a simulated camera, told as stories: what a user sees after each step, and what the camera was asked
+// and told.
+#include "PasswordWidget.h"
+
+#include "BackEnd.h"
+#include "Device.h"
+#include "PanelParts.h"
+#include "Simulator.h"
+
+#include <QApplication>
+#include <QMainWindow>
+#include <QMessageBox>
+#include <QSignalSpy>
+#include <QTimer>
+#include <filesystem>
+#include <functional>
+#include <iostream>
+#include <memory>
+
+namespace {
+
+const QString lockedCamera = "[Unlock] [Change password] [Factory reset]";
+const QString unlockedCamera = "[Lock] [Change password] [Factory reset]";
+const QString entering = "(Unlock) (Change password) (Factory reset) Password=";
+const QString change =
+    " (Change password) (Factory reset) Old password=%1 New password=%2 Confirm password=%3";
+const QString forced = "(Change password) Default password=%1 New password=%2 Confirm password=%3";
+const QString ok = " [OK] [Cancel]";
+const QString noOk = " (OK) [Cancel]";
+const QString refused = "Unlocking failed! <a href=\"#forgotPassword\">Forgot password?</a>";
+const QString wrong = "<Unlocking failed! Wrong password?>";
+const QString changed = "!Successfully changed the password!";
+const QString setOcean = "unlocked unlocked unlocked SET:ocean55 LOCK TRY:ocean55 unlocked unlocked ";
+
+// A panel that is shown for the selected one camera.
+class Panel
+{
+public:
+    // \param more  further lines of the camera's configuration
+    explicit Panel(const QString &lock, const QString &more = {}, bool isSelected = true)
+        : simulator(
+              (QString(Simulator::oneCamera).replace("\"locked\"", '"' + lock + '"') + more).toStdString()),
+          path("GENICAM_GENTL64_PATH", std::filesystem::path(Simulator::cti()).parent_path().string())
+    {
+        // As in the application: what asks on standard input finds nothing to read.
+        std::cin.setstate(std::ios_base::eofbit);
+        std::filesystem::current_path(simulator.folder());
+        backEnd->discoverLibraries(true);
+        backEnd->updateDevices();
+        if (isSelected)
+            backEnd->selectDevice(backEnd->devices().at(0));
+        simulator.clearLog();
+        window.show();
+        widget = new PasswordWidget(&window, backEnd);
+        widget->show();
+        QObject::connect(widget, &PasswordWidget::lockChanged, [this] { viewsAtChange << view(); });
+    }
+
+    void take(const QString &steps);
+    void expect(const QString &steps, const QString &seen, const QString &said = {},
+                const QString &sent = {});
+    QString view() const;
+    QString takeTraffic();
+    QLabel *status() const { return partOf<QLabel>(widget, 3); }
+    QWidget *inputBox() const { return partOf<QWidget>(widget, 1); }
+    FieldParts field(int place) const { return FieldParts(partOf<QWidget>(inputBox(), place)); }
+
+    Simulator simulator;
+    Environment path;
+    std::shared_ptr<BackEnd> backEnd = std::make_shared<BackEnd>();
+    QMainWindow window;
+    PasswordWidget *widget = nullptr;
+    QStringList viewsAtChange;
+};
+
+// Steps are the label of a button, "Return" in the first field, a text for a field ("old=hunter22"), and "elsewhere":
+// somebody else opens the lock.
+void Panel::take(const QString &steps)
+{
+    for (const QString &step : steps.split(", ", Qt::SkipEmptyParts)) {
+        const int place = QStringList{"old", "new", "confirm"}.indexOf(step.section('=', 0, 0));
+        if (place >= 0)
+            field(place).type(step.section('=', 1));
+        else if (step == "Return")
+            QTest::keyClick(field(0).edit, Qt::Key_Return);
+        else if (step == "elsewhere")
+            backEnd->devices().at(0)->unlock("hunter22");
+        for (QPushButton *button : widget->findChildren<QPushButton *>())
+            if (button->text() == step && button->isVisible())
+                QTest::mouseClick(button, Qt::LeftButton);
+    }
+}
+
+// Takes steps and compares what is seen then, what the panel says, and what has gone to and fro since the last time. A
+// change of the lock is told ("!" for each) while the panel still stands in the dialogue.
+void Panel::expect(const QString &steps, const QString &seen, const QString &said, const QString &sent)
+{
+    viewsAtChange.clear();
+    take(steps);
+    const QString told = viewsAtChange.contains(view()) ? "late" : QString(viewsAtChange.count(), '!');
+    QCOMPARE(QStringList({steps, view(), told + status()->text(), takeTraffic()}).join('\n'),
+             QStringList({steps, seen, said, sent}).join('\n'));
+}
+
+// Buttons, those that are disabled in parentheses, and fields with their complaints, from top to bottom.
+QString Panel::view() const
+{
+    QStringList seen;
+    const auto see = [&seen](const QLayout *layout, int place) {
+        const auto *button = qobject_cast<QPushButton *>(layout->itemAt(place)->widget());
+        if (button->isVisible())
+            seen << QString(button->isEnabled() ? "[%1]" : "(%1)").arg(button->text());
+    };
+    for (int place = 0; place < 3; ++place)
+        see(partOf<QWidget>(widget, 0)->layout(), place);
+    for (int place = 0; place < 3; ++place) {
+        const FieldParts parts = field(place);
+        const QString error = parts.error->text().isEmpty() ? "" : '<' + parts.error->text() + '>';
+        if (parts.edit->isVisible())
+            seen << parts.caption->text() + parts.edit->placeholderText() + '=' + parts.edit->text() + error;
+    }
+    for (int place = 0; place < 2; ++place)
+        see(inputBox()->layout()->itemAt(3)->layout(), place);
+    return seen.join(' ');
+}
+
+// The accesses to the camera's password registers since the last call.
+QString Panel::takeTraffic()
+{
+    static const QHash<QString, QString> known{
+        {"read 0x50001000 01 00 00 00", "locked"},  {"read 0x50001000 00 00 00 00", "unlocked"},
+        {"read 0x50001004 00 00 00 00", "default"}, {"read 0x50001004 01 00 00 00", "own"},
+        {"write 0x50001008 01 00 00 00", "LOCK"},   {"write 0x50001008 80 00 00 00", "RESET"}};
+    QStringList words;
+    for (const std::string &line : simulator.portTraffic()) {
+        const QString access = QString::fromStdString(line);
+        const QByteArray password = QByteArray::fromHex(access.section(' ', 2).toLatin1()).replace('\0', "");
+        words << known.value(access, (access.contains("0x50002000") ? "SET:" : "TRY:") + password);
+    }
+    simulator.clearLog();
+    return words.join(' ');
+}
+
+// Presses a button of each message box that comes up, and tells what the boxes were.
+QStringList boxesDuring(const std::function<void()> &action,
+                        QMessageBox::StandardButton answer = QMessageBox::Ok)
+{
+    QStringList seen;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&] {
+        auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+        if (!box)
+            return;
+        const QString preset = box->defaultButton() ? box->defaultButton()->text() : QString();
+        seen << QString("%1|%2|%3 %4|%5")
+                        .arg(box->text(), box->informativeText())
+                        .arg(box->icon())
+                        .arg(box->standardButtons(), 0, 16)
+                        .arg(preset) +
+                    (box->parent() ? "|child" : "");
+        QTest::mouseClick(box->button(answer), Qt::LeftButton);
+    });
+    timer.start(0);
+    action();
+    return seen;
+}
+
+} // namespace
+
+class PasswordWidgetTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void construction();
+    void unlocking();
+    void wrongPassword();
+    void locking();
+    void changing();
+    void refusedChange();
+    void firstChange();
+    void secondLineOfDefence();
+    void hiddenFieldsTakeNoKeys();
+    void factoryReset();
+    void closingAndRemoval();
+};
+
+void PasswordWidgetTest::construction()
+{
+    Panel("none").expect("", unlockedCamera);
+    Panel("locked", {}, false).expect("", lockedCamera);
+    const Panel panel("locked");
+    QCOMPARE(panel.widget->windowFlags() & Qt::WindowType_Mask, Qt::Dialog);
+    QVERIFY(!(panel.widget->windowFlags() & Qt::WindowContextHelpButtonHint));
+    QCOMPARE(panel.widget->windowModality(), Qt::WindowModal);
+    QCOMPARE(panel.widget->minimumSize(), QSize(520, 440));
+    QCOMPARE(panel.backEnd.use_count(), 2L);
+    QCOMPARE(panel.inputBox()->styleSheet(), QString("QWidget{background-color: white}"));
+    QCOMPARE(panel.inputBox()->layout()->spacing(), 16);
+    for (const QPushButton *button : panel.inputBox()->findChildren<QPushButton *>())
+        QCOMPARE(button->styleSheet(), QString("QPushButton{background: lightgray}"));
+}
+
+void PasswordWidgetTest::unlocking()
+{
+    Panel panel("locked");
+    const QSignalSpy dormant(panel.widget, &PasswordWidget::lockRequested);
+    const QSignalSpy alsoDormant(panel.widget, &PasswordWidget::passwordInputChanged);
+    panel.expect("", lockedCamera, "", "locked own");
+    panel.expect("Unlock", entering + noOk);
+    panel.expect("old=ab, OK", entering + "ab<Your password is to short. (min 3 characters)>" + noOk);
+    panel.expect("Cancel", lockedCamera, "", "locked own");
+    panel.expect("Unlock, old=hunter22", entering + "hunter22" + ok);
+    panel.expect("OK", unlockedCamera, "!Successfully unlocked!",
+                 "locked TRY:hunter22 unlocked unlocked own");
+    panel.expect("Lock", lockedCamera, "!Successfully locked!", "LOCK locked locked own");
+    panel.expect("Unlock, old=hunter22, Return", unlockedCamera, "!Successfully unlocked!",
+                 "locked TRY:hunter22 unlocked unlocked own");
+    QVERIFY(dormant.isEmpty() && alsoDormant.isEmpty());
+}
+
+// The link opens a box, whatever its target. A camera that opened meanwhile is told in the same words.
+void PasswordWidgetTest::wrongPassword()
+{
+    Panel panel("locked");
+    panel.expect("Unlock, Return", entering + noOk, refused, "locked own locked");
+    panel.expect("old=ab, Return", entering + "ab" + wrong + noOk, refused, "locked TRY:ab locked");
+    panel.expect("old=wrong, OK", entering + "wrong" + wrong + noOk, refused, "locked TRY:wrong locked");
+    panel.expect("old=wrong2", entering + "wrong2" + ok, refused);
+    panel.expect("old=wrong", entering + "wrong" + wrong + noOk, refused);
+
+    QCoreApplication::processEvents(); // lays out the link
+    const QStringList boxes = boxesDuring([&] {
+        const int x = panel.status()->fontMetrics().horizontalAdvance("Unlocking failed! F");
+        QTest::mouseClick(panel.status(), Qt::LeftButton, {}, {x, panel.status()->height() / 2});
+        emit panel.status()->linkActivated("elsewhere");
+    });
+    const QString box =
+        "Forgot password?|You can reset the password to factory defaults with 'FactoryReset'.\n"
+        "Attention! This also resets all other camera parameters.\n\n"
+        "Alternatively, contact the TVN support team.|1 400|";
+    QCOMPARE(boxes, QStringList({box, box}));
+
+    panel.expect("Cancel", lockedCamera, "", "locked own");
+    panel.expect("Unlock, old=wrong", entering + "wrong" + ok);
+    panel.expect("elsewhere, OK", entering + "wrong" + wrong + noOk, refused, "TRY:hunter22 unlocked");
+    panel.expect("Cancel", unlockedCamera, "", "unlocked own");
+}
+
+void PasswordWidgetTest::locking()
+{
+    Panel panel("unlocked", "[[failure]]\nfunction = \"GCWritePort\"\naddress = 0x50001008");
+    panel.expect("Lock", unlockedCamera, "Locking failed!", "unlocked own unlocked");
+    panel.expect("Change password", "(Lock)" + change.arg("", "", "") + noOk);
+    panel.expect("Cancel, Lock", lockedCamera, "!Successfully locked!",
+                 "unlocked own LOCK locked locked own");
+}
+
+void PasswordWidgetTest::changing()
+{
+    Panel panel("locked");
+    const QString fields = "(Unlock)" + change;
+    const QString filled = fields.arg("hunter22", "ocean55", "ocean55");
+    panel.expect("Change password", fields.arg("", "", "") + noOk, "", "locked own");
+    panel.expect("old=hunter22, new=ocean55, confirm=ocean55, Return", filled + ok);
+    panel.expect("old=", fields.arg("", "ocean55", "ocean55") + noOk);
+    panel.expect("old=hunter22, new=ocean5",
+                 fields.arg("hunter22", "ocean5", "ocean55<Passwords must match!>") + noOk);
+    panel.expect("Cancel, Change password", fields.arg("", "", "") + noOk, "", "locked own");
+    panel.expect("old=hunter22, new=ocean55, confirm=ocean55, OK", unlockedCamera, changed,
+                 "locked TRY:hunter22 " + setOcean + "own");
+    panel.expect("Lock, Unlock", entering + noOk, "!", "LOCK locked locked own");
+}
+
+// The lock of an open camera falls with the try, which the panel notices at its next reset only, and tells nobody.
+void PasswordWidgetTest::refusedChange()
+{
+    Panel panel("unlocked", "[[failure]]\nfunction = \"GCWritePort\"\naddress = 0x50002000\ncount = 0");
+    const QString fields = "(Lock)" + change;
+    const QString used = "ocean55<This password has been used before.>";
+    const QString notSet = "Could not set password.";
+    panel.expect("Change password, old=wrong, new=ocean55, confirm=ocean55, OK",
+                 fields.arg("wrong" + wrong, "ocean55", "ocean55") + noOk, refused,
+                 "unlocked own unlocked LOCK TRY:wrong locked locked");
+    panel.expect("old=ocean55, OK", fields.arg("ocean55", "ocean55", "ocean55") + ok,
+                 "Changing the password failed!");
+    panel.expect("old=hunter22, OK", fields.arg("hunter22", used, "ocean55") + noOk, notSet,
+                 "locked TRY:hunter22 unlocked unlocked unlocked LOCK TRY:ocean55 locked");
+    panel.expect("new=ocean56, confirm=ocean56", fields.arg("hunter22", "ocean56", "ocean56") + ok, notSet);
+    panel.expect("confirm=ocean55, new=ocean55", fields.arg("hunter22", used, "ocean55") + noOk, notSet);
+    panel.expect("Cancel", lockedCamera, "", "locked own");
+    panel.expect("Change password, old=hunter22, new=ocean55, confirm=ocean55",
+                 "(Unlock)" + change.arg("hunter22", "ocean55", "ocean55") + ok);
+}
+
+void PasswordWidgetTest::firstChange()
+{
+    const QString steps = "old=mapleoak, new=ocean55, confirm=ocean55, OK";
+    Panel("default", "password_state_value = 0")
+        .expect(steps, forced.arg("", "", "") + noOk, changed,
+                "locked default locked TRY:mapleoak " + setOcean + "default");
+    Panel panel("default");
+    panel.expect("", forced.arg("", "", "") + noOk, "", "locked default");
+    panel.expect("old=mapleoak, new=ocean55, Cancel", forced.arg("", "", "") + noOk, "", "locked default");
+    panel.expect(steps, unlockedCamera, changed, "locked TRY:mapleoak " + setOcean + "own");
+}
+
+// The OK button does not lead there.
+void PasswordWidgetTest::secondLineOfDefence()
+{
+    Panel panel("locked");
+    panel.take("Change password");
+    panel.takeTraffic();
+    const auto refuses = [&panel](const QString &steps, const QString &text) {
+        panel.take(steps);
+        panel.widget->onPasswordValidChanged(true);
+        QVERIFY(panel.view().endsWith(noOk));
+        QVERIFY(QMetaObject::invokeMethod(panel.widget, "onButtonOk"));
+        QCOMPARE(panel.status()->text(), text);
+        QCOMPARE(panel.takeTraffic(), QString());
+    };
+    refuses("old=ab", "You must enter a valid password!");
+    refuses("old=hunter22", "You must enter a valid new password!");
+    refuses("new=ocean55, confirm=ocean5", "New password and confirmation password must match!");
+}
+
+void PasswordWidgetTest::hiddenFieldsTakeNoKeys()
+{
+    Panel panel("locked");
+    QVERIFY(QTest::qWaitForWindowActive(panel.widget));
+    panel.take("Unlock");
+    QVERIFY(!qobject_cast<QLineEdit *>(QApplication::focusWidget()));
+    QTest::mouseClick(panel.field(0).edit, Qt::LeftButton);
+    panel.take("old=hunter22");
+    for (int time = 0; time < 2; ++time) {
+        QTest::keyClick(panel.widget->windowHandle(), Qt::Key_Return);
+        QCOMPARE(panel.status()->text(), QString("Successfully unlocked!"));
+    }
+    QTest::keyClick(panel.widget->windowHandle(), Qt::Key_X);
+    panel.take("Change password");
+    QCOMPARE(panel.view(), "(Lock)" + change.arg("", "", "") + noOk);
+}
+
+// The camera's going away is expected from then on. The wait cursor is taken back before the panel closes.
+void PasswordWidgetTest::factoryReset()
+{
+    Panel panel("locked");
+    const QString box = "Factory reset.|The camera must reboot. This can take a while...\n"
+                        "Attention! This also resets all other camera parameters.|2 400400|Cancel";
+    const auto press = [&panel] { panel.take("Factory reset"); };
+    QCOMPARE(boxesDuring(press, QMessageBox::Cancel), QStringList{box});
+    panel.expect("", lockedCamera, "", "locked own");
+
+    QGuiApplication::setOverrideCursor(Qt::CrossCursor);
+    QList<Qt::CursorShape> cursors;
+    connect(panel.widget, &PasswordWidget::closed,
+            [&] { cursors << QGuiApplication::overrideCursor()->shape(); });
+    QCOMPARE(boxesDuring(press), QStringList{box});
+    QGuiApplication::restoreOverrideCursor();
+    QCOMPARE(cursors, QList<Qt::CursorShape>{Qt::CrossCursor});
+    QCOMPARE(panel.takeTraffic(), QString("RESET"));
+    QVERIFY(panel.widget->isHidden());
+    QVERIFY(panel.backEnd->devices().empty());
+    QCOMPARE(boxesDuring([&] { panel.widget->onCurrentDeviceRemoved(); }), QStringList());
+    QCOMPARE(cursors.count(), 1);
+}
+
+// A closed panel is only hidden, and tells of a removal like the one that is shown.
+void PasswordWidgetTest::closingAndRemoval()
+{
+    Panel panel("locked");
+    const QSignalSpy closed(panel.widget, &PasswordWidget::closed);
+    QVERIFY(panel.widget->close());
+    QVERIFY(panel.widget->isHidden());
+    QCOMPARE(closed.count(), 1);
+
+    PasswordWidget newer(&panel.window, panel.backEnd);
+    const QSignalSpy newerClosed(&newer, &PasswordWidget::closed);
+    newer.show();
+    const QStringList boxes = boxesDuring([&] {
+        panel.widget->onCurrentDeviceRemoved();
+        newer.onCurrentDeviceRemoved();
+    });
+    const QString box = "The camera has been removed...||0 400|";
+    QCOMPARE(boxes, QStringList({box, box}));
+    QVERIFY(newer.isHidden());
+    QCOMPARE(closed.count(), 2);
+    QCOMPARE(newerClosed.count(), 1);
+}
+
+QTEST_MAIN(PasswordWidgetTest)
+#include "PasswordWidgetTest.moc"
