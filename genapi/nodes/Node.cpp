@@ -35,7 +35,9 @@ std::string Node::name() const
         return std::string{"EnumEntry_"} + element.parent().attribute("Name").value() + "_" + own;
     if (!own.empty())
         return own;
-    return std::string{element.parent().attribute("Name").value()} + "/" + element.name();
+    const pugi::xml_node parent = element.parent();
+    const std::string outer = parent.attribute("Name").value();
+    return (outer.empty() ? parent.name() : outer) + "/" + element.name();
 }
 
 bool Node::GetProperty(const gcstring &property, gcstring &value, gcstring &attribute) const

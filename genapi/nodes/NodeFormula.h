@@ -60,16 +60,4 @@ private:
     std::optional<Formula> formula;
 };
 
-/// Calls \p visit for each of \p elements that has a formula, and for formulas that stand inside registers.
-template <class Elements, class Visitor>
-void forEachFormulaNode(const Elements &elements, Visitor &&visit)
-{
-    for (const pugi::xml_node element : elements) {
-        if (element.child("Formula") || element.child("FormulaTo") || element.child("FormulaFrom"))
-            visit(element);
-        for (const pugi::xml_node inner : element.children("IntSwissKnife"))
-            visit(inner);
-    }
-}
-
 } // namespace GenApi_3_2_TVN

@@ -112,7 +112,7 @@ bool NodeMap::Connect(IPort *port, const gcstring &portName)
 bool NodeMap::ParseSwissKnifes(GenICam_3_2_TVN::gcstring_vector *errors)
 {
     bool areAllParsed = true;
-    forEachFormulaNode(description->nodes(), [&](pugi::xml_node element) {
+    for (const pugi::xml_node element : description->formulaNodes()) {
         try {
             NodeFormula::check(nodeOf(element));
         } catch (const GenericException &fault) {
@@ -120,7 +120,7 @@ bool NodeMap::ParseSwissKnifes(GenICam_3_2_TVN::gcstring_vector *errors)
             if (errors != nullptr)
                 errors->emplace_back(fault.GetDescription());
         }
-    });
+    }
     return areAllParsed;
 }
 

@@ -23,17 +23,9 @@ bool hasTag(pugi::xml_node element, const char *tag)
     return std::strcmp(element.name(), tag) == 0;
 }
 
+/// Visits the children of the root and of groups, in document order.
 template <class Visitor>
-void visitIfNamed(pugi::xml_node element, Visitor &visit)
-{
-    if (const pugi::xml_attribute name = element.attribute("Name"))
-        visit(element, name.value());
-}
-
-/// Visits every element that defines a named node, in document order: children of the root and of groups,
-/// and entries of a StructReg.
-template <class Visitor>
-void forEachNode(pugi::xml_node root, Visitor visit)
+void forEachElement(pugi::xml_node root, Visitor visit)
 {
     pugi::xml_node element = root.first_child();
     pugi::xml_node parent = root;
@@ -50,13 +42,31 @@ void forEachNode(pugi::xml_node root, Visitor visit)
             element = element.first_child();
             continue;
         }
-        visitIfNamed(element, visit);
-        if (hasTag(element, "StructReg")) {
-            for (const pugi::xml_node entry : element.children("StructEntry"))
-                visitIfNamed(entry, visit);
-        }
+        visit(element);
         element = element.next_sibling();
     }
+}
+
+/// A node without a name can't be referred to, so there is none.
+template <class Visitor>
+void visitIfNamed(pugi::xml_node element, Visitor &visit)
+{
+    const char *const name = element.attribute("Name").value();
+    if (*name != '\0')
+        visit(element, name);
+}
+
+/// Visits every element that defines a named node, entries of a StructReg among them, in document order.
+template <class Visitor>
+void forEachNode(pugi::xml_node root, Visitor visit)
+{
+    forEachElement(root, [&visit](pugi::xml_node element) {
+        visitIfNamed(element, visit);
+        if (!hasTag(element, "StructReg"))
+            return;
+        for (const pugi::xml_node entry : element.children("StructEntry"))
+            visitIfNamed(entry, visit);
+    });
 }
 
 std::string placeOf(std::string_view xml, std::ptrdiff_t offset)
@@ -127,7 +137,7 @@ void Description::buildInlineIndex() const
     const auto add = [this](pugi::xml_node element, const char *name) {
         inlineIndex.push_back({std::hash<std::string_view>{}(name), name, element});
     };
-    forEachNode(document.document_element(), [&add](pugi::xml_node element, const char *) {
+    forEachElement(document.document_element(), [&add](pugi::xml_node element) {
         for (const pugi::xml_node formula : element.children("IntSwissKnife"))
             visitIfNamed(formula, add);
     });
@@ -171,6 +181,20 @@ std::vector<pugi::xml_node> Description::nodes() const
     elements.reserve(index.size());
     forEachNode(document.document_element(),
                 [&elements](pugi::xml_node element, const char *) { elements.push_back(element); });
+    return elements;
+}
+
+std::vector<pugi::xml_node> Description::formulaNodes() const
+{
+    std::vector<pugi::xml_node> elements;
+    forEachElement(document.document_element(), [&elements](pugi::xml_node element) {
+        const bool hasFormula =
+            element.child("Formula") || element.child("FormulaTo") || element.child("FormulaFrom");
+        if (hasFormula && *element.attribute("Name").value() != '\0')
+            elements.push_back(element);
+        for (const pugi::xml_node formula : element.children("IntSwissKnife"))
+            elements.push_back(formula);
+    });
     return elements;
 }
 

@@ -39,6 +39,8 @@ public:
 
     /// The elements of all named nodes in document order, without the formulas that stand inside registers.
     std::vector<pugi::xml_node> nodes() const;
+    /// The elements of all nodes with formulas, those that stand inside registers among them.
+    std::vector<pugi::xml_node> formulaNodes() const;
     std::size_t nodeCount() const { return index.size(); }
 
 private:

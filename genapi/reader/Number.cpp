@@ -66,6 +66,8 @@ std::int64_t Number::floor() const
 
 std::string Number::text() const
 {
+    if (std::isnan(real()))
+        return "nan"; // whose sign means nothing
     std::array<char, 32> buffer;
     const auto write = [&buffer](auto number) {
         return std::to_chars(buffer.data(), buffer.data() + buffer.size(), number).ptr;

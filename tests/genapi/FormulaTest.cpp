@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
-// Integer formulas, asked through a node as descriptions use them: expression, variables and result, and for
-// the faulty ones the whole text.
+// Formulas, asked through a node as descriptions use them: expression, variables and result, by the rules of
+// integers and by those of floats, and for the faulty ones the whole text.
 #include "Camera.h"
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <limits>
 
 namespace {
@@ -98,6 +99,77 @@ INSTANTIATE_TEST_SUITE_P(
         FormulaRow{"whole_numbers_are_round", "TRUNC(A) + FLOOR(A) + CEIL(A) + ROUND(A) + ROUND(A, 2)", 35}),
     [](const auto &row) { return row.param.name; });
 
+/// As knife(), computed by the rules of floats. H is 0.5.
+std::string realKnife(const std::string &formula)
+{
+    std::string nodes = knife(formula, "<pVariable Name='H'>Half</pVariable>") +
+                        "<Float Name='Half'><Value>0.5</Value></Float>";
+    for (std::size_t place = nodes.find("IntSwiss"); place != std::string::npos;
+         place = nodes.find("IntSwiss"))
+        nodes.erase(place, 3);
+    return nodes;
+}
+
+struct RealRow
+{
+    const char *name;
+    std::string formula;
+    double result;
+};
+
+void PrintTo(const RealRow &row, std::ostream *out)
+{
+    *out << row.formula;
+}
+
+class RealFormula : public testing::TestWithParam<RealRow>
+{};
+
+TEST_P(RealFormula, Gives)
+{
+    const double result = Camera{realKnife(GetParam().formula)}.real("F")->GetValue();
+    if (std::isnan(GetParam().result))
+        EXPECT_TRUE(std::isnan(result)) << result;
+    else
+        EXPECT_DOUBLE_EQ(result, GetParam().result);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Rows, RealFormula,
+    testing::Values(
+        RealRow{"fractions", "A / 2 + H", 4}, RealRow{"hexadecimal", "0x10 / 32", 0.5},
+        RealRow{"exponent", "1.5E-1 + .5", 0.65}, RealRow{"past_64_bits", "18446744073709551616", 0x1p64},
+        RealRow{"range_suffixes", "R.Min / 4 + R.Max + R.Inc", 14.5},
+        RealRow{"negative_power", "2 ** -1", 0.5}, RealRow{"power_before_sign", "-2 ** 2", -4},
+        RealRow{"power_of_a_fraction", "(H ** H) ** 2", 0.5}, RealRow{"truth_of_a_fraction", "H && 0.25", 1},
+        RealRow{"negation_of_a_fraction", "!H", 0}, RealRow{"condition_of_a_fraction", "H ? 1.5 : 2.5", 1.5},
+        RealRow{"comparison", "(H < 0.75) + (H = 0.5) * 2 + (H <> 0.5) * 4", 3},
+        RealRow{"bits_of_the_integers", "(7.9 & 2.9) + (4.2 | 1) * 10 + (7 ^ 2.9) * 100", 552},
+        RealRow{"shifts_of_the_integers", "(1.9 << 3.9) + (-5.5 >> 1)", 5},
+        RealRow{"remainder_of_the_integers", "-7.9 % 4.9", -3}, RealRow{"complement", "~H", -1},
+        RealRow{"rounding", "FLOOR(-2.5) + CEIL(-2.5) * 10 + TRUNC(-2.5) * 100 + ROUND(-2.5) * 1000", -3223},
+        RealRow{"rounding_to_digits", "ROUND(3.14159, 2) + ROUND(2.5, 400)", 5.64},
+        RealRow{"signs", "SGN(-H) + ABS(-H) + NEG(H)", -1}, RealRow{"roots", "SQRT(6.25) + EXP(0)", 3.5},
+        RealRow{"logarithms", "LN(E ** 3) + LG(1000)", 6},
+        RealRow{"angles", "SIN(PI / 2) + COS(PI()) + TAN(0) + ASIN(1) * 2 / PI + ACOS(1) + ATAN(0)", 1},
+        RealRow{"division_by_zero", "-1 / Z", -std::numeric_limits<double>::infinity()},
+        RealRow{"no_number", "SQRT(-1)", std::nan("")}, RealRow{"overflow", "1e308 * 10 > 1e308", 1}),
+    [](const auto &row) { return row.param.name; });
+
+TEST(Formula, FaultsOfFloatsAreThoseOfTheirIntegers)
+{
+    const auto fault = [](const std::string &formula) {
+        Camera camera{realKnife(formula)};
+        return refusal([&] { camera.real("F")->GetValue(); });
+    };
+    EXPECT_EQ(fault("1 % 0.5"), "Node 'F': Formula: division by zero");
+    EXPECT_EQ(fault("1 << 64"), "Node 'F': Formula: shift by 64 bits");
+    EXPECT_EQ(fault("1e300 & 1"), "Node 'F': Formula: 1e+300 is no 64-bit integer");
+    EXPECT_EQ(fault("~(Z / Z)"), "Node 'F': Formula: nan is no 64-bit integer");
+    EXPECT_EQ(fault("ROUND(1.5, -1)"), "Node 'F': Formula: ROUND to -1 digits");
+    EXPECT_EQ(fault("H.Inc"), "Node 'F': Formula: 'Half' has no increment");
+}
+
 struct FaultRow
 {
     const char *name;
@@ -150,8 +222,7 @@ INSTANTIATE_TEST_SUITE_P(
         FaultRow{"zero_to_a_negative_power", "Z ** -1", "division by zero"},
         FaultRow{"shift_by_64", "1 << 64", "shift by 64 bits"},
         FaultRow{"shift_back", "1 >> B", "shift by -3 bits"},
-        FaultRow{"enumeration_entry", "A.Enum.On",
-                 "'IntA' is no enumeration, so it has no entry 'On'"},
+        FaultRow{"enumeration_entry", "A.Enum.On", "'IntA' is no enumeration, so it has no entry 'On'"},
         FaultRow{"deep_parentheses", repeated("(", 5000), "nested deeper than 128 at character 65"},
         FaultRow{"deep_signs", repeated("-", 5000) + "1", "nested deeper than 128 at character 128"},
         FaultRow{"a_megabyte", repeated("1+", 500'000) + "1",

@@ -71,11 +71,12 @@ TEST(Node, NamedFormulasInsideARegisterAreFoundByName)
 
 TEST(Node, GroupsAreTransparentAndEntriesAreFoundByTheirEnumeration)
 {
-    Camera camera{
-        "<Group Comment='outer'><Group><Group/>" + constant("Deep", "3") + "</Group>" + constant("After", "4") +
-        "</Group><Enumeration Name='Pixel_Format'><EnumEntry Name='Mono_8'><Value>1</Value></EnumEntry><Value>1</Value>"
-        "</Enumeration><Category Name='Root'><pFeature>After</pFeature><pFeature>Gone</pFeature>"
-        "<pFeature>Deep</pFeature></Category>"};
+    Camera camera{"<Group Comment='outer'><Group><Group/>" + constant("Deep", "3") + "</Group>" +
+                  constant("After", "4") +
+                  "</Group><Enumeration Name='Pixel_Format'><EnumEntry "
+                  "Name='Mono_8'><Value>1</Value></EnumEntry><Value>1</Value>"
+                  "</Enumeration><Category Name='Root'><pFeature>After</pFeature><pFeature>Gone</pFeature>"
+                  "<pFeature>Deep</pFeature></Category>"};
     EXPECT_EQ(camera.value("Deep") * 10 + camera.value("After"), 34);
     ASSERT_NE(camera.node("EnumEntry_Pixel_Format_Mono_8"), nullptr);
     EXPECT_STREQ(camera.node("EnumEntry_Pixel_Format_Mono_8")->GetName().c_str(),
@@ -101,7 +102,8 @@ TEST(Node, PropertiesAreWhatTheDescriptionSays)
         "<Integer Name='Gain'><ToolTip> How <!-- much --> bright </ToolTip><Value>1</Value>"
         "<pSelected>A</pSelected><pSelected>B</pSelected></Integer>"
         "<IntSwissKnife Name='K'><pVariable Name='V'>Gain</pVariable><Formula>V</Formula></IntSwissKnife>"
-        "<Enumeration Name='Mode'><EnumEntry Name='On'><Value>1</Value></EnumEntry><Value>1</Value></Enumeration>"};
+        "<Enumeration Name='Mode'><EnumEntry "
+        "Name='On'><Value>1</Value></EnumEntry><Value>1</Value></Enumeration>"};
     GenICam_3_2_TVN::gcstring value;
     GenICam_3_2_TVN::gcstring attribute{"as before"};
     const auto property = [&](const char *node, const char *name) {
@@ -169,6 +171,35 @@ TEST(Node, ConditionsAreReadFromNodesOfEveryKind)
     EXPECT_EQ(refusal([&] { camera.command("Go")->Execute(); }), "Node 'Go': can only be read");
     camera.boolean("Flag")->SetValue(true);
     EXPECT_EQ(camera.value("Raw"), 5);
+}
+
+TEST(Node, LocksAreNodesOfEveryKind)
+{
+    const std::string variable = "<pVariable Name='V'>One</pVariable>";
+    const std::string quarter =
+        "<FormulaTo>FROM</FormulaTo><FormulaFrom>TO / 4</FormulaFrom><pValue>One</pValue>";
+    const std::pair<const char *, std::string> locks[] = {
+        {"Integer", "<pValue>One</pValue>"},
+        {"Float", "<pValue>Quarter</pValue>"},
+        {"FloatReg", at(0, 4)},
+        {"IntReg", at(0, 4)},
+        {"MaskedIntReg", at(0, 4, "<LSB>8</LSB><MSB>31</MSB>")},
+        {"SwissKnife", variable + "<Formula>V / 4</Formula>"},
+        {"IntSwissKnife", variable + "<Formula>-V</Formula>"},
+        {"Converter", quarter},
+        {"IntConverter", "<FormulaTo>FROM</FormulaTo><FormulaFrom>TO * 2</FormulaFrom><pValue>One</pValue>"},
+        {"Boolean", "<pValue>One</pValue>"},
+        {"Enumeration", "<EnumEntry Name='A'><Value>1</Value></EnumEntry><pValue>One</pValue>"}};
+    for (const auto &[kind, children] : locks) {
+        Camera camera{constant("One", "1") + "<Converter Name='Quarter'>" + quarter + "</Converter><" + kind +
+                      " Name='Lock'>" + children + "</" + kind +
+                      "><Float Name='Gain'><pIsLocked>Lock</pIsLocked><Value>1</Value></Float>"};
+        camera.port.set(0, {0, 0, 0, 0x3f});
+        EXPECT_EQ(camera.node("Gain")->GetAccessMode(), RO) << kind;
+        camera.port.set(3, {0});
+        camera.integer("One")->SetValue(0);
+        EXPECT_EQ(camera.node("Gain")->GetAccessMode(), RW) << kind;
+    }
 }
 
 TEST(Node, BooleansCommandsAndStringsReachTheirInnerNodes)

@@ -1,0 +1,149 @@
+// SPDX-License-Identifier: MIT
+// What registers of all kinds share beyond their value: raw bytes, structures, swapped ports, and when a cached
+// value ends by itself.
+#include "Camera.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+
+using namespace GenApi_3_2_TVN;
+using testing::ElementsAre;
+
+namespace {
+
+std::string reg(const std::string &name, int address, const std::string &more = "")
+{
+    return "<IntReg Name='" + name + "'>" + at(static_cast<std::uint64_t>(address), 1, more) + "</IntReg>";
+}
+
+TEST(Register, GivesAndTakesItsBytes)
+{
+    Camera camera{constant("Size", "3") +
+                  "<Register Name='Table'><Address>0x8000000000000000</Address>"
+                  "<pLength>Size</pLength><AccessMode>RW</AccessMode>"
+                  "<pPort>Device</pPort></Register>" +
+                  "<StringReg Name='Text'>" + at(16, 4) + "</StringReg>"};
+    const CRegisterPtr table = camera.registerOf("Table");
+    EXPECT_EQ(table->GetLength(), 3);
+    EXPECT_EQ(static_cast<std::uint64_t>(table->GetAddress()), 0x8000000000000000U);
+    const std::array<std::uint8_t, 4> written{1, 2, 3, 4};
+    table->Set(written.data(), 3);
+    EXPECT_THAT(camera.port.get(0x8000000000000000U, 4), ElementsAre(1, 2, 3, 0));
+    std::array<std::uint8_t, 4> bytes{};
+    table->Get(bytes.data(), 3);
+    EXPECT_THAT(bytes, ElementsAre(1, 2, 3, 0));
+    for (const std::int64_t length : {std::int64_t{-1}, std::int64_t{0}, std::int64_t{2}, std::int64_t{4}}) {
+        const std::string text = "Node 'Table': " + std::to_string(length) + " bytes for a register of 3";
+        EXPECT_EQ(refusal([&] { table->Set(written.data(), length); }), text);
+        EXPECT_EQ(refusal([&] { table->Get(bytes.data(), length); }), text);
+    }
+    camera.port.set(16, {'a', 0, 'b', 'c'});
+    camera.registerOf("Text")->Get(bytes.data(), 4);
+    EXPECT_THAT(bytes, ElementsAre('a', 0, 'b', 'c')) << "every kind that lies in a register has its bytes";
+    EXPECT_EQ(refusal([&] { camera.registerOf("Text")->Set(bytes.data(), 4); }),
+              "Node 'Text': can only be read");
+}
+
+TEST(Register, EntriesOfAStructureAreFieldsOfOneRegister)
+{
+    Camera camera{constant("Where", "8") + constant("IsThere", "1") +
+                  "<StructReg Comment='no name'><pAddress>Where</pAddress>"
+                  "<IntSwissKnife Name='Offset'><Formula>8</Formula></IntSwissKnife><Length>2</Length>"
+                  "<AccessMode>RW</AccessMode><Endianess>BigEndian</Endianess><Cachable>NoCache</Cachable>"
+                  "<pIsAvailable>IsThere</pIsAvailable><pPort>Device</pPort>"
+                  "<StructEntry Name='Top'><Bit>0</Bit></StructEntry>"
+                  "<StructEntry Name='Low'><LSB>15</LSB><MSB>12</MSB><Sign>Signed</Sign></StructEntry>"
+                  "<StructEntry Name='Fixed'><LSB>11</LSB><MSB>8</MSB><AccessMode>RO</AccessMode>"
+                  "<Cachable>WriteThrough</Cachable></StructEntry></StructReg>"};
+    camera.port.set(16, {0x80, 0x5f});
+    EXPECT_EQ(camera.value("Top"), 1);
+    EXPECT_EQ(camera.value("Low"), -1);
+    EXPECT_EQ(camera.value("Fixed"), 5);
+    EXPECT_EQ(camera.value("Offset"), 8) << "its formula is found by name";
+    camera.integer("Low")->SetValue(-8);
+    EXPECT_THAT(camera.port.get(16, 2), ElementsAre(0x80, 0x58));
+    EXPECT_EQ(camera.node("Fixed")->GetAccessMode(), RO);
+    camera.port.set(16, {0, 0x60});
+    camera.value("Fixed");
+    camera.port.set(16, {0, 0x70});
+    EXPECT_EQ(camera.value("Fixed"), 6) << "cached, as it says";
+    EXPECT_EQ(camera.value("Top"), 0) << "not cached, as the structure says";
+    camera.integer("IsThere")->SetValue(0);
+    EXPECT_EQ(camera.node("Top")->GetAccessMode(), NA);
+}
+
+TEST(Register, APortThatSwapsBytesChangesTheOrderAndNotTheBits)
+{
+    const std::string place = "<Address>0</Address><Length>4</Length><AccessMode>RW</AccessMode>"
+                              "<pPort>Turned</pPort>";
+    Camera camera{"<Port Name='Turned'><SwapEndianess>Yes</SwapEndianess></Port><IntReg Name='Whole'>" +
+                  place + "</IntReg><MaskedIntReg Name='Field'>" + place +
+                  "<LSB>0</LSB><MSB>7</MSB></MaskedIntReg>"
+                  "<FloatReg Name='Real'>" +
+                  place + "</FloatReg>"};
+    camera.nodeMap._Connect(&camera.port, "Turned");
+    camera.port.set(0, {0x3f, 0x80, 0, 1});
+    EXPECT_EQ(camera.value("Whole"), 0x3f800001);
+    EXPECT_EQ(camera.value("Field"), 1);
+    EXPECT_EQ(camera.real("Real")->GetValue(), 0x1.000002p0);
+    camera.integer("Field")->SetValue(2);
+    EXPECT_THAT(camera.port.get(0, 4), ElementsAre(0x3f, 0x80, 0, 2));
+}
+
+TEST(Cache, EndsWhenAReadFindsAnInvalidatorChanged)
+{
+    Camera camera{reg("Live", 0, "<Cachable>NoCache</Cachable>") + reg("Kept", 1) +
+                  reg("Dependent", 1, "<pInvalidator>Live</pInvalidator>")};
+    EXPECT_EQ(camera.value("Live") + camera.value("Kept") + camera.value("Dependent"), 0);
+    camera.port.set(1, {5});
+    camera.value("Live");
+    EXPECT_EQ(camera.value("Dependent"), 0) << "nothing has changed";
+    camera.port.set(0, {1});
+    camera.value("Live");
+    EXPECT_EQ(camera.value("Dependent"), 5);
+    EXPECT_EQ(camera.value("Kept"), 0);
+}
+
+TEST(Cache, OutlivesItsTimeWhilePollingIsBlocked)
+{
+    Camera camera{constant("Busy", "1") +
+                  reg("Slow", 0, "<PollingTime>10</PollingTime><pBlockPolling>Busy</pBlockPolling>")};
+    camera.value("Slow");
+    camera.port.set(0, {5});
+    camera.nodeMap._Poll(10);
+    EXPECT_EQ(camera.value("Slow"), 0);
+    camera.integer("Busy")->SetValue(0);
+    EXPECT_EQ(camera.value("Slow"), 5);
+}
+
+TEST(Indexed, ValuesAreThoseOfTheirIndex)
+{
+    Camera camera{
+        constant("Selector", "1") + reg("Raw", 0, readWrite) +
+        "<Integer Name='Gain'><pIndex>Selector</pIndex><ValueIndexed Index='1'>10</ValueIndexed>"
+        "<pValueIndexed Index='0x2'>Raw</pValueIndexed><ValueIndexed Index='1'>11</ValueIndexed>"
+        "<ValueDefault>-1</ValueDefault></Integer>"
+        "<Float Name='Level'><pIndex>Selector</pIndex><ValueIndexed Index='1'>0.5</ValueIndexed>"
+        "<pValueDefault>Raw</pValueDefault></Float>"
+        "<Float Name='Bare'><pIndex>Selector</pIndex><ValueIndexed Index='1'>0.5</ValueIndexed></Float>"};
+    const auto select = [&](std::int64_t index) { camera.integer("Selector")->SetValue(index); };
+    EXPECT_EQ(camera.value("Gain"), 10) << "of two for one index the first";
+    EXPECT_EQ(camera.real("Level")->GetValue(), 0.5);
+    camera.integer("Gain")->SetValue(12);
+    EXPECT_EQ(camera.integer("Gain")->GetMax(), std::numeric_limits<std::int64_t>::max());
+    select(2);
+    camera.integer("Gain")->SetValue(7);
+    EXPECT_THAT(camera.port.get(0, 1), ElementsAre(7));
+    EXPECT_EQ(camera.real("Level")->GetValue(), 7);
+    EXPECT_EQ(camera.integer("Gain")->GetMax(), 255) << "of the node behind the index";
+    select(3);
+    EXPECT_EQ(camera.value("Gain"), -1);
+    EXPECT_EQ(refusal([&] { camera.real("Bare")->GetValue(); }),
+              "Node 'Bare': pIndex is 3, for which it has no value");
+    select(1);
+    EXPECT_EQ(camera.value("Gain"), 12) << "each keeps its own";
+}
+
+} // namespace
