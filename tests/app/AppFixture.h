@@ -19,6 +19,21 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <utility>
+#include <vector>
+
+/// The rows of a test, each a name and then the texts of the \p columns.
+inline void addRows(const std::vector<const char *> &columns,
+                    const std::vector<std::vector<const char *>> &rows)
+{
+    for (const char *column : columns)
+        QTest::addColumn<QString>(column);
+    for (const auto &row : rows) {
+        QTestData &data = QTest::newRow(row.front());
+        for (std::size_t place = 1; place < row.size(); ++place)
+            data << QString(row[place]);
+    }
+}
 
 /// A configuration of cameras: "A B,lock=none / C" has A and B on one interface, and C on a second one.
 inline std::string cameras(const QString &plan)
@@ -75,8 +90,8 @@ public:
         QObject::disconnect(connection);
     }
 
-    /// What the model has emitted since the last call.
-    QStringList takeEmitted() { return std::exchange(emitted, {}); }
+    /// What the model has emitted since the last call: "dataChanged 0..1, selectedChanged 0 from -".
+    QString takeEmitted() { return std::exchange(emitted, {}).join(", "); }
 
     QModelIndex row(int position) const { return model->index(position, 0); }
     QVariant value(int position, int role) const { return row(position).data(role); }
@@ -102,25 +117,24 @@ protected:
         timer = model->findChild<QTimer *>();
         timer->stop();
         const auto place = [](const QModelIndex &index) {
-            return index.isValid() ? QString::number(index.row()) : QString("none");
+            return index.isValid() ? QString::number(index.row()) : QString("-");
         };
-        QObject::connect(
-            model, &DeviceItemModel::dataChanged, &listener,
-            [=, this](const QModelIndex &first, const QModelIndex &last, const QVector<int> &roles) {
-                QString text = "dataChanged " + place(first) + " to " + place(last);
-                for (const int role : roles)
-                    text += QString(" role %1").arg(role);
-                emitted << text;
-            });
-        QObject::connect(model, &DeviceItemModel::selectedChanged, &listener,
-                         [=, this](const QModelIndex &current, const QModelIndex &previous) {
-                             emitted << "selectedChanged " + place(current) + " from " + place(previous);
-                         });
-        QObject::connect(model, &DeviceItemModel::currentLockChanged, &listener, [this](bool lock) {
-            emitted << (lock ? "currentLockChanged true" : "currentLockChanged false");
+        const auto listen = [this](auto signal, auto text) {
+            QObject::connect(model, signal, &listener,
+                             [=, this](const auto &...values) { emitted << text(values...); });
+        };
+        listen(&DeviceItemModel::dataChanged, [place](auto &first, auto &last, const QVector<int> &roles) {
+            QString text = QString("dataChanged %1..%2").arg(place(first), place(last));
+            for (const int role : roles)
+                text += QString(" role %1").arg(role);
+            return text;
         });
-        QObject::connect(model, &DeviceItemModel::currentDeviceRemoved, &listener,
-                         [this] { emitted << "currentDeviceRemoved"; });
+        listen(&DeviceItemModel::selectedChanged, [place](auto &current, auto &previous) {
+            return QString("selectedChanged %1 from %2").arg(place(current), place(previous));
+        });
+        listen(&DeviceItemModel::currentLockChanged,
+               [](bool lock) { return QString("currentLockChanged %1").arg(lock); });
+        listen(&DeviceItemModel::currentDeviceRemoved, [] { return QString("currentDeviceRemoved"); });
     }
 
 private:
