@@ -87,8 +87,9 @@ void PasswordWidget::layOut()
 {
     buttonRow = new QWidget(this);
     auto *buttons = new QHBoxLayout(buttonRow);
-    for (QPushButton *button : {lockButton, changeButton, resetButton})
-        buttons->addWidget(button);
+    buttons->addWidget(lockButton);
+    buttons->addWidget(changeButton);
+    buttons->addWidget(resetButton);
 
     auto *input = new QVBoxLayout(inputBox);
     input->setSpacing(16);
