@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+// Generated cameras of fixed seeds: the node map and the oracle agree on every answer.
+#include "Comparison.h"
+#include "DescriptionGenerator.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr std::uint64_t descriptionsPerShare = 60;
+constexpr int nodesPerDescription = 100;
+constexpr std::size_t valuesPerShare = 6000;
+
+/// Shares of the seeds, so that several processes can work at them.
+class Generated : public testing::TestWithParam<std::uint64_t>
+{};
+
+TEST_P(Generated, CamerasReadAndWriteAsTheOracleSays)
+{
+    Comparison comparison;
+    const std::uint64_t first = GetParam() * descriptionsPerShare;
+    for (std::uint64_t seed = first; seed < first + descriptionsPerShare; ++seed)
+        comparison.compare("seed " + std::to_string(seed),
+                           DescriptionGenerator{seed}.generate(nodesPerDescription));
+    std::cout << comparison.summary() << std::endl;
+    EXPECT_EQ(comparison.differences(), std::vector<std::string>{});
+    EXPECT_GE(comparison.values(), valuesPerShare);
+    EXPECT_EQ(comparison.crashes(), 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Share, Generated, testing::Range<std::uint64_t>(0, 4));
+
+} // namespace
