@@ -40,9 +40,11 @@ void EnumerationNode::GetSymbolics(StringList_t &symbolics)
     NodeList_t nodes;
     GetEntries(nodes);
     symbolics.clear();
-    for (const INode *const node : nodes) {
-        if (isReadable(node->GetAccessMode()))
-            symbolics.push_back(dynamic_cast<const EnumEntryNode *>(node)->GetSymbolic());
+    const Trail::Step step{map().trail(), *this, Aspect::Entry, ""};
+    for (INode *const node : nodes) {
+        const auto &entry = dynamic_cast<EnumEntryNode &>(*node);
+        if (isReadable(accessOf(entry)))
+            symbolics.push_back(entry.GetSymbolic());
     }
 }
 
@@ -68,7 +70,7 @@ void EnumerationNode::requireEntry(std::int64_t wanted)
     const EnumEntryNode *const entry = entryOf(wanted);
     if (entry == nullptr)
         fail<OutOfRangeException>(std::to_string(wanted) + " is the value of no entry");
-    const EAccessMode mode = entry->GetAccessMode();
+    const EAccessMode mode = accessOf(*entry);
     if (!isReadable(mode))
         fail<AccessException>("its entry '" + entry->symbolic() + "' is not " +
                               (mode == NI ? "implemented" : "available at present"));
@@ -109,14 +111,22 @@ EnumEntryNode &EnumerationNode::nodeAt(std::size_t place)
     return dynamic_cast<EnumEntryNode &>(map().nodeOf(entries.all()[place].element));
 }
 
+EAccessMode EnumerationNode::accessOf(const EnumEntryNode &entry)
+{
+    return entry.accessMode("EnumEntry", {});
+}
+
 /// Cameras list one value several times, of which one entry is available in each of their modes.
 EnumEntryNode *EnumerationNode::entryOf(std::int64_t wanted)
 {
     const std::span<const std::size_t> places = entries.withValue(wanted);
     if (places.empty())
         return nullptr;
+    if (places.size() == 1)
+        return &nodeAt(places.front());
+    const Trail::Step step{map().trail(), *this, Aspect::Entry, "EnumEntry"};
     const auto available = std::ranges::find_if(
-        places, [this](std::size_t place) { return isReadable(nodeAt(place).GetAccessMode()); });
+        places, [this](std::size_t place) { return isReadable(accessOf(nodeAt(place))); });
     return &nodeAt(available != places.end() ? *available : places.front());
 }
 

@@ -45,6 +45,7 @@ protected:
 private:
     EnumEntryNode *nodeOf(EntryList::Found found);
     EnumEntryNode &nodeAt(std::size_t place);
+    static EAccessMode accessOf(const EnumEntryNode &entry);
     EnumEntryNode *entryOf(std::int64_t value);
     void requireEntry(std::int64_t value);
 

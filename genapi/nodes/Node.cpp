@@ -104,7 +104,7 @@ std::optional<Number> Node::increment(const char *by)
 
 std::string Node::text(const char *by, Reading reading)
 {
-    const Trail::Step step{nodeMap.trail(), *this, Aspect::Value, by};
+    const Trail::Step step{nodeMap.trail(), *this, Aspect::Text, by};
     return readText(reading);
 }
 

@@ -20,7 +20,9 @@ enum class Aspect : std::uint8_t
     Min = 4,
     Max = 8,
     Inc = 16,
-    Access = 32
+    Access = 32,
+    Text = 64,
+    Entry = 128 ///< which entry of an enumeration is available
 };
 
 class Trail

@@ -20,8 +20,8 @@ inline constexpr std::size_t chainLength = 100;
 
 /// Work for one call from outside, in instructions of formulas and as much for each node that is visited, so that
 /// chains which fork do not grow into years.
-inline constexpr std::size_t stepsPerCall = 1'000'000;
-inline constexpr std::size_t stepsPerNode = 100;
+inline constexpr std::size_t stepsPerCall = 500'000;
+inline constexpr std::size_t stepsPerNode = 50;
 
 /// Bytes of one register.
 inline constexpr std::int64_t registerLength = std::int64_t{16} << 20;

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 #include <zip.h>
 
+#include <array>
 #include <memory>
 #include <optional>
 #include <thread>
@@ -16,6 +17,12 @@ using namespace GenApi_3_2_TVN;
 namespace {
 
 const std::string sound = description("<Integer Name='Gain'><Value>7</Value></Integer>");
+
+/// A description whose "Gain" has these children.
+std::string body(const std::string &children)
+{
+    return "<RegisterDescription><Integer Name='Gain'>" + children + "</Integer></RegisterDescription>";
+}
 
 /// What loading gives: the text of the refusal, or the value of "Gain".
 std::string loaded(const std::string &bytes, EContentType_t contentType)
@@ -42,7 +49,7 @@ std::string loadedZip(const std::string &bytes)
     return loaded(bytes, ContentType_ZippedXml);
 }
 
-/// An archive in memory with these files.
+/// An archive in memory with these files, each with an extra field that nobody knows.
 std::string zipped(const std::vector<std::pair<std::string, std::string>> &files,
                    const char *password = nullptr)
 {
@@ -56,10 +63,13 @@ std::string zipped(const std::vector<std::pair<std::string, std::string>> &files
             zip_dir_add(archive, name.c_str(), 0);
             continue;
         }
-        const zip_int64_t index = zip_file_add(
-            archive, name.c_str(), zip_source_buffer(archive, content.data(), content.size(), 0), 0);
+        const auto index = static_cast<zip_uint64_t>(zip_file_add(
+            archive, name.c_str(), zip_source_buffer(archive, content.data(), content.size(), 0), 0));
+        const std::array<zip_uint8_t, 3> odd{1, 2, 3};
+        zip_file_extra_field_set(archive, index, 0x4242, 0, odd.data(), odd.size(),
+                                 ZIP_FL_LOCAL | ZIP_FL_CENTRAL);
         if (password != nullptr)
-            zip_file_set_encryption(archive, static_cast<zip_uint64_t>(index), ZIP_EM_AES_256, password);
+            zip_file_set_encryption(archive, index, ZIP_EM_AES_256, password);
     }
     EXPECT_EQ(zip_close(archive), 0) << zip_strerror(archive);
 
@@ -88,6 +98,10 @@ TEST(Description, AcceptsWhatTheFieldCarries)
         wide += {byte, '\0'};
     EXPECT_EQ(loadedPlain(wide), "7") << "UTF-16, whose last byte is a zero of its own";
     EXPECT_EQ(loadedPlain(wide + std::string(7, '\0')), "7");
+    EXPECT_EQ(loadedPlain("<?xml version='1.0' encoding='iso-8859-1'?>" + sound.substr(begin) + "\xe4"), "7");
+    EXPECT_EQ(loadedPlain(sound + std::string(100, '\xff')), "7") << "padding of flash memory";
+    EXPECT_EQ(loadedPlain(body("<Value><!-- old: 6 --><![CDATA[7]]></Value>")), "7");
+    EXPECT_EQ(loadedPlain(body("<Value>&#x37;</Value>")), "7");
 }
 
 TEST(Description, RefusesWhatIsNone)
@@ -105,6 +119,22 @@ TEST(Description, RefusesWhatIsNone)
                           description("<Integer Name='Gain'><Value>&b;</Value></Integer>").substr(39)),
               "Node 'Gain': Value: '&b;' is not a 64-bit integer")
         << "entities are never expanded";
+    EXPECT_EQ(
+        loadedPlain("<!DOCTYPE r [<!ENTITY x SYSTEM 'file:///etc/passwd'>]>" + body("<Value>&x;</Value>")),
+        "Node 'Gain': Value: '&x;' is not a 64-bit integer")
+        << "nor fetched";
+    EXPECT_EQ(loadedPlain(body("<Value>7&#x7;&#x110000;</Value>")).substr(0, 23), "Node 'Gain': Value: '7?")
+        << "characters that are none";
+    const std::pair<const char *, const char *> unterminated[] = {
+        {"<RegisterDescription><Integer Name='Gain>", "Error parsing element attribute (line 1, byte 36)"},
+        {"<RegisterDescription><!-- ", "Error parsing comment (line 1, byte 25)"},
+        {"<RegisterDescription><![CDATA[", "Error parsing CDATA section (line 1, byte 29)"},
+        {"<!DOCTYPE r [<!ENTITY", "Error parsing document type declaration (line 1, byte 20)"},
+        {"<RegisterDescription/><", "Could not determine tag type (line 1, byte 22)"},
+        {"\xef\xbb\xbf", "No document element found (line 1, byte 3)"},
+        {"\x4c\x6f\xa7\x94", "No document element found (line 1, byte 4)"}};
+    for (const auto &[text, fault] : unterminated)
+        EXPECT_EQ(loadedPlain(text), std::string{"The description is no XML: "} + fault);
     EXPECT_EQ(loadedPlain(std::string((32U << 20) + 1, ' ')), "The description is larger than 32 MiB");
     EXPECT_EQ(refusal([] { CNodeMapFactory{ContentType_Xml, nullptr, 100}; }), "The description is empty");
     EXPECT_EQ(refusal([] {
@@ -124,6 +154,21 @@ TEST(Description, DeepNestingNeedsNoStack)
     for (int level = 0; level < depth; ++level)
         nested += "</Group>";
     EXPECT_EQ(loadedPlain(nested + "</RegisterDescription>"), "7");
+}
+
+TEST(Description, HoldsAMillionNodes)
+{
+    std::string text = "<RegisterDescription><Integer Name='Gain'><Value>7</Value></Integer><Integer/>"
+                       "<Integer Name=''><Value>1</Value></Integer>";
+    for (int number = 0; number < 1'000'000; ++number)
+        text += "<Node Name='" + std::to_string(number) + "'/>";
+    text += "</RegisterDescription>";
+    CNodeMapRef nodeMap;
+    nodeMap._LoadXMLFromString({text.data(), text.size()});
+    EXPECT_EQ(CIntegerPtr(nodeMap._GetNode("Gain"))->GetValue(), 7);
+    EXPECT_EQ(nodeMap._GetNumNodes(), 1'000'001U) << "those without a name are none";
+    EXPECT_EQ(nodeMap._GetNode(""), nullptr);
+    EXPECT_STREQ(nodeMap._GetNode("999999")->GetName().c_str(), "999999");
 }
 
 TEST(Archive, HoldsOneDescription)
@@ -169,6 +214,30 @@ TEST(Archive, BombsAreNotUnpacked)
     EXPECT_EQ(loadedZip(bomb), "The zipped description unpacks to more than 32 MiB");
 }
 
+/// What an archive states of a file is not believed: neither does a size of gigabytes take memory, nor does an extra
+/// field that passes the end lead a reader there.
+TEST(Archive, SizesThatLieAreFound)
+{
+    const std::string archive = zipped({{"camera.xml", sound}});
+    const auto changed = [&](const char *signature, std::size_t offset, std::string_view bytes) {
+        std::string lying = archive;
+        lying.replace(archive.find(signature) + offset, bytes.size(), bytes);
+        return loadedZip(lying);
+    };
+    const std::string_view central = "PK\x01\x02";
+    EXPECT_EQ(changed(central.data(), 24, "\xfe\xff\xff\xff"), "7") << "unpacked size";
+    EXPECT_EQ(changed(central.data(), 20, "\xfe\xff\xff\xff"), "7") << "packed size";
+    EXPECT_EQ(changed("BB\x03", 2, "\xff\xff"), "7") << "length of the extra field";
+    EXPECT_EQ(changed(central.data(), 30, "\xff\xff"),
+              "The zipped description can't be opened: Zip archive inconsistent")
+        << "length of all extra fields";
+    EXPECT_EQ(changed(central.data(), 16, "\x01\x02\x03\x04"),
+              "The zipped description can't be unpacked: CRC error");
+    EXPECT_EQ(changed(central.data(), 42, "\xff\xff\xff\x7f"),
+              "The zipped description can't be unpacked: Invalid argument")
+        << "place of the file";
+}
+
 TEST(Archive, NoCutOrChangedByteBreaksTheReader)
 {
     const std::string archive = zipped({{"camera.xml", sound}});
@@ -201,6 +270,25 @@ TEST(Sharing, EqualBytesAreParsedOnceAndLetGoWithTheirLastUser)
         EXPECT_FALSE(watched.expired()) << "the node map holds it";
     }
     EXPECT_TRUE(watched.expired());
+}
+
+/// A name that the index lacks makes the description look for formulas inside registers, once.
+TEST(Sharing, NodeMapsOnSeveralThreadsReadOneDescription)
+{
+    const std::string text =
+        description("<Integer Name='Gain'><pValue>Where</pValue></Integer><IntReg Name='R'>"
+                    "<IntSwissKnife Name='Where'><Formula>7</Formula></IntSwissKnife></IntReg>");
+    std::vector<std::string> outcomes(8);
+    std::vector<std::thread> threads;
+    for (std::string &outcome : outcomes)
+        threads.emplace_back([&] {
+            for (int time = 0; time < 20; ++time)
+                outcome = loadedPlain(text);
+        });
+    for (std::thread &thread : threads)
+        thread.join();
+    for (const std::string &outcome : outcomes)
+        EXPECT_EQ(outcome, "7");
 }
 
 TEST(Sharing, LoadsOnSeveralThreadsGetOneDescription)
