@@ -162,7 +162,7 @@ class MessageBoxes : public QObject
 public:
     MessageBoxes() { startTimer(20); }
 
-    /// Their texts; one that has more than a text and the default button is marked.
+    /// Their texts. For a box that has more than a text and the default button: title, and class of the parent.
     QStringList taken() { return std::exchange(texts, {}); }
 
 protected:
@@ -174,7 +174,8 @@ protected:
         const bool isPlain = box->windowTitle().isEmpty() && box->icon() == QMessageBox::NoIcon &&
                              box->informativeText().isEmpty() && !box->parent() &&
                              box->standardButtons() == QMessageBox::Ok;
-        texts << (isPlain ? box->text() : "more than a text: " + box->windowTitle() + box->text());
+        const char *const owner = box->parent() ? box->parent()->metaObject()->className() : "nobody";
+        texts << (isPlain ? box->text() : box->windowTitle() + " of " + owner);
         QTest::mouseClick(box->buttons().first(), Qt::LeftButton);
     }
 

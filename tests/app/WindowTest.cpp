@@ -1,0 +1,304 @@
+// SPDX-License-Identifier: MIT
+// The window on real widgets: what it is made of, how its list follows the cameras and the user, and the way from a row
+// to the panel.
+#include "AppFixture.h"
+#include "DeviceItemDelegate.h"
+#include "DeviceListView.h"
+#include "MainWindow.h"
+#include "PasswordWidget.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QVBoxLayout>
+
+class WindowTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void parts();
+    void aboutQt();
+    void dormantMembers();
+    void newCurrentRow();
+    void overtakenAnnouncement();
+    void rowsComeAndGo();
+    void unlocking();
+    void cameraWithoutALock();
+    void panelsPileUp();
+    void returnOnAGoneRow_data();
+    void returnOnAGoneRow();
+};
+
+namespace {
+
+struct WindowList : CameraList
+{
+    explicit WindowList(const QString &plan) : CameraList(cameras(plan))
+    {
+        follow(window.findChild<DeviceItemModel *>());
+        window.show();
+        pass();
+        takeEmitted();
+    }
+
+    QList<PasswordWidget *> panels() const { return window.findChildren<PasswordWidget *>(); }
+    QRect place(int position) const { return view.visualRect(row(position)); }
+    void doubleClick(int position) const
+    {
+        QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, place(position).center());
+        QTest::mouseDClick(view.viewport(), Qt::LeftButton, {}, place(position).center());
+    }
+
+    MainWindow window;
+    DeviceListView &view = *window.findChild<DeviceListView *>();
+    MessageBoxes boxes;
+};
+
+QPushButton *button(const QWidget *panel, const QString &text)
+{
+    for (auto *candidate : panel->findChildren<QPushButton *>()) {
+        if (candidate->text() == text)
+            return candidate;
+    }
+    return nullptr;
+}
+
+QString manyCameras(int count)
+{
+    QString plan;
+    for (int number = 0; number < count; ++number)
+        plan += QString("C%1 ").arg(number);
+    return plan;
+}
+
+} // namespace
+
+void WindowTest::parts()
+{
+    WindowList list("A");
+    MainWindow &window = list.window;
+    QCOMPARE(window.minimumSize(), QSize(600, 400));
+    window.resize(10, 10);
+    QCOMPARE(window.size(), QSize(600, 400));
+    QCOMPARE(list.model->QObject::parent(), &window);
+    QCOMPARE(list.view.itemDelegate()->parent(), &window);
+    QVERIFY(qobject_cast<DeviceItemDelegate *>(list.view.itemDelegate()));
+    QCOMPARE(list.view.model(), list.model);
+    QCOMPARE(list.view.selectionMode(), QAbstractItemView::SingleSelection);
+    QCOMPARE(list.view.styleSheet(), QString("QListView::item:selected{background: #f8f8f8} "
+                                             "QListView::item:hover{background: #c9e0e2}"));
+
+    auto *const layout = qobject_cast<QVBoxLayout *>(window.centralWidget()->layout());
+    QCOMPARE(layout->count(), 2);
+    QCOMPARE(layout->itemAt(0)->widget(), &list.view);
+    QCOMPARE(layout->stretch(0), 0);
+    auto *const footer = qobject_cast<QHBoxLayout *>(layout->itemAt(1)->layout());
+    QStringList texts;
+    for (int place = 0; place < footer->count(); ++place) {
+        const auto *const label = qobject_cast<QLabel *>(footer->itemAt(place)->widget());
+        texts << (label ? label->text() : "stretch");
+    }
+    QCOMPARE(texts,
+             (QStringList{"", "stretch", "torvane_gui v1.0.0.0", "<a href=\"#aboutQt\">About Qt</a>"}));
+
+    QVERIFY(window.windowTitle().isEmpty() && window.windowIcon().isNull());
+    QVERIFY(QCoreApplication::organizationName().isEmpty());
+    QCOMPARE(QCoreApplication::applicationName(), QString("WindowTest")); // the file's, when nothing is set
+}
+
+void WindowTest::aboutQt()
+{
+    WindowList list("");
+    auto *const label = list.window.findChild<QLabel *>("aboutQt");
+    QTest::mouseClick(label, Qt::LeftButton, {}, label->rect().center());
+    QCOMPARE(list.boxes.taken(), QStringList{"About Qt of MainWindow"});
+}
+
+void WindowTest::dormantMembers()
+{
+    WindowList list("A B");
+    const QMetaObject &meta = MainWindow::staticMetaObject;
+    const QMetaMethod checked = meta.method(meta.indexOfSignal("passwordChecked(int)"));
+    QVERIFY(checked.isValid() && checked.access() == QMetaMethod::Public);
+    const QMetaMethod slot = meta.method(meta.indexOfSlot("onCurrentChanged(QModelIndex,QModelIndex)"));
+    QCOMPARE(slot.access(), QMetaMethod::Private);
+    slot.invoke(&list.window, Q_ARG(QModelIndex, list.row(1)), Q_ARG(QModelIndex, list.row(0)));
+    QCOMPARE(list.takeEmitted(), QString("dataChanged 0..0, dataChanged 1..1, selectedChanged 1 from 0"));
+}
+
+// Listeners of the view in their order: delegate, then model, then the view itself, which scrolls there.
+void WindowTest::newCurrentRow()
+{
+    WindowList list(manyCameras(20));
+    QSignalSpy told(&list.view, &DeviceListView::currentIndexChanged);
+    connect(list.view.itemDelegate(), &QAbstractItemDelegate::sizeHintChanged, this,
+            [&](const QModelIndex &index) {
+                list.emitted << QString("sizeHintChanged %1, scrolled %2")
+                                    .arg(index.row())
+                                    .arg(list.view.verticalScrollBar()->value() > 0);
+            });
+    list.view.setCurrentIndex(list.row(0));
+    list.takeEmitted();
+    told.clear();
+    QTest::keyClick(&list.view, Qt::Key_End);
+    QCOMPARE(list.takeEmitted(), QString("sizeHintChanged 0, scrolled 0, sizeHintChanged 19, scrolled 0, "
+                                         "dataChanged 0..0, dataChanged 19..19, selectedChanged 19 from 0"));
+    QVERIFY(list.view.verticalScrollBar()->value() > 0);
+    QTest::mouseClick(list.view.viewport(), Qt::LeftButton, {}, list.place(18).center());
+    QCOMPARE(told.count(), 2);
+    QCOMPARE(told.last()[0].toModelIndex(), list.row(18));
+    QCOMPARE(told.last()[1].toModelIndex(), list.row(19));
+    QCOMPARE(list.model->currentIndex(), list.row(18));
+}
+
+// The user chooses another row before the view hears what a pass has done to the current one.
+void WindowTest::overtakenAnnouncement()
+{
+    WindowList list("B A C");
+    const auto choose = [&](int position) { list.view.setCurrentIndex(list.row(position)); };
+    choose(1);
+    list.plug("A C");
+    list.passUnheard(); // moves it
+    choose(1);
+    QCoreApplication::processEvents();
+    QCOMPARE(list.view.currentIndex(), list.row(1));
+    QCOMPARE(list.model->currentIndex(), list.row(1));
+    list.plug("A");
+    list.passUnheard(); // cuts it
+    choose(0);
+    QCoreApplication::processEvents();
+    QCOMPARE(list.view.currentIndex(), list.row(0));
+    QCOMPARE(list.model->currentIndex(), list.row(0));
+}
+
+void WindowTest::rowsComeAndGo()
+{
+    WindowList list(manyCameras(20));
+    QListView &view = list.view;
+    const QScrollBar &bar = *view.verticalScrollBar();
+    const auto isDrawn = [&](int position) {
+        const QImage image = view.viewport()->grab(list.place(position)).toImage();
+        QImage blank = image;
+        blank.fill(image.pixelColor(0, 0));
+        return image != blank;
+    };
+    view.setCurrentIndex(list.row(10));
+    view.scrollTo(list.row(11), QAbstractItemView::PositionAtTop);
+    const int scrolled = bar.value();
+    const int range = bar.maximum();
+    QVERIFY(isDrawn(11) && scrolled > 0);
+
+    for (const int count : {25, 18}) {
+        list.plug(manyCameras(count));
+        list.pass();
+        QCOMPARE(bar.maximum(), range + count - 20);
+        QCOMPARE(bar.value(), scrolled);
+        QCOMPARE(view.currentIndex(), list.row(10));
+        QCOMPARE(view.selectionModel()->selectedIndexes(), QModelIndexList{list.row(10)});
+        view.scrollToBottom();
+        QVERIFY(isDrawn(count - 1));
+        view.verticalScrollBar()->setValue(scrolled);
+    }
+    // Rows before the current one go: it moves up, and is selected there.
+    list.plug("C9 C10 C11");
+    list.pass();
+    QCOMPARE(view.currentIndex(), list.row(1));
+    QCOMPARE(view.selectionModel()->selectedIndexes(), QModelIndexList{list.row(1)});
+    QCOMPARE(bar.maximum(), 0);
+    QVERIFY(isDrawn(0) && isDrawn(2));
+    list.plug("C9");
+    list.pass();
+    QVERIFY(!view.currentIndex().isValid());
+    QVERIFY(view.selectionModel()->selectedIndexes().isEmpty());
+    list.plug("");
+    list.pass();
+    QVERIFY(!view.indexAt(QPoint(5, 5)).isValid());
+    view.viewport()->grab();
+}
+
+// From the row to the panel, and back into the row.
+void WindowTest::unlocking()
+{
+    WindowList list("A B");
+    QList<int> cursors;
+    connect(list.model, &DeviceItemModel::dataChanged, this, [&] {
+        cursors << (QGuiApplication::overrideCursor() ? QGuiApplication::overrideCursor()->shape() : -1);
+    });
+    list.doubleClick(1);
+    QCOMPARE(cursors.last(), int(Qt::WaitCursor));
+    QVERIFY(!QGuiApplication::overrideCursor());
+    QCOMPARE(list.panels().size(), 1);
+    PasswordWidget *const panel = list.panels().first();
+    QVERIFY(panel->isVisible() && panel->parent() == &list.window);
+
+    QTest::mouseClick(button(panel, "Unlock"), Qt::LeftButton);
+    QTest::keyClicks(panel->findChild<QLineEdit *>(), "hunter22");
+    list.takeEmitted();
+    QTest::mouseClick(button(panel, "OK"), Qt::LeftButton);
+    QCOMPARE(list.takeEmitted(), QString("currentLockChanged 0, dataChanged 1..1 role 265 role 266"));
+    QCOMPARE(list.value(1, DeviceItemModel::IsLockedRole), QVariant(false));
+    QCOMPARE(list.simulator.openHandles(), 3); // producer, interface, camera
+    panel->close();
+    QCOMPARE(list.simulator.openHandles(), 2);
+    QVERIFY(list.boxes.taken().isEmpty());
+}
+
+void WindowTest::cameraWithoutALock()
+{
+    const QStringList message{"This camera is not password protected."};
+    WindowList list("A N,lock=none");
+    list.doubleClick(1);
+    QCOMPARE(list.boxes.taken(), message);
+    list.doubleClick(0);
+    list.simulator.clearLog();
+    QMetaObject::invokeMethod(&list.window, "onCameraActivated", Q_ARG(QModelIndex, list.row(1)));
+    QCOMPARE(list.boxes.taken(), message);
+    QCOMPARE(list.model->currentIndex(), list.row(0));
+    QVERIFY(list.simulator.calls().empty());
+    QCOMPARE(list.panels().size(), 1);
+}
+
+// Each activation makes a panel, and closed ones go on listening.
+void WindowTest::panelsPileUp()
+{
+    WindowList list("A");
+    for (int count = 1; count <= 3; ++count) {
+        list.view.setCurrentIndex(list.row(0));
+        QTest::keyClick(&list.view, Qt::Key_Return);
+        QCOMPARE(list.panels().size(), count);
+        QVERIFY(list.panels().last()->isVisible());
+        if (count < 3)
+            list.panels().last()->close();
+    }
+    list.plug("");
+    list.pass();
+    const QString removed = "The camera has been removed...";
+    QCOMPARE(list.boxes.taken(), (QStringList{removed, removed, removed}));
+    QVERIFY(!list.panels().last()->isVisible());
+    QCOMPARE(list.simulator.openHandles(), 2);
+}
+
+void WindowTest::returnOnAGoneRow_data()
+{
+    addRows({"after"}, {{"cut", "A"}, {"another camera's", "A C"}, {"moved", "B"}, {"all gone", ""}});
+}
+
+void WindowTest::returnOnAGoneRow()
+{
+    QFETCH(QString, after);
+    WindowList list("A B");
+    list.view.setCurrentIndex(list.row(1));
+    list.plug(after);
+    list.passUnheard();
+    list.simulator.clearLog();
+    QTest::keyClick(&list.view, Qt::Key_Return);
+    QCOMPARE(list.panels().size(), 0);
+    QVERIFY(list.boxes.taken().isEmpty());
+    QVERIFY(list.simulator.calls().empty());
+}
+
+QTEST_MAIN(WindowTest)
+#include "WindowTest.moc"
