@@ -1,0 +1,105 @@
+# shellcheck shell=bash
+# SPDX-License-Identifier: MIT
+# A screen that nobody looks at, with a window manager and one font, and a user's hands and eyes on it: for the scripts
+# that try the window from outside. To be sourced after lib.sh.
+#
+# Whoever starts the screen owns a folder $scratch for its files, and calls stop_screen in the end.
+
+# start_screen: sets DISPLAY. The font, the style and the place of new windows are the same on every machine.
+start_screen() {
+    cat >"$scratch/fonts.conf" <<-EOF
+		<?xml version="1.0"?>
+		<!DOCTYPE fontconfig SYSTEM "fonts.dtd">
+		<fontconfig>
+		  <dir>/usr/share/fonts/truetype/dejavu</dir>
+		  <cachedir>$scratch/font-cache</cachedir>
+		  <match><edit name="family" mode="assign"><string>DejaVu Sans</string></edit></match>
+		</fontconfig>
+	EOF
+    export FONTCONFIG_FILE=$scratch/fonts.conf XDG_CONFIG_HOME=$scratch/config XDG_RUNTIME_DIR=$scratch/runtime
+    export QT_QPA_PLATFORM=xcb QT_STYLE_OVERRIDE=Fusion
+    unset WAYLAND_DISPLAY QT_QPA_PLATFORMTHEME QT_SCALE_FACTOR QT_AUTO_SCREEN_SCALE_FACTOR QT_FONT_DPI
+    mkdir -m 0700 -- "$XDG_CONFIG_HOME" "$XDG_RUNTIME_DIR"
+
+    Xvfb -displayfd 3 -screen 0 1280x800x24 -wr -nolisten tcp 3>"$scratch/display" 2>"$scratch/xvfb.log" &
+    screen_processes=($!)
+    await "a display" test -s "$scratch/display"
+    DISPLAY=:$(<"$scratch/display")
+    export DISPLAY
+    openbox >"$scratch/openbox.log" 2>&1 &
+    screen_processes+=($!)
+    await "the window manager" xdotool get_num_desktops
+}
+
+stop_screen() {
+    [ -z "${screen_processes-}" ] || kill "${screen_processes[@]}" 2>/dev/null || true
+}
+
+# await WHAT COMMAND...: tries the command until it succeeds, at most 30 seconds.
+await() {
+    local what=$1 deadline=$((SECONDS + 30))
+    shift
+    until "$@" >/dev/null 2>&1; do
+        if [ $SECONDS -ge $deadline ]; then
+            say "Waited in vain for $what: $*"
+            return 1
+        fi
+        sleep 0.05
+    done
+}
+
+# The windows of torvane_gui that can be seen, one a line.
+windows() { xdotool search --onlyvisible --class '^torvane_gui$' 2>/dev/null || true; }
+
+window_count_is() { [ "$(windows | wc -l)" -eq "$1" ]; }
+
+is_active() { [ "$(xdotool getactivewindow)" = "$1" ]; }
+
+# await_window WHAT: waits for a window beside those in $known_windows, and for it to have the focus; sets $window.
+await_window() {
+    await "$1" has_new_window
+    window=$(new_windows | tail -n 1)
+    known_windows+=("$window")
+    await "the focus of $1" is_active "$window"
+}
+
+has_new_window() { [ -n "$(new_windows)" ]; }
+
+new_windows() { windows | grep --invert-match --line-regexp --fixed-strings "$(printf '%s\n' "${known_windows[@]}")"; }
+
+# await_end WHAT PID: waits for a child and fails unless its exit status is 0.
+await_end() {
+    await "the end of $1" has_ended "$2"
+    wait "$2" || {
+        say "$1 ended with status $?"
+        return 1
+    }
+}
+
+has_ended() { ! kill -0 "$1"; }
+
+click() { xdotool mousemove --window "$1" "$2" "$3" click 1; } # click WINDOW X Y
+
+double_click() { xdotool mousemove --window "$1" "$2" "$3" click --repeat 2 --delay 50 1; }
+
+type_text() { xdotool type --delay 20 -- "$1"; }
+
+press() { xdotool key --delay 20 "$@"; }
+
+# close_window WINDOW: as the user does, by the window manager's key.
+close_window() {
+    await "the focus" is_active "$1"
+    press alt+F4
+}
+
+# save_picture FILE: all that stands on the screen, once it stands still.
+save_picture() {
+    local now=$scratch/now.png before=$scratch/before.png
+    rm -f -- "$now" "$before"
+    until cmp --silent "$before" "$now"; do
+        [ ! -e "$now" ] || mv -- "$now" "$before"
+        sleep 0.1
+        import -window root -define png:exclude-chunks=date,time "$now"
+    done
+    convert "$now" -trim +repage -strip -define png:compression-level=9 -define png:exclude-chunks=date,time "$1"
+}
