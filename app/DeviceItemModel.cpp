@@ -111,24 +111,27 @@ void DeviceItemModel::setCurrentIndex(const QModelIndex &current, const QModelIn
 
 void DeviceItemModel::switchCurrentIndex(const QModelIndex &current)
 {
+    activatedDevice = static_cast<const Device *>(current.internalPointer());
     // The member itself, not a copy: it holds the new index by the time that the signals name it.
     setCurrentIndex(current, currentIndex_);
 }
 
 void DeviceItemModel::openCurrentDevice()
 {
-    // One copy for all steps: a pass may clear the member meanwhile.
+    // One copy for all steps: a pass may write the member meanwhile.
     const QModelIndex index = currentIndex_;
     auto *const device = static_cast<Device *>(index.internalPointer());
-    if (!index.isValid() || !device) {
-        // A pass has just found the activated camera gone. The panel must not act on the one before it.
+    const Device *const activated = std::exchange(activatedDevice, nullptr);
+    if (!index.isValid() || !device || (activated && device != activated)) {
+        // A pass has just found the activated camera gone, or has come between with the one before it. The panel
+        // must act on none rather than on another.
         backEnd->selectDevice(nullptr);
         return;
     }
     closeCurrentDevice();
     backEnd->selectDevice(device);
     openDevice = device;
-    changeRow(index.row(), device, [&](DeviceRow &row) { row.isOpen = device->isOpen(); });
+    changeRow(index, [&](DeviceRow &row) { row.isOpen = device->isOpen(); });
     emit dataChanged(index, index, {IsOpenRole});
 }
 
@@ -146,10 +149,13 @@ void DeviceItemModel::onCurrentLockChanged()
         return;
     const bool isLocked = device->isLocked();
     const bool hasDefaultPassword = device->isDefaultPassword();
-    const SharedRow row = rows.at(index.row());
+    const int position = rowOf(index);
+    if (position < 0)
+        return;
+    const SharedRow row = rows.at(position);
     if (row->isLocked == isLocked && row->hasDefaultPassword == hasDefaultPassword)
         return;
-    changeRow(index.row(), device, [&](DeviceRow &changed) {
+    changeRow(index, [&](DeviceRow &changed) {
         changed.isLocked = isLocked;
         changed.hasDefaultPassword = hasDefaultPassword;
     });
@@ -157,15 +163,27 @@ void DeviceItemModel::onCurrentLockChanged()
     emit dataChanged(index, index, {IsLockedRole, HasDefaultPasswordRole});
 }
 
-// Leaves a row alone that a pass has meanwhile given to another device.
+// The row of the device that the index names: where it says, or where a pass has just moved it; -1 when it has gone.
+int DeviceItemModel::rowOf(const QModelIndex &index) const
+{
+    const auto isThere = [&](int row) { return deviceList.at(row) == index.internalPointer(); };
+    const int count = deviceList.count();
+    if (index.row() < count && isThere(index.row()))
+        return index.row();
+    int row = 0;
+    while (row < count && !isThere(row))
+        ++row;
+    return row < count ? row : -1;
+}
+
 template <class Change>
-void DeviceItemModel::changeRow(int position, const Device *device, Change change)
+void DeviceItemModel::changeRow(const QModelIndex &index, Change change)
 {
     const QMutexLocker lock(&rowsMutex);
-    const SharedRow row = rows.at(position);
-    if (deviceList.at(position) != device)
+    const int position = rowOf(index);
+    if (position < 0)
         return;
-    const auto changed = std::make_shared<DeviceRow>(*row);
+    const auto changed = std::make_shared<DeviceRow>(*rows.at(position));
     change(*changed);
     rows.replace(position, changed);
 }

@@ -4,8 +4,8 @@
 //
 // Threads: the worker changes the rows (updateRows) and stores what has changed; the GUI thread announces it
 // (sendDataChangedSignal). The readers data, rowCount and index take no lock: the sequences of rows are made for that.
-// currentIndex, currentId and openDevice are written on both threads, each for itself; a meeting of the two is met
-// where it would do harm. No two mutexes are ever held together.
+// currentIndex, currentId and openDevice are written on both threads, each for itself: whoever uses them takes one copy
+// and looks whether its device is still there. No two mutexes are ever held together.
 //
 // Rows come and go without the signals of QAbstractItemModel for that: rowCount just answers another number, and
 // dataChanged names changed and new rows. A view has to look at the number itself after each announcement.
@@ -92,7 +92,7 @@ public slots:
     void switchCurrentIndex(const QModelIndex &current);
     /// Reads the lock of the current row's camera again.
     void onCurrentLockChanged();
-    /// Announces what one pass has changed, and frees what the pass before it had retired. Thread: GUI.
+    /// Announces what has changed and is not announced yet. Called once for each pass, and frees what the pass before it had retired. Thread: GUI.
     void sendDataChangedSignal();
 
 private:
@@ -120,8 +120,9 @@ private:
     void freeRetired(RetiredObjects objects);
 
     QVariant icon(const DeviceRow &row) const;
+    int rowOf(const QModelIndex &index) const;
     template <class Change>
-    void changeRow(int position, const Device *device, Change change);
+    void changeRow(const QModelIndex &index, Change change);
 
     const std::shared_ptr<BackEnd> backEnd;
     SlotSequence<Device *> deviceList; // not owned; the device of each row
@@ -130,6 +131,7 @@ private:
     const QPixmap unlockedIcon;
     const QPixmap defaultPasswordIcon;
     QModelIndex currentIndex_;
+    const Device *activatedDevice = nullptr; // from switchCurrentIndex to openCurrentDevice; GUI thread
     std::atomic<std::shared_ptr<const QString>> currentId; // null when there is no current row
     bool hasProducers = false;
     SlotSequence<SharedRow> rows;

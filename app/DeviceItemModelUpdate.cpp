@@ -104,30 +104,27 @@ void DeviceItemModel::cutRows(int common)
     rows.cut(common);
 }
 
+// A camera that has been away comes back as another object under its old identifier, and is not the one that was
+// current: the object decides, which keeps its identifier.
 void DeviceItemModel::followCurrentDevice()
 {
     const QModelIndex current = currentIndex_;
+    const std::shared_ptr<const QString> id = currentId;
     if (!current.isValid())
         return;
-    const std::shared_ptr<const QString> id = currentId;
-    // The identifier alone is not enough: a camera that has been away is another object, and not the open one.
-    const auto isCurrent = [&](int position) {
-        return deviceList.at(position) == current.internalPointer() && id && rows.at(position)->id == *id;
-    };
-    if (current.row() < rows.count() && isCurrent(current.row()))
+    const int position = rowOf(current);
+    if (position == current.row())
         return;
-    int position = 0;
-    while (position < rows.count() && !isCurrent(position))
-        ++position;
     if (currentIndex_ != current || currentId.load() != id)
         return; // the user has just chosen another row, which the next pass follows
-    if (position < rows.count()) {
+    if (position >= 0) {
         setCurrentIndex(index(position, 0), currentIndex_);
         return;
     }
     currentIndex_ = QModelIndex();
     currentId.store(nullptr);
-    openDevice = nullptr;
+    auto *gone = static_cast<Device *>(current.internalPointer());
+    openDevice.compare_exchange_strong(gone, nullptr);
     emit currentDeviceRemoved();
     emit selectedChanged(QModelIndex(), QModelIndex());
 }

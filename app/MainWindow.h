@@ -23,9 +23,11 @@ public:
     ~MainWindow() override;
 
 signals:
+    /// Nothing emits it.
     void passwordChecked(int retFlag);
 
 private slots:
+    /// Hands a current row to the model. Nothing is connected to it.
     void onCurrentChanged(const QModelIndex &current, const QModelIndex &previous);
     /// Opens the camera of the row and shows a panel for it. Takes as long as the camera does.
     void onCameraActivated(const QModelIndex &index);
