@@ -205,14 +205,12 @@ std::string answer(ArvGc *nodes, const Question &question, Memory &memory)
         if (question.action == "mode")
             return "mode " + accessMode;
         const bool isGet = question.action == "get";
-        const bool isSet = question.action == "set";
-        if (accessMode == "NI" || accessMode == "NA" || (isGet && accessMode == "WO") ||
-            (isSet && accessMode == "RO"))
+        if (!isGet && question.action != "set")
+            return bound(node, question);
+        if (accessMode == "NI" || accessMode == "NA" || accessMode == (isGet ? "WO" : "RO"))
             return std::string{refusal} + ": " + accessMode;
         if (isGet)
             return get(node, question.kind);
-        if (!isSet)
-            return bound(node, question);
         const Memory before = memory;
         set(node, question);
         const std::string answer = answerOfWrite(before, memory);
