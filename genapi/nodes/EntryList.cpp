@@ -18,11 +18,19 @@ EntryList::Entry entryOf(pugi::xml_node element)
             parseInteger(textOf(element.child("Value")))};
 }
 
+/// The part of \p order, which is sorted by \p key, that has the key \p wanted.
+template <class Wanted, class Key>
+std::span<const std::size_t> partOf(const std::vector<std::size_t> &order, Wanted wanted, const Key &key)
+{
+    return {std::ranges::lower_bound(order, wanted, {}, key),
+            std::ranges::upper_bound(order, wanted, {}, key)};
+}
+
 template <class Key>
 EntryList::Found findIn(const std::vector<std::size_t> &order, std::string_view wanted, const Key &key)
 {
-    const auto range = std::ranges::equal_range(order, wanted, {}, key);
-    return {range.empty() ? nullptr : &key.list[range.front()], range.size() > 1};
+    const std::span<const std::size_t> places = partOf(order, wanted, key);
+    return {places.empty() ? nullptr : &key.list[places.front()], places.size() > 1};
 }
 
 /// The part of an entry by which an order is made.
@@ -64,8 +72,7 @@ EntryList::Found EntryList::withSymbolic(std::string_view symbolic) const
 
 std::span<const std::size_t> EntryList::withValue(std::int64_t value) const
 {
-    return std::ranges::equal_range(valueOrder, value, {},
-                                    [this](std::size_t place) { return *entries[place].value; });
+    return partOf(valueOrder, value, [this](std::size_t place) { return *entries[place].value; });
 }
 
 } // namespace GenApi_3_2_TVN

@@ -20,7 +20,7 @@ std::string floatOf(const std::string &name, const std::string &children)
     return "<Float Name='" + name + "'>" + children + "</Float>";
 }
 
-std::string floatReg(const std::string &name, int address, int length, const std::string &more = "")
+std::string floatReg(const std::string &name, std::uint64_t address, int length, const std::string &more = "")
 {
     return "<FloatReg Name='" + name + "'>" + at(address, length, readWrite + more) + "</FloatReg>";
 }

@@ -13,9 +13,9 @@ using testing::ElementsAre;
 
 namespace {
 
-std::string reg(const std::string &name, int address, const std::string &more = "")
+std::string reg(const std::string &name, std::uint64_t address, const std::string &more = "")
 {
-    return "<IntReg Name='" + name + "'>" + at(static_cast<std::uint64_t>(address), 1, more) + "</IntReg>";
+    return "<IntReg Name='" + name + "'>" + at(address, 1, more) + "</IntReg>";
 }
 
 TEST(Register, GivesAndTakesItsBytes)
