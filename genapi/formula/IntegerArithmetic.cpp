@@ -62,12 +62,19 @@ Number power(Number base, Number exponent)
     return result;
 }
 
-/// Whole numbers are round already; digits before the point are not asked for in any description.
+/// Whole numbers are round already, but for digits before the point: ROUND(1250, -2) is 1300.
 Number roundToDigits(Number value, Number digits)
 {
-    if (digits < 0)
-        throw FormulaError{"ROUND to " + std::to_string(digits) + " digits"};
-    return value;
+    constexpr Number digitsOf64Bits = 18;
+    if (digits >= 0)
+        return value;
+    if (digits < -digitsOf64Bits)
+        return 0;
+    const Number scale = power(10, -digits);
+    const Number rest = value % scale;
+    const Number half = scale / 2;
+    const Number away = rest >= half ? 1 : rest <= -half ? -1 : 0;
+    return multiply(value / scale + away, scale);
 }
 
 } // namespace

@@ -22,12 +22,12 @@ double onBits(Operation operation, double left, double right)
     return static_cast<double>(IntegerArithmetic::binary(operation, wholeBits(left), wholeBits(right)));
 }
 
-/// Beyond the digits that a double has, every value is round already.
+/// Behind the digits that a double has, every value is round already; before them, none is left.
 double roundToDigits(double value, double digits)
 {
-    if (!(digits >= 0))
-        throw FormulaError{"ROUND to " + Number{digits}.text() + " digits"};
-    const double scale = std::pow(10.0, std::trunc(digits));
+    const double scale = std::pow(10.0, std::fabs(std::trunc(digits)));
+    if (digits < 0)
+        return std::isfinite(scale) ? std::round(value / scale) * scale : 0;
     const double scaled = value * scale;
     return std::isfinite(scaled) ? std::round(scaled) / scale : value;
 }

@@ -67,10 +67,11 @@ std::pair<T, T> Conversion<T>::range()
         first = converted(pValue->minimum().ceiling());
         second = converted(pValue->maximum().floor());
     }
-    const bool isKnown = first && second;
-    if (slope == Slope::Automatic && !isKnown)
+    if (first && second)
+        return std::minmax(*first, *second);
+    if (slope == Slope::Automatic)
         return unlimited;
-    if (slope == Slope::Decreasing || (slope == Slope::Automatic && *second < *first))
+    if (slope == Slope::Decreasing)
         std::swap(first, second);
     return {first.value_or(lowestOf<T>), second.value_or(highestOf<T>)};
 }

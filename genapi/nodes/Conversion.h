@@ -20,7 +20,7 @@ public:
 
     T read(Reading reading);
     void write(T value);
-    /// The range of the inner node, converted by the slope; without limits where that says nothing.
+    /// The range of the inner node, converted. The slope tells which end is which where only one has a result.
     std::pair<T, T> range();
     EAccessMode accessMode(AccessQuestion question) const;
 
@@ -30,7 +30,7 @@ private:
         Increasing,
         Decreasing,
         Varying,  ///< the ends of the inner range are not those of the converted one
-        Automatic ///< increasing or decreasing, as the converted ends show
+        Automatic ///< which of the two, the converted ends show
     };
 
     static Slope statedSlope(const Node &owner);

@@ -137,6 +137,7 @@ TEST(Float, ConvertersKeepTheRangeOfTheirSlope)
                   converter("Rate", "1000 / FROM", "1000 / TO", "<Slope>Decreasing</Slope>") +
                   converter("Wave", "FROM", "SIN(TO)", "<Slope>Varying</Slope>") +
                   converter("Root", "FROM", "SQRT(10 - TO)", "<Slope>Decreasing</Slope>") +
+                  converter("Wrong", "-FROM", "-TO", "<Slope>Increasing</Slope>") +
                   converter("Odd", "FROM", "TO", "<Slope>Up</Slope>")};
     camera.real("Open")->SetValue(12.3);
     EXPECT_THAT(camera.port.get(0, 1), ElementsAre(123)) << "not 122, which 12.3 / 0.1 cut would give";
@@ -147,6 +148,7 @@ TEST(Float, ConvertersKeepTheRangeOfTheirSlope)
     EXPECT_EQ(range("Open"), (std::pair{0.0, 25.5}));
     EXPECT_EQ(range("Down"), (std::pair{-155.0, 100.0}));
     EXPECT_EQ(range("Rate"), (std::pair{1000.0 / 255, infinity}));
+    EXPECT_EQ(range("Wrong"), (std::pair{-255.0, 0.0})) << "or no write would succeed";
     EXPECT_EQ(range("Wave"), (std::pair{-largest, largest}));
     EXPECT_EQ(range("Root"), (std::pair{-largest, std::sqrt(10.0)})) << "no number at the inner end";
     EXPECT_EQ(refusal([&] { camera.real("Odd")->GetValue(); }),
