@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <tuple>
 
 namespace {
 
@@ -600,17 +601,21 @@ void DescriptionGenerator::makeLinearConverter()
         return;
     const double factor = !isInteger && ref.isWhole ? 1 : static_cast<double>(1 << random.below(5));
     const auto offset = static_cast<double>(random.below(100));
-    const std::string from = "TO*" + decimal(factor) + "+" + decimal(offset);
-    const std::string to = "(FROM-" + decimal(offset) + ")/" + decimal(factor);
-    constexpr std::array<const char *, 4> slopes{"", "Increasing", "Varying", "Automatic"};
+    const bool isFalling = random.chance(30);
+    const std::string a = decimal(factor);
+    const std::string b = decimal(offset);
+    const std::string from = isFalling ? b + "-TO*" + a : "TO*" + a + "+" + b;
+    const std::string to = isFalling ? "(" + b + "-FROM)/" + a : "(FROM-" + b + ")/" + a;
+    const std::array<const char *, 4> slopes{"", "Automatic", "Varying", isFalling ? "Decreasing" : "Increasing"};
     const std::string slope = random.pick(slopes);
     ref.name = add(isInteger ? "IntConverter" : "Converter",
                    element("FormulaTo", to) + element("FormulaFrom", from) + element("pValue", ref.name) +
                        (slope.empty() ? "" : element("Slope", slope)) + element("IsLinear", "Yes"));
-    ref.low = ref.low * factor + offset;
-    ref.high = ref.high * factor + offset;
+    const double sign = isFalling ? -factor : factor;
     ref.bound = ref.bound * factor + offset;
-    ref.hasRange = false;
+    std::tie(ref.low, ref.high) = std::minmax({ref.low * sign + offset, ref.high * sign + offset});
+    ref.increment = 1;
+    ref.hasRange = ref.hasRange && slope != "Varying"; // then ours has no limits
     keep(isInteger ? integers : floats, ref);
 }
 
@@ -658,6 +663,7 @@ void DescriptionGenerator::makeEnumeration()
         const std::string integer = add("Integer", element("pValue", name));
         ask("get", "integer", integer);
         ask("mode", "integer", integer);
+        integers.push_back({name, 256});
     }
 }
 

@@ -14,7 +14,9 @@
 class DescriptionGenerator
 {
 public:
-    explicit DescriptionGenerator(std::uint64_t seed) : random{seed} {}
+    explicit DescriptionGenerator(std::uint64_t seed)
+        : random{seed}, nextAddress{random.chance(50) ? 0x10000U : 0x123456780000U}
+    {}
 
     /// \param count  nodes of random kinds, besides some dozens that they build on
     Questionnaire generate(int count);
@@ -96,7 +98,7 @@ private:
 
     Random random;
     Memory memory;
-    std::uint64_t nextAddress = 0x10000;
+    std::uint64_t nextAddress;
     int nodeCount = 0;
     std::string xml;
     std::vector<Question> reads;

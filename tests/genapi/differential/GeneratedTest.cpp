@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::uint64_t descriptionsPerShare = 60;
 constexpr int nodesPerDescription = 100;
-constexpr std::size_t valuesPerShare = 6000;
+constexpr std::size_t valuesPerShare = 7500;
 
 /// Shares of the seeds, so that several processes can work at them.
 class Generated : public testing::TestWithParam<std::uint64_t>
