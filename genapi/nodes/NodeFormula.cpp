@@ -6,6 +6,7 @@
 #include "EnumerationNode.h"
 #include "NodeMap.h"
 
+#include <cmath>
 #include <functional>
 #include <string>
 #include <type_traits>
@@ -86,7 +87,7 @@ std::optional<T> NodeFormula::resultOf(T input)
 {
     try {
         const T result = run(Reading{}, input);
-        return result == result ? std::optional{result} : std::nullopt;
+        return std::isnan(static_cast<double>(result)) ? std::nullopt : std::optional{result};
     } catch (const FormulaError &) {
         return std::nullopt;
     }
