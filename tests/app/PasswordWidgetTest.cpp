@@ -30,6 +30,7 @@ const QString ok = " [OK] [Cancel]";
 const QString noOk = " (OK) [Cancel]";
 const QString refused = "Unlocking failed! <a href=\"#forgotPassword\">Forgot password?</a>";
 const QString wrong = "<Unlocking failed! Wrong password?>";
+const QString tooShort = "<Your password is to short. (min 3 characters)>";
 const QString changed = "!Successfully changed the password!";
 const QString setOcean = "unlocked unlocked unlocked SET:ocean55 LOCK TRY:ocean55 unlocked unlocked ";
 
@@ -209,7 +210,7 @@ void PasswordWidgetTest::unlocking()
     const QSignalSpy alsoDormant(panel.widget, &PasswordWidget::passwordInputChanged);
     panel.expect("", lockedCamera, "", "locked own");
     panel.expect("Unlock", entering + noOk);
-    panel.expect("old=ab, OK", entering + "ab<Your password is to short. (min 3 characters)>" + noOk);
+    panel.expect("old=ab, OK", entering + "ab" + tooShort + noOk);
     panel.expect("Cancel", lockedCamera, "", "locked own");
     panel.expect("Unlock, old=hunter22", entering + "hunter22" + ok);
     panel.expect("OK", unlockedCamera, "!Successfully unlocked!",
@@ -264,13 +265,16 @@ void PasswordWidgetTest::changing()
     const QString filled = fields.arg("hunter22", "ocean55", "ocean55");
     panel.expect("Change password", fields.arg("", "", "") + noOk, "", "locked own");
     panel.expect("old=hunter22, new=ocean55, confirm=ocean55, Return", filled + ok);
-    panel.expect("old=", fields.arg("", "ocean55", "ocean55") + noOk);
+    panel.expect("new=oc, confirm=oc", fields.arg("hunter22", "oc" + tooShort, "oc") + noOk);
+    panel.expect("new=ocean55, confirm=ocean55, old=", fields.arg("", "ocean55", "ocean55") + noOk);
     panel.expect("old=hunter22, new=ocean5",
                  fields.arg("hunter22", "ocean5", "ocean55<Passwords must match!>") + noOk);
     panel.expect("Cancel, Change password", fields.arg("", "", "") + noOk, "", "locked own");
     panel.expect("old=hunter22, new=ocean55, confirm=ocean55, OK", unlockedCamera, changed,
                  "locked TRY:hunter22 " + setOcean + "own");
     panel.expect("Lock, Unlock", entering + noOk, "!", "LOCK locked locked own");
+    panel.expect("old=ocean55, Return", unlockedCamera, "!Successfully unlocked!",
+                 "locked TRY:ocean55 unlocked unlocked own");
 }
 
 // The lock of an open camera falls with the try, which the panel notices at its next reset only, and tells nobody.
@@ -332,6 +336,7 @@ void PasswordWidgetTest::hiddenFieldsTakeNoKeys()
     panel.take("Unlock");
     QVERIFY(!qobject_cast<QLineEdit *>(QApplication::focusWidget()));
     QTest::mouseClick(panel.field(0).edit, Qt::LeftButton);
+    QTRY_COMPARE(QApplication::focusWidget(), panel.field(0).edit);
     panel.take("old=hunter22");
     for (int time = 0; time < 2; ++time) {
         QTest::keyClick(panel.widget->windowHandle(), Qt::Key_Return);
@@ -354,8 +359,10 @@ void PasswordWidgetTest::factoryReset()
 
     QGuiApplication::setOverrideCursor(Qt::CrossCursor);
     QList<Qt::CursorShape> cursors;
-    connect(panel.widget, &PasswordWidget::closed,
-            [&] { cursors << QGuiApplication::overrideCursor()->shape(); });
+    connect(panel.widget, &PasswordWidget::closed, [&] {
+        const QCursor *cursor = QGuiApplication::overrideCursor();
+        cursors << (cursor ? cursor->shape() : Qt::ArrowCursor);
+    });
     QCOMPARE(boxesDuring(press), QStringList{box});
     QGuiApplication::restoreOverrideCursor();
     QCOMPARE(cursors, QList<Qt::CursorShape>{Qt::CrossCursor});
