@@ -83,19 +83,13 @@ TEST(NodeMapRef, CopiesShareTheNodeMapAndTheLastOneEndsIt)
         const CNodeMapRef copy{first};
         last = copy;
         last = *&last;
-        CIntegerPtr
-        {
-            first._GetNode("Gain")
-            } -> SetValue(2);
+        CIntegerPtr(first._GetNode("Gain"))->SetValue(2);
     }
-    EXPECT_EQ(
-        CIntegerPtr { last._GetNode("Gain") } -> GetValue(), 2);
+    EXPECT_EQ(CIntegerPtr(last._GetNode("Gain"))->GetValue(), 2);
     last._Destroy();
     EXPECT_EQ(refusal([&] { last._GetNumNodes(); }), "Feature not present (reference not valid)");
     last._LoadXMLFromString({text.data(), text.size()});
-    EXPECT_EQ(
-        CIntegerPtr { last._GetNode("Gain") } -> GetValue(), 1)
-        << "a node map of its own again";
+    EXPECT_EQ(CIntegerPtr(last._GetNode("Gain"))->GetValue(), 1) << "a node map of its own again";
 }
 
 TEST(NodeMapRef, IsADeviceOfTheDefaultNameOnceItIsDestroyed)

@@ -34,7 +34,7 @@ std::string loaded(const std::string &bytes, EContentType_t contentType)
             nodeMap._LoadXMLFromZIPData(bytes.data(), bytes.size());
         else
             nodeMap._LoadXMLFromString({bytes.data(), bytes.size()});
-        outcome = std::to_string(CIntegerPtr { nodeMap._GetNode("Gain") } -> GetValue());
+        outcome = std::to_string(CIntegerPtr(nodeMap._GetNode("Gain"))->GetValue());
     });
     return text.empty() ? outcome : text;
 }

@@ -41,8 +41,7 @@ TEST_P(RegisterValue, ReadsAndWritesTheSameBits)
     const RegisterRow &row = GetParam();
     const std::string kind = row.kind;
     Camera camera{"<" + kind + " Name='X'>" +
-                  at(0x100, static_cast<int>(row.bytes.size()),
-                     std::string{"<AccessMode>RW</AccessMode>"} + row.children) +
+                  at(0x100, static_cast<int>(row.bytes.size()), std::string{readWrite} + row.children) +
                   "</" + kind + ">"};
     camera.port.set(0x100, row.bytes);
     EXPECT_EQ(camera.value("X"), row.value);
@@ -126,8 +125,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(Integer, WritesPastTheRegisterAreRefusedAndReachNoDevice)
 {
-    Camera camera{"<IntReg Name='Byte'>" + at(0, 1, "<AccessMode>RW</AccessMode>") +
-                  "</IntReg><MaskedIntReg Name='Bits'>" +
+    Camera camera{"<IntReg Name='Byte'>" + at(0, 1, readWrite) + "</IntReg><MaskedIntReg Name='Bits'>" +
                   at(4, 1, "<AccessMode>RW</AccessMode><LSB>1</LSB><MSB>2</MSB><Sign>Signed</Sign>") +
                   "</MaskedIntReg>"};
     EXPECT_EQ(refusal([&] { camera.integer("Byte")->SetValue(256, false); }),
@@ -169,7 +167,7 @@ TEST(Integer, RangeAndStepComeFromItselfFirstAndThenFromWhatItRefersTo)
         "<Integer Name='Odd'><Value>3</Value><Min>3</Min><Inc>4</Inc></Integer>"
         "<Integer Name='Still'><Value>5</Value><Inc>0</Inc></Integer>"
         "<IntReg Name='WidthReg'>" +
-        at(0, 2, "<AccessMode>RW</AccessMode>") + "</IntReg>"};
+        at(0, 2, readWrite) + "</IntReg>"};
     EXPECT_EQ(camera.integer("Outer")->GetMin(), 16);
     EXPECT_EQ(camera.integer("Outer")->GetMax(), 640);
     EXPECT_EQ(camera.integer("Outer")->GetInc(), 8);
@@ -197,13 +195,13 @@ TEST(Integer, CopiesAreWrittenAlongInOrderAndOwnValuesStayInTheirNodeMap)
         "<Integer Name='Gain'><pValue>A</pValue><pValueCopy>B</pValueCopy>"
         "<pValueCopy>C</pValueCopy></Integer><Integer Name='Own'><Value>0x10</Value></Integer>"
         "<IntReg Name='A'>" +
-        at(0, 1, "<AccessMode>RW</AccessMode>") +
+        at(0, 1, readWrite) +
         "</IntReg>"
         "<IntReg Name='B'>" +
-        at(1, 1, "<AccessMode>RW</AccessMode>") +
+        at(1, 1, readWrite) +
         "</IntReg>"
         "<IntReg Name='C'>" +
-        at(2, 1, "<AccessMode>RW</AccessMode>") + "</IntReg>";
+        at(2, 1, readWrite) + "</IntReg>";
     Camera camera{nodes};
     Camera other{nodes};
     camera.integer("Gain")->SetValue(7);
@@ -217,7 +215,7 @@ TEST(Integer, CopiesAreWrittenAlongInOrderAndOwnValuesStayInTheirNodeMap)
 
 TEST(Integer, ConvertersRunOneFormulaForReadsAndOneForWrites)
 {
-    const std::string reg = "<IntReg Name='R'>" + at(0, 1, "<AccessMode>RW</AccessMode>") + "</IntReg>";
+    const std::string reg = "<IntReg Name='R'>" + at(0, 1, readWrite) + "</IntReg>";
     const std::string formulas = "<pVariable Name='K'>Factor</pVariable><FormulaTo>FROM / K</FormulaTo>"
                                  "<FormulaFrom>TO * K</FormulaFrom><pValue>R</pValue>";
     Camera camera{

@@ -84,10 +84,7 @@ TEST(Node, GroupsAreTransparentAndEntriesAreFoundByTheirEnumeration)
     EXPECT_EQ(camera.node("EnumEntry_Pixel_Format_Mono_9"), nullptr);
 
     NodeList_t features;
-    CCategoryPtr
-    {
-        camera.node("Root")
-        } -> GetFeatures(features);
+    CCategoryPtr(camera.node("Root"))->GetFeatures(features);
     EXPECT_THAT(features, ElementsAre(camera.node("After"), camera.node("Deep")));
     NodeList_t all;
     camera.nodeMap._GetNodes(all);
@@ -123,7 +120,7 @@ TEST(Node, AccessModeIsTheNarrowestOfAllThatIsReferredTo)
 {
     const std::string plain = "<Address>0</Address><Length>1</Length>";
     Camera camera{
-        reg("Default", plain) + reg("Both", plain, "<AccessMode>RW</AccessMode>") +
+        reg("Default", plain) + reg("Both", plain, readWrite) +
         reg("In", plain, "<AccessMode>WO</AccessMode>") +
         reg("Imposed", plain, "<AccessMode>RW</AccessMode><ImposedAccessMode>RO</ImposedAccessMode>") +
         reg("Torn", plain, "<AccessMode>WO</AccessMode><ImposedAccessMode>RO</ImposedAccessMode>") +
@@ -205,7 +202,7 @@ TEST(Node, LocksAreNodesOfEveryKind)
 TEST(Node, BooleansCommandsAndStringsReachTheirInnerNodes)
 {
     Camera camera{
-        reg("Raw", "<Address>0</Address><Length>1</Length>", "<AccessMode>RW</AccessMode>") +
+        reg("Raw", "<Address>0</Address><Length>1</Length>", readWrite) +
         "<Boolean Name='Flag'><pValue>Raw</pValue><OnValue>9</OnValue><OffValue>4</OffValue></Boolean>"
         "<Boolean Name='Own'><Value>true</Value></Boolean>" +
         reg("Door", "<Address>8</Address><Length>1</Length>", "<AccessMode>WO</AccessMode>") +
@@ -214,7 +211,7 @@ TEST(Node, BooleansCommandsAndStringsReachTheirInnerNodes)
         constant("Code", "0x2a") +
         "<String Name='Name'><pValue>NameReg</pValue></String>"
         "<String Name='Fixed'><Value>  steady </Value></String><StringReg Name='NameReg'>" +
-        at(16, 6, "<AccessMode>RW</AccessMode>") + "</StringReg>"};
+        at(16, 6, readWrite) + "</StringReg>"};
     camera.port.set(0, {9});
     EXPECT_TRUE(camera.boolean("Flag")->GetValue());
     camera.boolean("Flag")->SetValue(false);
@@ -242,7 +239,7 @@ TEST(Node, BooleansCommandsAndStringsReachTheirInnerNodes)
 
 TEST(Cache, AnswersUntilAnythingIsWrittenOrTimeIsUp)
 {
-    Camera camera{reg("Plain", "<Address>0</Address><Length>1</Length>", "<AccessMode>RW</AccessMode>") +
+    Camera camera{reg("Plain", "<Address>0</Address><Length>1</Length>", readWrite) +
                   reg("Live", "<Address>0</Address><Length>1</Length>", "<Cachable>NoCache</Cachable>") +
                   reg("Slow", "<Address>0</Address><Length>1</Length>", "<PollingTime>1000</PollingTime>") +
                   constant("Other", "1")};
@@ -274,7 +271,7 @@ TEST(Cache, AnswersUntilAnythingIsWrittenOrTimeIsUp)
 
 TEST(Cache, IsNeverStaleAfterAWriteThroughTheNodeMap)
 {
-    Camera camera{reg("Whole", "<Address>0</Address><Length>2</Length>", "<AccessMode>RW</AccessMode>") +
+    Camera camera{reg("Whole", "<Address>0</Address><Length>2</Length>", readWrite) +
                   "<MaskedIntReg Name='Part'>" +
                   at(0, 2, "<AccessMode>RW</AccessMode><LSB>8</LSB><MSB>15</MSB>") + "</MaskedIntReg>" +
                   constant("Selector", "0") +
