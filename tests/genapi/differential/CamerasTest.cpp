@@ -60,7 +60,7 @@ void askAllOf(pugi::xml_node element, const std::string &kind, std::vector<Quest
 /// All is read, written, and read again, with the selectors that are constants where the writes left them.
 Questionnaire cameraOf(const std::string &name)
 {
-    const std::string path = TORVANE_CAMERAS "/" + name;
+    const std::string path = TORVANE_DIFFERENTIAL "/cameras/" + name;
     std::stringstream text;
     text << std::ifstream{path + ".memory"}.rdbuf() << '\n' << std::ifstream{path + ".xml"}.rdbuf();
     Questionnaire result = readQuestionnaire(text);

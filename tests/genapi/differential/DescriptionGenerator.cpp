@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// See the header. What is left out here stands in KnownDifferences.cpp: there the oracle is asked, too.
+// See the header. What is left out here stands in known-differences.txt, where the oracle is asked too.
 #include "DescriptionGenerator.h"
 
 #include <algorithm>

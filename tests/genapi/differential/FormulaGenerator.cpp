@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// See the header. What is left out here stands in KnownDifferences.cpp: there the oracle is asked, too.
+// See the header. What is left out here stands in known-differences.txt, where the oracle is asked too.
 #include "FormulaGenerator.h"
 
 #include <algorithm>
@@ -88,9 +88,33 @@ Term FormulaGenerator::term(int depth)
         return function(depth - 1);
     case 3:
         return conditional(depth - 1);
+    case 4:
+        if (!isBounded)
+            return chain();
+        [[fallthrough]];
     default:
         return binary(depth - 1);
     }
+}
+
+/// Operators of all precedences in a row, without parentheses: only integers, which wrap, can take what comes out.
+Term FormulaGenerator::chain()
+{
+    std::string text = leaf().text;
+    bool isDistance = false;
+    for (std::size_t length = 3 + random.below(5); length > 0;) {
+        const Operator &next = random.pick(operators);
+        if (isDistance && next.precedence > 7) // it would reckon on with the distance of a shift
+            continue;
+        isDistance = next.group == Group::Shift;
+        const bool isDivision = next.group == Group::Quotient || next.group == Group::Remainder;
+        const std::string operand = isDistance || isDivision ? std::to_string(1 + random.below(62))
+                                    : random.chance(30)      ? (random.chance(50) ? "-" : "~") + leaf().text
+                                                             : leaf().text;
+        text += space() + next.symbol + " " + operand;
+        --length;
+    }
+    return {text, 0, true, conditionalPrecedence + 1};
 }
 
 Term FormulaGenerator::leaf()

@@ -49,6 +49,7 @@ private:
     Term floatFunction(int depth);
     Term conditional(int depth);
     Term binary(int depth);
+    Term chain();
     Term divisor(int depth, bool mustBeWhole);
     Term truth(int depth);
     Term fit(Term term);

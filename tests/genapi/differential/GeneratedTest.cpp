@@ -7,9 +7,9 @@
 
 namespace {
 
-constexpr std::uint64_t descriptionsPerShare = 60;
+constexpr std::uint64_t descriptionsPerShare = 30;
 constexpr int nodesPerDescription = 100;
-constexpr std::size_t valuesPerShare = 7500;
+constexpr std::size_t valuesPerShare = 3750;
 
 /// Shares of the seeds, so that several processes can work at them.
 class Generated : public testing::TestWithParam<std::uint64_t>
@@ -28,6 +28,6 @@ TEST_P(Generated, CamerasReadAndWriteAsTheOracleSays)
     EXPECT_EQ(comparison.crashes(), 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(Share, Generated, testing::Range<std::uint64_t>(0, 4));
+INSTANTIATE_TEST_SUITE_P(Share, Generated, testing::Range<std::uint64_t>(0, 8));
 
 } // namespace
