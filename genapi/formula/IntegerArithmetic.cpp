@@ -70,7 +70,9 @@ Number roundToDigits(Number value, Number digits)
         return value;
     if (digits < -digitsOf64Bits)
         return 0;
-    const Number scale = power(10, -digits);
+    Number scale = 1;
+    for (; digits < 0; ++digits)
+        scale *= 10;
     const Number rest = value % scale;
     const Number half = scale / 2;
     const Number away = rest >= half ? 1 : rest <= -half ? -1 : 0;
