@@ -22,6 +22,8 @@ torvane_test_packages=(
     libaravis-dev libusb-1.0-0-dev
     "${torvane_screen_packages[@]}"
 )
+# shellcheck disable=SC2034 # for the scripts that fuzz
+torvane_fuzz_packages=(clang-14 libclang-rt-14-dev)
 
 say() { printf '%s\n' "$*" >&2; }
 

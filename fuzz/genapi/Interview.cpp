@@ -1,0 +1,251 @@
+// SPDX-License-Identifier: MIT
+// See the header.
+#include "Interview.h"
+
+#include "CPointer.h"
+#include "FuzzTarget.h"
+#include "GenericException.h"
+#include "RegisterSpace.h"
+
+#include <algorithm>
+#include <ctime>
+#include <sstream>
+
+using namespace GenApi_3_2_TVN;
+using GenICam_3_2_TVN::gcstring;
+using GenICam_3_2_TVN::GenericException;
+
+namespace {
+
+/// Processor time of one call. The layer bounds the steps of a call; they take a hundredth of this.
+constexpr double secondsPerCall = 2;
+
+std::string textOf(const gcstring &text)
+{
+    return std::string{std::string_view{text}};
+}
+
+std::string textOf(INode *node)
+{
+    return textOf(node->GetName());
+}
+
+std::string textOf(IEnumEntry *entry)
+{
+    return entry != nullptr ? textOf(entry->GetSymbolic()) : "none";
+}
+
+template <class Number>
+requires std::is_arithmetic_v<Number> std::string textOf(Number number)
+{
+    std::ostringstream text;
+    text << std::hexfloat << number;
+    return number == number ? text.str() : "no number";
+}
+
+template <class Item>
+std::string textOf(const std::vector<Item> &items)
+{
+    std::string text;
+    for (const Item &item : items)
+        text += textOf(item) + "\n";
+    return text;
+}
+
+template <class Question>
+std::string outcomeOf(Question question)
+{
+    const std::clock_t start = std::clock();
+    std::string outcome;
+    try {
+        outcome = textOf(question());
+    } catch (const GenericException &refusal) {
+        require(*refusal.GetDescription() != '\0', "a refusal without words");
+        outcome = std::string{"refused: "} + refusal.GetDescription();
+    } catch (const RegisterSpace::Refusal &) {
+        outcome = "refused by the device";
+    }
+    require(secondsSince(start) < secondsPerCall, "a call of " + textOf(secondsSince(start)) + " s");
+    return outcome;
+}
+
+/// The answers of one node, question by question.
+class Interview
+{
+public:
+    Interview(INode &node, bool ignoreCache) : node{node}, name{textOf(&node)}, ignoreCache{ignoreCache} {}
+
+    std::vector<std::string> answers()
+    {
+        ask("GetAccessMode", [&] { return static_cast<int>(node.GetAccessMode()); });
+        askProperties();
+        askNumbers(CIntegerPtr{&node});
+        askNumbers(CFloatPtr{&node});
+        if (const CFloatPtr real{&node})
+            ask("HasInc", [&] { return real->HasInc(); });
+        if (const CBooleanPtr boolean{&node})
+            ask("GetValue", [&] { return boolean->GetValue(false, ignoreCache); });
+        askText(CStringPtr{&node});
+        askBytes(CRegisterPtr{&node});
+        if (const CCommandPtr command{&node})
+            ask("IsDone", [&] { return command->IsDone(); });
+        if (const CCategoryPtr category{&node})
+            ask("GetFeatures",
+                [&] { return listed([&](NodeList_t &list) { category->GetFeatures(list); }); });
+        askEnumeration(CEnumerationPtr{&node});
+        askEntry(CEnumEntryPtr{&node});
+        return std::move(given);
+    }
+
+private:
+    template <class Question>
+    void ask(const std::string &what, Question question)
+    {
+        given.push_back(name + " " + what + ": " + outcomeOf(question));
+    }
+
+    template <class Fill>
+    static NodeList_t listed(Fill fill)
+    {
+        NodeList_t list;
+        fill(list);
+        return list;
+    }
+
+    void askProperties()
+    {
+        for (const char *const property : {"NodeType", "Name", "ToolTip", "pFeature", "pValue", "Formula"}) {
+            ask(property, [&] {
+                gcstring value;
+                gcstring attribute;
+                return node.GetProperty(property, value, attribute) ? std::vector<gcstring>{value, attribute}
+                                                                    : std::vector<gcstring>{};
+            });
+        }
+    }
+
+    template <class Interface>
+    void askNumbers(const CPointer<Interface> &number)
+    {
+        if (!number)
+            return;
+        ask("GetValue", [&] { return number->GetValue(false, ignoreCache); });
+        ask("GetValue, verified", [&] { return number->GetValue(true, ignoreCache); });
+        ask("GetMin", [&] { return number->GetMin(); });
+        ask("GetMax", [&] { return number->GetMax(); });
+        ask("GetInc", [&] { return number->GetInc(); });
+    }
+
+    void askText(const CStringPtr &string)
+    {
+        if (!string)
+            return;
+        ask("GetValue", [&] { return string->GetValue(false, ignoreCache); });
+        ask("GetMaxLength", [&] { return string->GetMaxLength(); });
+    }
+
+    void askBytes(const CRegisterPtr &bytes)
+    {
+        if (!bytes)
+            return;
+        ask("GetAddress", [&] { return bytes->GetAddress(); });
+        ask("GetLength", [&] { return bytes->GetLength(); });
+        ask("Get", [&] {
+            std::vector<std::uint8_t> buffer(static_cast<std::size_t>(bytes->GetLength()));
+            bytes->Get(buffer.data(), bytes->GetLength(), false, ignoreCache);
+            return gcstring{reinterpret_cast<const char *>(buffer.data()), buffer.size()};
+        });
+    }
+
+    void askEnumeration(const CEnumerationPtr &enumeration)
+    {
+        if (!enumeration)
+            return;
+        ask("GetIntValue", [&] { return enumeration->GetIntValue(false, ignoreCache); });
+        ask("GetCurrentEntry", [&] { return enumeration->GetCurrentEntry(false, ignoreCache); });
+        ask("GetSymbolics", [&] {
+            StringList_t symbolics;
+            enumeration->GetSymbolics(symbolics);
+            return symbolics;
+        });
+        NodeList_t entries;
+        ask("GetEntries", [&] {
+            enumeration->GetEntries(entries);
+            return entries;
+        });
+        for (INode *const entry : entries)
+            std::ranges::move(Interview{*entry, ignoreCache}.answers(), std::back_inserter(given));
+    }
+
+    void askEntry(const CEnumEntryPtr &entry)
+    {
+        if (!entry)
+            return;
+        ask("GetValue", [&] { return entry->GetValue(); });
+        ask("GetSymbolic", [&] { return entry->GetSymbolic(); });
+        ask("GetNumericValue", [&] { return entry->GetNumericValue(); });
+        ask("IsSelfClearing", [&] { return entry->IsSelfClearing(); });
+    }
+
+    INode &node;
+    std::string name;
+    bool ignoreCache;
+    std::vector<std::string> given;
+};
+
+template <class Write>
+void attempt(Write write)
+{
+    outcomeOf([&] {
+        write();
+        return true;
+    });
+}
+
+template <class Interface>
+void changeNumber(const CPointer<Interface> &number)
+{
+    if (!number)
+        return;
+    attempt([&] { number->SetValue(number->GetMax()); });
+    attempt([&] { number->SetValue(number->GetMin()); });
+    attempt([&] { number->SetValue(1, false); });
+}
+
+void changeBytes(const CRegisterPtr &bytes)
+{
+    attempt([&] {
+        std::vector<std::uint8_t> buffer(static_cast<std::size_t>(bytes->GetLength()));
+        bytes->Get(buffer.data(), bytes->GetLength());
+        std::ranges::reverse(buffer);
+        bytes->Set(buffer.data(), bytes->GetLength());
+    });
+}
+
+} // namespace
+
+std::vector<std::string> answersOf(INode &node, bool ignoreCache)
+{
+    return Interview{node, ignoreCache}.answers();
+}
+
+void change(INode &node)
+{
+    changeNumber(CIntegerPtr{&node});
+    changeNumber(CFloatPtr{&node});
+    if (const CBooleanPtr boolean{&node})
+        attempt([&] { boolean->SetValue(!boolean->GetValue()); });
+    if (const CStringPtr string{&node})
+        attempt([&] { string->SetValue("changed"); });
+    if (const CRegisterPtr bytes{&node})
+        changeBytes(bytes);
+    if (const CCommandPtr command{&node})
+        attempt([&] { command->Execute(); });
+    if (const CEnumerationPtr enumeration{&node})
+        attempt([&] { enumeration->SetIntValue(enumeration->GetIntValue() ^ 1); });
+}
+
+double secondsSince(long start)
+{
+    return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
+}
