@@ -63,7 +63,7 @@ void StartTest::withoutInput()
 void StartTest::dataOutsideTheRows()
 {
     const CameraList list(cameras("A"));
-    run("paint");
+    run("paints");
     QCOMPARE(program.exitStatus(), QProcess::CrashExit);
     QVERIFY(program.readAllStandardError().contains("std::out_of_range"));
 }
