@@ -24,41 +24,7 @@ enum class Arithmetic
     ExactInteger ///< integers that doubles can hold, and no division: where the oracle computes with doubles
 };
 
-class FormulaGenerator
-{
-public:
-    /// \param areVariables  all of \p leaves, and this is no Expression: then ROUND can be used
-    FormulaGenerator(Random &random, Arithmetic arithmetic, std::vector<Term> leaves, bool areVariables)
-        : random{random},
-          isFloat{arithmetic == Arithmetic::Float},
-          isBounded{arithmetic != Arithmetic::Integer},
-          leaves{std::move(leaves)},
-          areVariables{areVariables}
-    {}
-
-    /// \param depth  operators within each other
-    Term formula(int depth);
-
-private:
-    Term term(int depth);
-    Term leaf();
-    Term literal();
-    Term unary(int depth);
-    Term power();
-    Term function(int depth);
-    Term floatFunction(int depth);
-    Term conditional(int depth);
-    Term binary(int depth);
-    Term chain();
-    Term divisor(int depth, bool mustBeWhole);
-    Term truth(int depth);
-    Term fit(Term term);
-    bool canTakeBits(const Term &term) const;
-    std::string space();
-
-    Random &random;
-    bool isFloat;
-    bool isBounded;
-    std::vector<Term> leaves;
-    bool areVariables;
-};
+/// \param areVariables  all of \p leaves, and this is no Expression: then ROUND can be used
+/// \param depth         operators within each other
+Term randomFormula(Random &random, Arithmetic arithmetic, const std::vector<Term> &leaves, bool areVariables,
+                   int depth);

@@ -20,8 +20,7 @@ TEST_P(Generated, CamerasReadAndWriteAsTheOracleSays)
     Comparison comparison;
     const std::uint64_t first = GetParam() * descriptionsPerShare;
     for (std::uint64_t seed = first; seed < first + descriptionsPerShare; ++seed)
-        comparison.compare("seed " + std::to_string(seed),
-                           DescriptionGenerator{seed}.generate(nodesPerDescription));
+        comparison.compare("seed " + std::to_string(seed), generatedCamera(seed, nodesPerDescription));
     std::cout << comparison.summary() << std::endl;
     EXPECT_EQ(comparison.differences(), std::vector<std::string>{});
     EXPECT_GE(comparison.values(), valuesPerShare);

@@ -36,21 +36,11 @@ std::string Question::text() const
     return action + " " + kind + " " + node + (value.empty() ? "" : " " + value);
 }
 
-/// Lines of memory ("@1000 0a0b", at most 16 bytes), of questions, one that is empty, and the description.
+/// Lines of memory ("@1000 0a0b"), of questions, one that is empty, and the description.
 void write(std::ostream &out, const Questionnaire &questionnaire)
 {
-    std::uint64_t next = 0;
-    std::size_t column = 0;
-    for (const auto &[address, byte] : questionnaire.memory) {
-        if (column == 0 || column == 16 || address != next) {
-            out << (column == 0 ? "@" : "\n@") << hexadecimal(address, 1) << ' ';
-            column = 0;
-        }
-        out << hexadecimal(byte, 2);
-        next = address + 1;
-        ++column;
-    }
-    out << '\n';
+    for (const auto &[address, byte] : questionnaire.memory)
+        out << '@' << hexadecimal(address, 1) << ' ' << hexadecimal(byte, 2) << '\n';
     for (const Question &question : questionnaire.questions)
         out << question.text() << '\n';
     out << '\n' << questionnaire.description;

@@ -47,18 +47,17 @@ std::string_view view(const gcstring &text)
 std::string get(INode *node, const std::string &kind)
 {
     if (kind == "integer")
-        return answerOf(CIntegerPtr { node } -> GetValue());
+        return answerOf(CIntegerPtr(node)->GetValue());
     if (kind == "float")
-        return answerOf(CFloatPtr { node } -> GetValue());
+        return answerOf(CFloatPtr(node)->GetValue());
     if (kind == "boolean")
-        return answerOf(CBooleanPtr { node } -> GetValue());
+        return answerOf(CBooleanPtr(node)->GetValue());
     if (kind == "string")
-        return answerOf(view(CStringPtr { node } -> GetValue()));
+        return answerOf(view(CStringPtr(node)->GetValue()));
     if (kind == "enumeration") {
         const CEnumerationPtr enumeration{node};
         const std::string value = answerOf(enumeration->GetIntValue());
-        return value + " " +
-               answerOf(view(CEnumEntryPtr { enumeration->GetCurrentEntry() } -> GetSymbolic()));
+        return value + " " + answerOf(view(CEnumEntryPtr(enumeration->GetCurrentEntry())->GetSymbolic()));
     }
     const CRegisterPtr bytes{node};
     std::string all(static_cast<std::size_t>(bytes->GetLength()), '\0');
@@ -69,8 +68,7 @@ std::string get(INode *node, const std::string &kind)
 std::string bound(INode *node, const Question &question)
 {
     if (question.kind == "float")
-        return answerOf(question.action == "min" ? CFloatPtr { node } -> GetMin()
-                                                 : CFloatPtr { node } -> GetMax());
+        return answerOf(question.action == "min" ? CFloatPtr(node)->GetMin() : CFloatPtr(node)->GetMax());
     const CIntegerPtr integer{node};
     return answerOf(question.action == "min"   ? integer->GetMin()
                     : question.action == "max" ? integer->GetMax()
@@ -80,34 +78,19 @@ std::string bound(INode *node, const Question &question)
 void set(INode *node, const Question &question)
 {
     if (question.kind == "integer")
-        CIntegerPtr
-        {
-            node
-            } -> SetValue(std::stoll(question.value));
+        CIntegerPtr(node)->SetValue(std::stoll(question.value));
     else if (question.kind == "float")
-        CFloatPtr
-        {
-            node
-            } -> SetValue(std::stod(question.value));
+        CFloatPtr(node)->SetValue(std::stod(question.value));
     else if (question.kind == "boolean")
-        CBooleanPtr
-        {
-            node
-            } -> SetValue(question.value == "true");
+        CBooleanPtr(node)->SetValue(question.value == "true");
     else if (question.kind == "string")
-        CStringPtr
-        {
-            node
-            } -> SetValue(question.value.c_str());
+        CStringPtr(node)->SetValue(question.value.c_str());
     else if (question.kind == "command")
-        CCommandPtr
-        {
-            node
-            } -> Execute();
+        CCommandPtr(node)->Execute();
     else {
         const CEnumerationPtr enumeration{node};
-        enumeration->SetIntValue(CEnumEntryPtr { enumeration->GetEntryByName(question.value.c_str()) }
-                                 -> GetValue());
+        enumeration->SetIntValue(
+            CEnumEntryPtr(enumeration->GetEntryByName(question.value.c_str()))->GetValue());
     }
 }
 
