@@ -275,10 +275,16 @@ void FormulaParser::parseFunction(const Token &name)
 /// double the work at each step.
 void FormulaParser::parseExpression(const std::string &name, const std::string &text)
 {
-    if (const auto done = build.expressionCodes.find(name); done != build.expressionCodes.end()) {
-        emit(Operation::Evaluate, done->second);
-        return;
-    }
+    const auto known = build.expressions.find(name);
+    const FormulaBuild::Expression expression =
+        known != build.expressions.end() ? known->second : compileExpression(name, text);
+    requireExpressionDepth(name, expression.depth);
+    depth = std::max(depth, expression.depth + 1);
+    emit(Operation::Evaluate, expression.code);
+}
+
+FormulaBuild::Expression FormulaParser::compileExpression(const std::string &name, const std::string &text)
+{
     std::string way;
     for (const std::string &open : build.openExpressions) {
         if (open == name || !way.empty())
@@ -286,15 +292,21 @@ void FormulaParser::parseExpression(const std::string &name, const std::string &
     }
     if (!way.empty())
         throw FormulaError{"Expression '" + name + "' leads back to itself (" + way + name + ")"};
-    if (build.openExpressions.size() == limits::expressionNesting)
-        throw FormulaError{"Expression '" + name + "' is more than " +
-                           std::to_string(limits::expressionNesting) + " expressions deep"};
+    requireExpressionDepth(name, 1);
 
     build.openExpressions.push_back(name);
-    const std::uint32_t compiled = FormulaParser{text, build, formula}.compile();
+    FormulaParser parser{text, build, formula};
+    const std::uint32_t compiled = parser.compile();
     build.openExpressions.pop_back();
-    build.expressionCodes.emplace(name, compiled);
-    emit(Operation::Evaluate, compiled);
+    return build.expressions.emplace(name, FormulaBuild::Expression{compiled, parser.depth}).first->second;
+}
+
+/// One that was compiled near the formula may be used again far from it, and takes what it evaluates along.
+void FormulaParser::requireExpressionDepth(const std::string &name, std::size_t ownDepth) const
+{
+    if (build.openExpressions.size() + ownDepth > limits::expressionNesting)
+        throw FormulaError{"Expression '" + name + "' reaches more than " +
+                           std::to_string(limits::expressionNesting) + " expressions deep"};
 }
 
 void FormulaParser::pushLiteral(const Token &place, std::string_view text)

@@ -17,9 +17,14 @@ namespace GenApi_3_2_TVN {
 /// What stays the same while a formula and its expressions are compiled.
 struct FormulaBuild
 {
+    struct Expression
+    {
+        std::uint32_t code;
+        std::size_t depth; ///< it and those that it leads to, in a row
+    };
     const FormulaSymbols &symbols;
-    std::map<std::string, std::uint32_t, std::less<>> expressionCodes; ///< those that are done
-    std::vector<std::string> openExpressions;                          ///< those on the way, outermost first
+    std::map<std::string, Expression, std::less<>> expressions; ///< those that are done
+    std::vector<std::string> openExpressions;                   ///< those on the way, outermost first
     std::size_t totalLength = 0;
     std::size_t nesting = 0;
 };
@@ -46,6 +51,8 @@ private:
     void parseIdentifier();
     void parseFunction(const Token &name);
     void parseExpression(const std::string &name, const std::string &text);
+    FormulaBuild::Expression compileExpression(const std::string &name, const std::string &text);
+    void requireExpressionDepth(const std::string &name, std::size_t ownDepth) const;
     void parseVariable(const Token &identifier, std::size_t variable, std::string_view suffix);
     void pushLiteral(const Token &place, std::string_view text);
 
@@ -61,6 +68,7 @@ private:
     FormulaBuild &build;
     Formula &formula;
     Code code;
+    std::size_t depth = 1; ///< as FormulaBuild::Expression counts it
     Token current;
 };
 

@@ -265,11 +265,14 @@ TEST(Formula, ExpressionsThatUseOneAnotherAreBounded)
                            " + E" + std::to_string(step - 1) + "</Expression>";
         return expressions;
     };
-    EXPECT_EQ(Camera{knife("E31", doubling(31))}.value("F"), std::int64_t{1} << 31)
-        << "each is evaluated once";
+    EXPECT_EQ(Camera{knife("E16 + E31", doubling(31))}.value("F"), 0x80010000) << "each is evaluated once";
     Camera deep{knife("E40", doubling(40))};
     EXPECT_EQ(refusal([&] { deep.value("F"); }),
-              "Node 'F': Formula: Expression 'E8' is more than 32 expressions deep");
+              "Node 'F': Formula: Expression 'E8' reaches more than 32 expressions deep");
+    Camera steps{knife("E20 + E40", doubling(40))};
+    EXPECT_EQ(refusal([&] { steps.value("F"); }),
+              "Node 'F': Formula: Expression 'E20' reaches more than 32 expressions deep")
+        << "compiled in steps that are short enough";
 }
 
 TEST(Formula, AllOfADescriptionAreCheckedAtOnce)
