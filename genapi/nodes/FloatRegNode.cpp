@@ -28,7 +28,10 @@ bool FloatRegNode::isSingle() const
 double FloatRegNode::readReal(Reading reading)
 {
     const bool single = isSingle();
-    const std::uint64_t word = wordOf(bytes.read(reading), isBigEndian != bytes.areSwapped());
+    std::array<std::uint8_t, wordLength> buffer;
+    const std::span used = std::span{buffer}.first(single ? sizeof(float) : sizeof(double));
+    bytes.read(reading, used);
+    const std::uint64_t word = wordOf(used, isBigEndian != bytes.areSwapped());
     return single ? std::bit_cast<float>(static_cast<std::uint32_t>(word)) : std::bit_cast<double>(word);
 }
 

@@ -61,13 +61,21 @@ IntRegNode::Field IntRegNode::currentField() const
 
 std::int64_t IntRegNode::readInteger(Reading reading)
 {
-    const Field bits = currentField();
-    std::uint64_t value =
-        (wordOf(bytes.read(reading), isBigEndian != bytes.areSwapped()) >> bits.shift) & bits.mask();
+    const std::size_t count = byteCount();
+    const Field bits = field(count);
+    std::uint64_t value = (readWord(reading, count) >> bits.shift) & bits.mask();
     const bool isNegative = isSigned && ((value >> (bits.width - 1)) & 1) != 0;
     if (isNegative)
         value |= ~bits.mask();
     return static_cast<std::int64_t>(value);
+}
+
+std::uint64_t IntRegNode::readWord(Reading reading, std::size_t count)
+{
+    std::array<std::uint8_t, wordLength> buffer;
+    const std::span used = std::span{buffer}.first(count);
+    bytes.read(reading, used);
+    return wordOf(used, isBigEndian != bytes.areSwapped());
 }
 
 /// The bits around a field come fresh from the device, which may have changed them since. Those of a register
@@ -79,15 +87,14 @@ void IntRegNode::writeInteger(std::int64_t value)
     if (!fits(value, bits))
         fail<OutOfRangeException>(std::to_string(value) + " does not fit into " + std::to_string(bits.width) +
                                   " bits");
-    const bool bigEndian = isBigEndian != bytes.areSwapped();
     std::uint64_t assembled = 0;
     if (bits.width < count * 8 && !bytes.isWriteOnly())
-        assembled = wordOf(bytes.read({.ignoreCache = true}), bigEndian) & ~(bits.mask() << bits.shift);
+        assembled = readWord({.ignoreCache = true}, count) & ~(bits.mask() << bits.shift);
     assembled |= (static_cast<std::uint64_t>(value) & bits.mask()) << bits.shift;
 
     std::array<std::uint8_t, wordLength> buffer{};
     const std::span used = std::span{buffer}.first(count);
-    putWord(assembled, bigEndian, used);
+    putWord(assembled, isBigEndian != bytes.areSwapped(), used);
     bytes.write(used);
 }
 

@@ -5,6 +5,8 @@
 #include "Limits.h"
 #include "NodeMap.h"
 
+#include <algorithm>
+#include <iterator>
 #include <limits>
 #include <string_view>
 #include <utility>
@@ -70,26 +72,24 @@ bool Register::statedCachable() const
                                   "' is none of NoCache, WriteThrough and WriteAround");
 }
 
-std::span<const std::uint8_t> Register::read(Reading reading)
+void Register::read(Reading reading, std::span<std::uint8_t> to)
 {
-    const std::int64_t byteCount = readLength();
-    const std::uint64_t place = address(byteCount);
-    if (reading.ignoreCache || !isCached(place, byteCount))
-        readDevice(place, byteCount);
-    return cache.bytes;
+    const std::uint64_t place = address(std::ssize(to));
+    if (reading.ignoreCache || !isCached(place, to.size()))
+        return readDevice(place, to);
+    std::ranges::copy(cache.bytes, to.begin());
 }
 
-/// The bytes go straight into the cache, which is empty until the port has delivered.
-void Register::readDevice(std::uint64_t place, std::int64_t byteCount)
+/// The cache is empty until the port has delivered.
+void Register::readDevice(std::uint64_t place, std::span<std::uint8_t> to)
 {
     PortNode &port = connectedPort();
-    const bool isKnown = cache.isFilled && cache.address == place;
-    const std::vector<std::uint8_t> before = std::exchange(cache.bytes, {});
-    cache.isFilled = false;
-    cache.bytes.assign(static_cast<std::size_t>(byteCount), 0);
-    port.Read(cache.bytes.data(), static_cast<std::int64_t>(place), byteCount);
-    if (isKnown && cache.bytes != before)
+    const bool isKnown = std::exchange(cache.isFilled, false) && cache.address == place;
+    std::ranges::fill(to, std::uint8_t{0});
+    port.Read(to.data(), static_cast<std::int64_t>(place), std::ssize(to));
+    if (isKnown && !std::ranges::equal(cache.bytes, to))
         owner.map().noteChange();
+    cache.bytes.assign(to.begin(), to.end());
     cache.address = place;
     cache.generation = owner.map().cacheGeneration();
     cache.changes = owner.map().changeCount();
@@ -112,13 +112,13 @@ void Register::write(std::span<const std::uint8_t> bytes)
 
 /// Which registers a change of an invalidator reaches is not followed: any change that a read finds drops the cache
 /// of every register that names invalidators.
-bool Register::isCached(std::uint64_t place, std::int64_t byteCount) const
+bool Register::isCached(std::uint64_t place, std::size_t byteCount) const
 {
     const NodeMap &map = owner.map();
     return cache.isFilled && isCachable && map.isCachingEnabled() &&
            cache.generation == map.cacheGeneration() && cache.address == place &&
-           cache.bytes.size() == static_cast<std::size_t>(byteCount) &&
-           (!hasInvalidators || cache.changes == map.changeCount()) && !isTooOld();
+           cache.bytes.size() == byteCount && (!hasInvalidators || cache.changes == map.changeCount()) &&
+           !isTooOld();
 }
 
 bool Register::isTooOld() const

@@ -23,10 +23,11 @@ class Register
 public:
     explicit Register(Node &owner);
 
-    /// \return the bytes, good until the next call of this register; what a port did not deliver is zero
+    /// The length is asked once and then belongs to the call: a device may answer otherwise a moment later.
+    /// \param to  as long as readLength() has told; what a port does not deliver is zero
     /// \throws GenericException  the place can't be had or no port is connected
-    /// What the port throws passes through.
-    std::span<const std::uint8_t> read(Reading reading);
+    /// What the port throws passes through, and \p to holds nothing of use then.
+    void read(Reading reading, std::span<std::uint8_t> to);
     /// Drops all caches of the node map, its own too: a device may round or refuse what it is given, so what
     /// it holds now is known only by reading it again.
     void write(std::span<const std::uint8_t> bytes);
@@ -63,8 +64,8 @@ private:
     std::int64_t indexOffset(const Index &index, std::int64_t byteCount) const;
     PortNode &portNode() const;
     PortNode &connectedPort() const;
-    void readDevice(std::uint64_t address, std::int64_t byteCount);
-    bool isCached(std::uint64_t address, std::int64_t byteCount) const;
+    void readDevice(std::uint64_t address, std::span<std::uint8_t> to);
+    bool isCached(std::uint64_t address, std::size_t byteCount) const;
     bool isTooOld() const;
 
     Node &owner;

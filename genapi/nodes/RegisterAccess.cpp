@@ -4,8 +4,6 @@
 
 #include "NodeMap.h"
 
-#include <algorithm>
-
 namespace GenApi_3_2_TVN {
 
 void RegisterAccess::Set(const std::uint8_t *from, std::int64_t length, bool)
@@ -21,7 +19,7 @@ void RegisterAccess::Get(std::uint8_t *to, std::int64_t length, bool, bool ignor
     owner.requireReadable();
     const Trail::Step step{owner.map().trail(), owner, Aspect::Value, ""};
     requireLength(length);
-    std::ranges::copy(bytes.read({ignoreCache}), to);
+    bytes.read({ignoreCache}, {to, static_cast<std::size_t>(length)});
 }
 
 std::int64_t RegisterAccess::GetLength()

@@ -9,7 +9,8 @@ namespace GenApi_3_2_TVN {
 
 std::string StringRegNode::readText(Reading reading)
 {
-    const std::span<const std::uint8_t> all = bytes.read(reading);
+    std::vector<std::uint8_t> all(static_cast<std::size_t>(bytes.readLength()));
+    bytes.read(reading, all);
     return std::string{all.begin(), std::find(all.begin(), all.end(), std::uint8_t{0})};
 }
 

@@ -46,6 +46,42 @@ TEST(Register, GivesAndTakesItsBytes)
               "Node 'Text': can only be read");
 }
 
+/// A device whose byte at 64 holds 200 once it has been read.
+class GrowingPort : public FakePort
+{
+public:
+    void Read(void *buffer, std::int64_t address, std::int64_t length) override
+    {
+        FakePort::Read(buffer, address, length);
+        if (address == 64)
+            set(64, {200});
+    }
+};
+
+TEST(Register, IsNoLongerThanItWasWhenItWasAsked)
+{
+    GrowingPort port;
+    const std::string place = "<Address>0</Address><pLength>Size</pLength><pPort>Device</pPort>";
+    Camera camera{reg("Size", 64, "<Cachable>NoCache</Cachable>") + "<Register Name='Table'>" + place +
+                  "</Register><IntReg Name='Whole'>" + place + "</IntReg><FloatReg Name='Real'>" + place +
+                  "</FloatReg><StringReg Name='Text'>" + place + "</StringReg>"};
+    camera.nodeMap._Connect(static_cast<IPort *>(&port));
+    port.set(0, {0, 0, 0x80, 0x3f, 1});
+    std::array<std::uint8_t, 4> bytes{};
+    port.set(64, {4});
+    camera.registerOf("Table")->Get(bytes.data(), 4);
+    EXPECT_THAT(bytes, ElementsAre(0, 0, 0x80, 0x3f));
+    EXPECT_EQ(refusal([&] { camera.registerOf("Table")->Get(bytes.data(), 4); }),
+              "Node 'Table': 4 bytes for a register of 200");
+    port.set(64, {3});
+    EXPECT_EQ(camera.value("Whole"), 0x800000);
+    port.set(64, {4});
+    EXPECT_EQ(camera.real("Real")->GetValue(), 1);
+    port.set(0, {'a', 'b', 'c'});
+    port.set(64, {2});
+    EXPECT_EQ(camera.text("Text"), "ab");
+}
+
 TEST(Register, EntriesOfAStructureAreFieldsOfOneRegister)
 {
     Camera camera{constant("Where", "8") + constant("IsThere", "1") +
