@@ -2,6 +2,8 @@
 // See the header.
 #include "PortNode.h"
 
+#include "NodeMap.h"
+
 namespace GenApi_3_2_TVN {
 
 void PortNode::Read(void *buffer, std::int64_t address, std::int64_t length)
@@ -9,8 +11,10 @@ void PortNode::Read(void *buffer, std::int64_t address, std::int64_t length)
     requirePort().Read(buffer, address, length);
 }
 
+/// Caches end before the write, so that they are gone also when it fails half way.
 void PortNode::Write(const void *buffer, std::int64_t address, std::int64_t length)
 {
+    map().dropCaches();
     requirePort().Write(buffer, address, length);
 }
 

@@ -22,6 +22,7 @@ public:
 
     /// \throws AccessException  no port is connected; what the port throws passes through
     void Read(void *buffer, std::int64_t address, std::int64_t length) override;
+    /// As Read(). Drops all caches of the node map: which registers a write changes, only the device knows.
     void Write(const void *buffer, std::int64_t address, std::int64_t length) override;
 
 protected:

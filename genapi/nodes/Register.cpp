@@ -97,7 +97,6 @@ void Register::readDevice(std::uint64_t place, std::span<std::uint8_t> to)
     cache.isFilled = true;
 }
 
-/// Caches end before the write, so that they are gone also when it fails half way.
 void Register::write(std::span<const std::uint8_t> bytes)
 {
     const std::int64_t byteCount = readLength();
@@ -105,9 +104,7 @@ void Register::write(std::span<const std::uint8_t> bytes)
     if (bytes.size() != static_cast<std::size_t>(byteCount))
         owner.fail<OutOfRangeException>("a value of " + std::to_string(bytes.size()) +
                                         " bytes for a register of " + std::to_string(byteCount));
-    PortNode &port = connectedPort();
-    owner.map().dropCaches();
-    port.Write(bytes.data(), static_cast<std::int64_t>(place), byteCount);
+    connectedPort().Write(bytes.data(), static_cast<std::int64_t>(place), byteCount);
 }
 
 /// Which registers a change of an invalidator reaches is not followed: any change that a read finds drops the cache

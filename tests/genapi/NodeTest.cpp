@@ -283,6 +283,8 @@ TEST(Cache, IsNeverStaleAfterAWriteThroughTheNodeMap)
     EXPECT_EQ(camera.value("Selected"), 10);
     camera.integer("Selector")->SetValue(1);
     EXPECT_EQ(camera.value("Selected"), 20) << "another place";
+    dynamic_cast<IPort *>(camera.node("Device"))->Write("\x05", 17, 1);
+    EXPECT_EQ(camera.value("Selected"), 5) << "through the port node";
 
     camera.port.failure = "cut off";
     EXPECT_THROW(camera.integer("Whole")->SetValue(7), std::runtime_error);
