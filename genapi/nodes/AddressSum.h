@@ -8,7 +8,8 @@
 
 namespace GenApi_3_2_TVN {
 
-/// Adds up what is positive and what is negative apart, so that only the end result has to fit.
+/// Adds up what is positive and what is negative apart, so that it may be negative on the way. Each of the two
+/// has to fit 64 bits.
 class AddressSum
 {
 public:
@@ -20,8 +21,7 @@ public:
             addMagnitude(above, static_cast<std::uint64_t>(part));
     }
 
-    /// A constant of a description, from 2^63 up the negative number of the same bits.
-    void addConstant(std::int64_t bits) { addMagnitude(above, static_cast<std::uint64_t>(bits)); }
+    void addUnsigned(std::uint64_t part) { addMagnitude(above, part); }
 
     void addProduct(std::int64_t left, std::int64_t right)
     {

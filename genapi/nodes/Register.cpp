@@ -2,6 +2,7 @@
 // See the header.
 #include "Register.h"
 
+#include "ElementText.h"
 #include "Limits.h"
 #include "NodeMap.h"
 
@@ -42,13 +43,23 @@ void Register::addAddress(pugi::xml_node child)
 {
     const std::string_view tag = child.name();
     if (tag == "Address")
-        constants.addConstant(owner.numberOf<std::int64_t>(child));
+        addConstant(child);
     else if (tag == "pAddress")
         addressLinks.emplace_back(owner, "pAddress", child);
     else if (tag == "IntSwissKnife")
         addressLinks.emplace_back(owner, "IntSwissKnife", child);
     else if (tag == "pIndex")
         addIndex(child);
+}
+
+/// From 2^63 up it arrives as the negative number of the same bits, which its text tells from one that is negative.
+void Register::addConstant(pugi::xml_node child)
+{
+    const std::int64_t constant = owner.numberOf<std::int64_t>(child);
+    if (textOf(child).starts_with('-'))
+        constants.add(constant);
+    else
+        constants.addUnsigned(static_cast<std::uint64_t>(constant));
 }
 
 void Register::addIndex(pugi::xml_node child)

@@ -58,6 +58,7 @@ private:
     };
 
     void addAddress(pugi::xml_node child);
+    void addConstant(pugi::xml_node child);
     void addIndex(pugi::xml_node child);
     bool statedCachable() const;
     std::uint64_t address(std::int64_t byteCount) const;

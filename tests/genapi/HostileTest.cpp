@@ -196,6 +196,7 @@ INSTANTIATE_TEST_SUITE_P(
                    reg("<Address>0xFFFFFFFFFFFFFFFF</Address><Address>1</Address><Length>1</Length>"),
                    badAddress},
         HostileRow{"negative_address", reg("<pAddress>Low</pAddress><Length>1</Length>"), badAddress},
+        HostileRow{"negative_constant", reg("<Address>-4</Address><Length>1</Length>"), badAddress},
         HostileRow{"index_past_64_bits",
                    reg("<pIndex Offset='0x4000000000000000'>Eight</pIndex><Length>1</Length>"), badAddress},
         HostileRow{"bit_outside", reg(oneByte + "<LSB>4</LSB><MSB>8</MSB>", "MaskedIntReg"),

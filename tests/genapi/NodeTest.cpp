@@ -42,6 +42,8 @@ INSTANTIATE_TEST_SUITE_P(
                    "R 4098 2"},
         AddressRow{"negative_link_first", "<pAddress>Minus</pAddress><Address>32</Address><Length>1</Length>",
                    "R 16 1"},
+        AddressRow{"negative_constant", "<Address>-4</Address><pAddress>Base</pAddress><Length>1</Length>",
+                   "R 4092 1"},
         AddressRow{
             "inline_formula",
             "<IntSwissKnife><pVariable Name='B'>Base</pVariable><Formula>B * 2</Formula></IntSwissKnife>"
