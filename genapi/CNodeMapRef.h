@@ -68,7 +68,7 @@ public:
         return present(458).ParseSwissKnifes(errors);
     }
 
-    /// Gives up the node map and the device name; the node map ends with the last copy.
+    /// Gives up the node map and with it the device name; the node map ends with the last copy.
     void _Destroy();
 
 private:
@@ -117,8 +117,10 @@ void CNodeMapRefT<TCameraParams>::_Destroy()
 {
     INodeMap *const map = std::exchange(nodeMap, nullptr);
     std::uint32_t *const count = std::exchange(nodeMapRefCount, nullptr);
+    if (map == nullptr)
+        return;
     deviceName = "Device";
-    if (map == nullptr || --*count != 0)
+    if (--*count != 0)
         return;
     delete count;
     if (auto *const destroyable = dynamic_cast<IDestroy *>(map))

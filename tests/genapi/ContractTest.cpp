@@ -96,7 +96,9 @@ TEST(NodeMapRef, IsADeviceOfTheDefaultNameOnceItIsDestroyed)
 {
     const std::string text = description("");
     CNodeMapRef nodeMap{"Left"};
+    nodeMap._Destroy();
     nodeMap._LoadXMLFromString({text.data(), text.size()});
+    EXPECT_EQ(nodeMap._GetDeviceName(), "Left") << "there was no node map";
     nodeMap._Destroy();
     nodeMap._LoadXMLFromString({text.data(), text.size()});
     EXPECT_EQ(nodeMap._GetDeviceName(), "Device");
