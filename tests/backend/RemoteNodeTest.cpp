@@ -29,7 +29,8 @@ constexpr const char *description = R"(<RegisterDescription ModelName="m" Vendor
     <Command Name="Run"><pValue>Nowhere</pValue><CommandValue>1</CommandValue></Command>
     <Integer Name="Twice"><Value>1</Value></Integer>
     <Integer Name="Twice"><Value>2</Value></Integer>
-    <Float Name="Gain"><Value>1.5</Value></Float>
+    <Float Name="Gain"><Value>-2.5</Value></Float>
+    <Float Name="Circle"><pValue>Circle</pValue></Float>
     <Enumeration Name="Mode"><EnumEntry Name="On"><Value>1</Value></EnumEntry><Value>1</Value></Enumeration>
     </RegisterDescription>)";
 
@@ -59,6 +60,7 @@ TEST_F(RemoteNodeTest, ValuesByKind)
     } rows[] = {
         {"Number", -5, -5.0, "-5"},
         {"Switch", 1, 1.0, "1"},
+        {"Gain", -2, -2.5, "-2.500000"},
         {"Label", RemoteNode::NoInteger, RemoteNode::NoDouble, "two words"},
         {"Manufacturer", RemoteNode::NoInteger, RemoteNode::NoDouble, "\x01"},
         {"Root", RemoteNode::NoInteger, RemoteNode::NoDouble, ""},
@@ -94,6 +96,9 @@ TEST_F(RemoteNodeTest, WritesAreConvertedByKind)
     EXPECT_EQ(written("Switch", std::int64_t{1}), "1");
     EXPECT_EQ(written("Switch", -0.5), "0");
     EXPECT_EQ(written("Switch", 0.5), "1");
+    EXPECT_EQ(written("Gain", std::int32_t{-7}), "-7.000000");
+    EXPECT_EQ(written("Gain", std::int64_t{1} << 40), "1099511627776.000000");
+    EXPECT_EQ(written("Gain", 0.25), "0.250000");
     EXPECT_EQ(written("Label", std::int32_t{12}), "12");
     EXPECT_EQ(written("Label", 1.5), "1.500000");
     camera->remoteNode("Root").setValue(std::int32_t{1});
@@ -128,7 +133,7 @@ TEST_F(RemoteNodeTest, AFailingLookupLeavesTheObjectAsItWas)
 TEST_F(RemoteNodeTest, FailuresGoToTheCaller)
 {
     EXPECT_THROW(camera->remoteNode("Lost").valueAsInteger(), std::runtime_error) << "of the port";
-    EXPECT_THROW(camera->remoteNode("Gain").valueAsString(), GenericException) << "of GenApi";
+    EXPECT_THROW(camera->remoteNode("Circle").valueAsString(), GenericException) << "of GenApi";
     camera->close(false);
     EXPECT_THROW(camera->remoteNode("Manufacturer").valueAsString(), std::runtime_error)
         << "the port stays after a close, the read goes to a closed one";
