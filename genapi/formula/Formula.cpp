@@ -15,7 +15,7 @@ namespace GenApi_3_2_TVN {
 
 Formula::Formula(std::string_view text, const FormulaSymbols &symbols)
 {
-    FormulaBuild build{symbols, {}, {}};
+    FormulaBuild build{symbols};
     mainCode = FormulaParser{text, build, *this}.compile();
 }
 

@@ -3,6 +3,7 @@
 // whoever evaluates it gives the values of its variables.
 #pragma once
 
+#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -42,6 +43,8 @@ struct VariableUse
     std::size_t variable;
     Property property = Property::Value;
     std::string entry; ///< behind ".Enum."
+
+    auto operator<=>(const VariableUse &) const = default;
 };
 
 /// A number as it is written: both of its readings, since an integer and a float formula compute differently.
@@ -55,7 +58,7 @@ struct Literal
 enum class Operation : std::uint8_t
 {
     Push,        ///< operand: number of the literal
-    Load,        ///< operand: number of the variable use
+    Load,        ///< operand: number of the variable's use
     Evaluate,    ///< operand: number of the code of an expression
     Jump,        ///< operand: target
     JumpIfZero,  ///< takes the condition away
@@ -129,7 +132,8 @@ public:
     /// 64-bit signed arithmetic: sums, differences, products and powers wrap as two's complement does, "/"
     /// cuts toward zero, and the lowest number divided by -1 is itself. Only the branch taken is evaluated,
     /// and each expression at most once.
-    /// \param load  gives the value of a variable; its exceptions pass through
+    /// \param load  gives the value of a variable, and is asked once for all equal uses, so that they have one
+    ///              value also when a device answers otherwise each time; its exceptions pass through
     /// \throws FormulaError  a division by zero, or a shift outside 0 to 63
     std::int64_t evaluate(const std::function<std::int64_t(const VariableUse &)> &load) const;
 
@@ -145,7 +149,7 @@ private:
     std::vector<Code> codes; ///< the formula's own and those of its expressions
     std::size_t mainCode = 0;
     std::vector<Literal> literals;
-    std::vector<VariableUse> uses;
+    std::vector<VariableUse> uses; ///< each one once
 };
 
 } // namespace GenApi_3_2_TVN

@@ -23,7 +23,7 @@ class FormulaEvaluator
 public:
     FormulaEvaluator(const std::vector<Code> &codes, const std::vector<Literal> &literals,
                      const std::vector<VariableUse> &uses, const Load &load)
-        : codes{codes}, literals{literals}, uses{uses}, load{load}, results(codes.size())
+        : codes{codes}, literals{literals}, uses{uses}, load{load}, results(codes.size()), loaded(uses.size())
     {}
 
     /// Recursion goes from expression to expression only, which the parser bounds.
@@ -47,6 +47,13 @@ private:
         return top;
     }
 
+    Number valueOf(std::size_t use)
+    {
+        if (!loaded[use])
+            loaded[use] = load(uses[use]);
+        return *loaded[use];
+    }
+
     /// \return the place of the instruction that follows
     std::size_t step(const Instruction &instruction, std::size_t place, std::vector<Number> &stack)
     {
@@ -55,7 +62,7 @@ private:
             stack.push_back(Arithmetic::literal(literals[instruction.operand]));
             break;
         case Operation::Load:
-            stack.push_back(load(uses[instruction.operand]));
+            stack.push_back(valueOf(instruction.operand));
             break;
         case Operation::Evaluate:
             stack.push_back(evaluate(instruction.operand));
@@ -101,6 +108,7 @@ private:
     const std::vector<VariableUse> &uses;
     const Load &load;
     std::vector<std::optional<Number>> results; ///< of each code, once it is known
+    std::vector<std::optional<Number>> loaded;  ///< of each use, as well
 };
 
 } // namespace GenApi_3_2_TVN

@@ -242,8 +242,10 @@ void FormulaParser::parseVariable(const Token &identifier, std::size_t variable,
         use.entry = suffix.substr(enumPrefix.size());
     } else if (!suffix.empty() && suffix != ".Value")
         failAt(identifier, "unknown suffix '" + std::string{suffix} + "'");
-    formula.uses.push_back(std::move(use));
-    emit(Operation::Load, formula.uses.size() - 1);
+    const auto [known, isNew] = build.uses.emplace(use, formula.uses.size());
+    if (isNew)
+        formula.uses.push_back(std::move(use));
+    emit(Operation::Load, known->second);
 }
 
 void FormulaParser::parseFunction(const Token &name)

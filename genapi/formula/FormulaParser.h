@@ -23,8 +23,9 @@ struct FormulaBuild
         std::size_t depth; ///< it and those that it leads to, in a row
     };
     const FormulaSymbols &symbols;
-    std::map<std::string, Expression, std::less<>> expressions; ///< those that are done
-    std::vector<std::string> openExpressions;                   ///< those on the way, outermost first
+    std::map<std::string, Expression, std::less<>> expressions{}; ///< those that are done
+    std::map<VariableUse, std::size_t> uses{};                    ///< to their numbers
+    std::vector<std::string> openExpressions{};                   ///< those on the way, outermost first
     std::size_t totalLength = 0;
     std::size_t nesting = 0;
 };

@@ -275,6 +275,23 @@ TEST(Formula, ExpressionsThatUseOneAnotherAreBounded)
         << "compiled in steps that are short enough";
 }
 
+TEST(Formula, AVariableIsAskedOnceAndHasOneValue)
+{
+    std::string doubling = constant("K60", "1");
+    for (int step = 0; step < 60; ++step)
+        doubling += "<IntSwissKnife Name='K" + std::to_string(step) + "'><pVariable Name='X'>K" +
+                    std::to_string(step + 1) +
+                    "</pVariable><Expression Name='Y'>X</Expression><Formula>Y + X.Value</Formula>"
+                    "</IntSwissKnife>";
+    EXPECT_EQ(Camera{doubling}.value("K0"), std::int64_t{1} << 60);
+
+    Camera live{"<IntReg Name='Live'>" + at(0, 1, "<Cachable>NoCache</Cachable>") + "</IntReg>" +
+                "<IntSwissKnife Name='F'><pVariable Name='A'>Live</pVariable>"
+                "<Formula>A = A &amp;&amp; A.Max = 255 ? A : -1</Formula></IntSwissKnife>"};
+    EXPECT_EQ(live.value("F"), 0);
+    EXPECT_EQ(live.port.accesses, std::vector<std::string>{"R 0 1"});
+}
+
 TEST(Formula, AllOfADescriptionAreCheckedAtOnce)
 {
     Camera camera{knife("1 +") +

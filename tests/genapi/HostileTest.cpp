@@ -27,7 +27,8 @@ std::string reg(const std::string &children, const std::string &kind = "IntReg")
 std::string formula(const std::string &name, const std::string &target, const std::string &text = "V")
 {
     return node("IntSwissKnife", name,
-                "<pVariable Name='V'>" + target + "</pVariable><Formula>" + text + "</Formula>");
+                "<pVariable Name='V'>" + target + "</pVariable><pVariable Name='W'>" + target +
+                    "</pVariable><Formula>" + text + "</Formula>");
 }
 
 /// What rows refer to.
@@ -88,12 +89,12 @@ std::string chain(int length)
     return nodes + constant("C" + std::to_string(length), "5");
 }
 
-/// Each formula asks the next one twice: 2^60 visits, were they not counted.
+/// Each formula asks the next one by two variables: 2^60 visits, were they not counted.
 std::string fork()
 {
     std::string nodes = gain("Integer", "<pValue>K1</pValue>") + constant("K60", "1");
     for (int step = 1; step < 60; ++step)
-        nodes += formula("K" + std::to_string(step), "K" + std::to_string(step + 1), "V + V");
+        nodes += formula("K" + std::to_string(step), "K" + std::to_string(step + 1), "V + W");
     return nodes;
 }
 
