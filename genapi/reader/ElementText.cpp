@@ -2,6 +2,7 @@
 // See the header.
 #include "ElementText.h"
 
+#include <algorithm>
 #include <charconv>
 #include <limits>
 
@@ -19,15 +20,28 @@ bool isHexadecimal(std::string_view magnitude)
     return magnitude.starts_with("0x") || magnitude.starts_with("0X");
 }
 
-/// For a decimal number that is too large or too small for a double: which of the two.
+/// What stands behind the "e" of a number, cut to what a sum with places of digits can hold.
+std::int64_t exponentOf(std::string_view text)
+{
+    constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max() / 2;
+    const std::string_view digits = withoutSign(text);
+    std::int64_t exponent = 0;
+    const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), exponent);
+    if (result.ec == std::errc::result_out_of_range)
+        exponent = largest;
+    exponent = std::min(exponent, largest);
+    return text.starts_with('-') ? -exponent : exponent;
+}
+
+/// For a decimal number that is too large or too small for a double: which of the two its first digit says.
 double beyondDouble(std::string_view magnitude)
 {
-    const std::size_t exponentSign = magnitude.find_first_of("eE");
+    const std::size_t exponentSign = std::min(magnitude.find_first_of("eE"), magnitude.size());
     const std::string_view digits = magnitude.substr(0, exponentSign);
-    const bool isSmall = exponentSign != std::string_view::npos
-                             ? magnitude.substr(exponentSign + 1).starts_with('-')
-                             : digits.find_first_of("123456789") > digits.find('.');
-    return isSmall ? 0 : std::numeric_limits<double>::infinity();
+    const std::int64_t exponent = exponentOf(magnitude.substr(std::min(exponentSign + 1, magnitude.size())));
+    const auto point = static_cast<std::int64_t>(std::min(digits.find('.'), digits.size()));
+    const auto first = static_cast<std::int64_t>(digits.find_first_of("123456789"));
+    return point - first + exponent < 0 ? 0 : std::numeric_limits<double>::infinity();
 }
 
 } // namespace

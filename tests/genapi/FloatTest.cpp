@@ -93,6 +93,10 @@ TEST(Float, NumbersAreReadAsDescriptionsWriteThem)
     EXPECT_EQ(value("-" + std::string(400, '9')), -infinity);
     EXPECT_EQ(value("1e-999"), 0);
     EXPECT_EQ(value("0." + std::string(400, '0') + "1"), 0);
+    EXPECT_EQ(value("0." + std::string(400, '0') + "1e+5"), 0);
+    EXPECT_EQ(value("1" + std::string(400, '0') + "e-5"), infinity);
+    EXPECT_EQ(value("0." + std::string(400, '0') + "1e99999999999999999999"), infinity);
+    EXPECT_EQ(value("9." + std::string(400, '0') + "1E-9223372036854775807"), 0);
     for (const char *const text : {"", "1,5", "1e", "--1", "+-1", "1.5f", "0x1.8", "one"})
         EXPECT_EQ(refusal([&] { value(text); }),
                   "Node 'X': Value: '" + std::string{text} + "' is not a number");
