@@ -18,8 +18,12 @@ public:
     {
         features.clear();
         for (const pugi::xml_node feature : xml().children("pFeature")) {
-            if (Node *const node = map().find(textOf(feature)))
-                features.push_back(node);
+            try {
+                if (Node *const node = map().find(textOf(feature)))
+                    features.push_back(node);
+            } catch (const GenICam_3_2_TVN::GenericException &) {
+                continue; // GetNode() says why
+            }
         }
     }
 };

@@ -262,6 +262,16 @@ TEST(Hostile, CirclesOfWritesEndBeforeTheDevice)
               "Node 'Gain': pValueCopy leads back to itself (Gain > Gain)");
 }
 
+TEST(Hostile, FaultyFeaturesDoNotHideTheOthers)
+{
+    Camera camera{others + gain("Integer", "") + constant("Two", "1") + constant("Two", "2") +
+                  node("Category", "Root",
+                       "<pFeature>Gain</pFeature><pFeature>Two</pFeature><pFeature>One</pFeature>")};
+    GenApi_3_2_TVN::NodeList_t features;
+    GenApi_3_2_TVN::CCategoryPtr(camera.node("Root"))->GetFeatures(features);
+    EXPECT_EQ(features, GenApi_3_2_TVN::NodeList_t{camera.node("One")});
+}
+
 TEST(Hostile, TextsAreCutToTheirBuffer)
 {
     const std::string name(400, 'n');
