@@ -41,6 +41,15 @@ void FeatureValue<T>::addIndexed(pugi::xml_node child)
                                   : NumberSource<T>{owner.numberOf<T>(child)});
 }
 
+template <class T>
+template <class Self>
+auto *FeatureValue<T>::sourceAt(Self &self, std::int64_t index)
+{
+    if (const auto found = self.indexed.find(index); found != self.indexed.end())
+        return &found->second;
+    return self.value.isPresent() ? &self.value : nullptr;
+}
+
 /// The source of the value at present.
 template <class T>
 template <class Self>
@@ -49,12 +58,11 @@ auto &FeatureValue<T>::current(Self &self)
     if (!self.pIndex)
         return self.value;
     const std::int64_t index = self.pIndex->integer({});
-    if (const auto found = self.indexed.find(index); found != self.indexed.end())
-        return found->second;
-    if (!self.value.isPresent())
+    auto *const source = sourceAt(self, index);
+    if (source == nullptr)
         self.owner.template fail<OutOfRangeException>("pIndex is " + std::to_string(index) +
                                                       ", for which it has no value");
-    return self.value;
+    return *source;
 }
 
 template <class T>
@@ -98,13 +106,16 @@ std::optional<Number> FeatureValue<T>::increment()
     return inner != nullptr ? inner->increment() : std::nullopt;
 }
 
-/// Without the index, nobody knows which value is meant.
+/// Without the index, nobody knows which value is meant, and there may be none for it.
 template <class T>
 EAccessMode FeatureValue<T>::accessMode(AccessQuestion question) const
 {
     if (pIndex && !isReadable(pIndex->accessMode(question)))
         return NA;
-    const Link *const inner = current(*this).link();
+    const NumberSource<T> *const source = pIndex ? sourceAt(*this, pIndex->integer({})) : &value;
+    if (source == nullptr)
+        return NA;
+    const Link *const inner = source->link();
     return inner != nullptr ? inner->accessMode(question) : RW;
 }
 

@@ -30,6 +30,9 @@ public:
 
 private:
     void addIndexed(pugi::xml_node child);
+    /// Null when there is no value for the index.
+    template <class Self>
+    static auto *sourceAt(Self &self, std::int64_t index);
     template <class Self>
     static auto &current(Self &self);
 
