@@ -18,6 +18,17 @@ namespace GenApi_3_2_TVN {
 using GenICam_3_2_TVN::gcstring;
 using GenICam_3_2_TVN::GenericException;
 
+namespace {
+
+void requireSingle(const Description::Found &found, std::string_view name)
+{
+    if (found.isDoubled)
+        raise<GenICam_3_2_TVN::PropertyException>("GenApi/NodeMap", "Node '" + std::string{name} +
+                                                                        "' is defined more than once");
+}
+
+} // namespace
+
 NodeMap::NodeMap(std::shared_ptr<const Description> description, const gcstring &deviceName,
                  bool enableCaching)
     : description{std::move(description)}, deviceName{deviceName}, cachingEnabled{enableCaching}
@@ -50,9 +61,7 @@ INode *NodeMap::GetNode(const gcstring &name)
 Node *NodeMap::find(std::string_view name)
 {
     const Description::Found found = description->find(name);
-    if (found.isDoubled)
-        raise<GenICam_3_2_TVN::PropertyException>("GenApi/NodeMap", "Node '" + std::string{name} +
-                                                                        "' is defined more than once");
+    requireSingle(found, name);
     return found.element ? &nodeOf(found.element) : findEntry(name);
 }
 
@@ -65,10 +74,12 @@ Node *NodeMap::findEntry(std::string_view name)
         return nullptr;
     name.remove_prefix(prefix.size());
     for (std::size_t cut = name.find('_'); cut != std::string_view::npos; cut = name.find('_', cut + 1)) {
-        const pugi::xml_node element = description->find(name.substr(0, cut)).element;
-        if (std::strcmp(element.name(), "Enumeration") != 0)
+        const std::string_view owner = name.substr(0, cut);
+        const Description::Found found = description->find(owner);
+        if (std::strcmp(found.element.name(), "Enumeration") != 0)
             continue;
-        auto &enumeration = dynamic_cast<EnumerationNode &>(nodeOf(element));
+        requireSingle(found, owner);
+        auto &enumeration = dynamic_cast<EnumerationNode &>(nodeOf(found.element));
         if (Node *const entry = enumeration.find(name.substr(cut + 1)))
             return entry;
     }

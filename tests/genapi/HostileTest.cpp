@@ -216,6 +216,11 @@ INSTANTIATE_TEST_SUITE_P(
         HostileRow{"doubled_reference",
                    gain("Integer", "<pValue>Two</pValue>") + constant("Two", "1") + constant("Two", "2"),
                    "Two' is defined more than once"},
+        HostileRow{"entry_of_a_doubled_node",
+                   gain("Integer", "<pValue>EnumEntry_Two_A</pValue>") +
+                       node("Enumeration", "Two", "<EnumEntry Name='A'><Value>1</Value></EnumEntry>") +
+                       node("Enumeration", "Two", "<EnumEntry Name='A'><Value>2</Value></EnumEntry>"),
+                   "Two' is defined more than once"},
         HostileRow{"text_as_a_number", gain("Integer", "<pValue>Text</pValue>"),
                    "Gain': pValue names 'Text', a String, which has no number"},
         HostileRow{"number_as_a_text", gain("String", "<pValue>One</pValue>"),
