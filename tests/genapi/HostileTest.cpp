@@ -249,8 +249,8 @@ INSTANTIATE_TEST_SUITE_P(
                    "Gain': Endianess: 'Middle' is neither BigEndian nor LittleEndian"},
         HostileRow{"unknown_caching", reg(oneByte + "<Cachable>Often</Cachable>"),
                    "Gain': Cachable: 'Often' is none of NoCache, WriteThrough and WriteAround"},
-        HostileRow{"control_characters", gain("Integer", "<pValue>&#27;[2J</pValue>"),
-                   "Gain': pValue names '?[2J', which the description does not have"}),
+        HostileRow{"control_characters", gain("Integer", "<pValue>&#27;[2J&#155;2J\xc2\xa9&#127;</pValue>"),
+                   "Gain': pValue names '?[2J??2J\xc2\xa9?', which the description does not have"}),
     [](const auto &row) { return row.param.name; });
 
 TEST(Hostile, ChainsOfARealCamerasLengthAreNotRefused)
