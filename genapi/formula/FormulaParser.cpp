@@ -78,7 +78,7 @@ const BinaryOperator *binaryOperator(const Token &token)
 
 } // namespace
 
-/// Counts the recursion in, and out again.
+/// Counts the recursion in, and out again. All of it goes through an operand or the branch behind a "?".
 class FormulaParser::Nesting
 {
 public:
@@ -117,12 +117,11 @@ std::uint32_t FormulaParser::compile()
 /// The else branch is followed in a loop: descriptions list hundreds of cases by "?:" after "?:".
 void FormulaParser::parseConditional()
 {
-    const Nesting nested{*this};
     std::vector<std::size_t> ends;
     parseBinary(orPrecedence);
     while (takeSymbol("?")) {
         const std::size_t otherwise = emit(Operation::JumpIfZero);
-        parseConditional();
+        parseThen();
         expectSymbol(":");
         ends.push_back(emit(Operation::Jump));
         landHere(otherwise);
@@ -130,6 +129,12 @@ void FormulaParser::parseConditional()
     }
     for (const std::size_t end : ends)
         landHere(end);
+}
+
+void FormulaParser::parseThen()
+{
+    const Nesting nested{*this};
+    parseConditional();
 }
 
 void FormulaParser::parseBinary(int lowestPrecedence)

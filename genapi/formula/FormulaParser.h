@@ -44,6 +44,7 @@ private:
     class Nesting;
 
     void parseConditional();
+    void parseThen();
     void parseBinary(int lowestPrecedence);
     void parseLazy(Operation jump, int rightPrecedence);
     void parseUnary();

@@ -30,7 +30,8 @@ inline constexpr std::int64_t registerLength = std::int64_t{16} << 20;
 inline constexpr std::size_t formulaLength = std::size_t{16} << 10;
 inline constexpr std::size_t formulaTotalLength = std::size_t{64} << 10;
 
-/// Parentheses, signs and powers within one another in a formula, and expressions that lead to one another.
+/// Parentheses, signs, powers and branches within one another in a formula, the operand in the middle counted
+/// in, and expressions that lead to one another.
 inline constexpr std::size_t formulaNesting = 128;
 inline constexpr std::size_t expressionNesting = 32;
 

@@ -225,8 +225,9 @@ INSTANTIATE_TEST_SUITE_P(
         FaultRow{"shift_by_64", "1 << 64", "shift by 64 bits"},
         FaultRow{"shift_back", "1 >> B", "shift by -3 bits"},
         FaultRow{"enumeration_entry", "A.Enum.On", "'IntA' is no enumeration, so it has no entry 'On'"},
-        FaultRow{"deep_parentheses", repeated("(", 5000), "nested deeper than 128 at character 65"},
-        FaultRow{"deep_signs", repeated("-", 5000) + "1", "nested deeper than 128 at character 128"},
+        FaultRow{"deep_parentheses", repeated("(", 5000), "nested deeper than 128 at character 129"},
+        FaultRow{"deep_signs", repeated("-", 5000) + "1", "nested deeper than 128 at character 129"},
+        FaultRow{"deep_branches", repeated("1?", 5000), "nested deeper than 128 at character 257"},
         FaultRow{"a_megabyte", repeated("1+", 500'000) + "1",
                  "longer than 16384 characters, or than 65536 with its expressions"}),
     [](const auto &row) { return row.param.name; });
@@ -235,7 +236,7 @@ TEST(Formula, LongChainsAreFlat)
 {
     EXPECT_EQ(Camera{knife(repeated("1+", 8000) + "1")}.value("F"), 8001);
     EXPECT_EQ(Camera{knife(repeated("Z?1:", 4000) + "9")}.value("F"), 9);
-    EXPECT_EQ(Camera{knife(repeated("(", 60) + "A" + repeated(")", 60))}.value("F"), 7);
+    EXPECT_EQ(Camera{knife(repeated("(", 127) + "A" + repeated(")", 127))}.value("F"), 7);
 }
 
 TEST(Formula, ConstantsAndExpressionsStandForTheirTexts)
