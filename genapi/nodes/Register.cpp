@@ -91,15 +91,19 @@ void Register::read(Reading reading, std::span<std::uint8_t> to)
     std::ranges::copy(cache.bytes, to.begin());
 }
 
-/// The cache is empty until the port has delivered.
+/// The cache is empty until the port has delivered. Of a register too large for it nobody knows whether it has
+/// changed, so it counts as changed.
 void Register::readDevice(std::uint64_t place, std::span<std::uint8_t> to)
 {
     PortNode &port = connectedPort();
     const bool isKnown = std::exchange(cache.isFilled, false) && cache.address == place;
     std::ranges::fill(to, std::uint8_t{0});
     port.Read(to.data(), static_cast<std::int64_t>(place), std::ssize(to));
-    if (isKnown && !std::ranges::equal(cache.bytes, to))
+    const bool isKept = to.size() <= limits::cachedRegisterLength;
+    if (!isKept || (isKnown && !std::ranges::equal(cache.bytes, to)))
         owner.map().noteChange();
+    if (!isKept)
+        return cache.bytes.clear();
     cache.bytes.assign(to.begin(), to.end());
     cache.address = place;
     cache.generation = owner.map().cacheGeneration();

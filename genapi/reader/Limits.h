@@ -23,8 +23,9 @@ inline constexpr std::size_t chainLength = 100;
 inline constexpr std::size_t stepsPerCall = 500'000;
 inline constexpr std::size_t stepsPerNode = 50;
 
-/// Bytes of one register.
+/// Bytes of one register, and of one whose bytes are kept for later reads: a description may have a million.
 inline constexpr std::int64_t registerLength = std::int64_t{16} << 20;
+inline constexpr std::size_t cachedRegisterLength = std::size_t{64} << 10;
 
 /// Bytes of one formula text, and of all texts that one formula leads to.
 inline constexpr std::size_t formulaLength = std::size_t{16} << 10;

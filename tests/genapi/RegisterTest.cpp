@@ -142,6 +142,20 @@ TEST(Cache, EndsWhenAReadFindsAnInvalidatorChanged)
     EXPECT_EQ(camera.value("Kept"), 0);
 }
 
+TEST(Cache, HoldsRegistersUpTo64KiB)
+{
+    Camera camera{"<StringReg Name='Table'>" + at(0, 65536) + "</StringReg><StringReg Name='File'>" +
+                  at(0, 65537) + "</StringReg>" + reg("Dependent", 1, "<pInvalidator>File</pInvalidator>")};
+    camera.text("Table");
+    camera.value("Dependent");
+    camera.port.set(0, {'a', 'b'});
+    EXPECT_EQ(camera.text("Table"), "");
+    EXPECT_EQ(camera.text("File"), "ab");
+    EXPECT_EQ(camera.value("Dependent"), 'b') << "the large one may have changed";
+    camera.port.set(0, {'c'});
+    EXPECT_EQ(camera.text("File"), "cb");
+}
+
 TEST(Cache, OutlivesItsTimeWhilePollingIsBlocked)
 {
     Camera camera{constant("Busy", "1") +
