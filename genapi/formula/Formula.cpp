@@ -8,6 +8,7 @@
 #include "Number.h"
 #include "RealArithmetic.h"
 
+#include <cmath>
 #include <functional>
 #include <numeric>
 
@@ -22,8 +23,11 @@ Formula::Formula(std::string_view text, const FormulaSymbols &symbols)
 void Formula::requireInteger() const
 {
     for (const Literal &literal : literals) {
-        if (!literal.integer)
-            throw FormulaError{"the fraction " + Number{literal.real}.text() + " in an integer formula"};
+        if (literal.integer)
+            continue;
+        const bool isFraction = std::abs(literal.real) < 0x1p63;
+        throw FormulaError{(isFraction ? "the fraction " : "the number past 64 bits ") +
+                           Number{literal.real}.text() + " in an integer formula"};
     }
     for (const Code &code : codes) {
         for (const Instruction &instruction : code) {

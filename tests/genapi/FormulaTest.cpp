@@ -218,6 +218,7 @@ INSTANTIATE_TEST_SUITE_P(
         FaultRow{"unknown_suffix", "A.Most", "unknown suffix '.Most' at character 1"},
         FaultRow{"lower_case_function", "abs(1)", "unknown name 'abs' at character 1"},
         FaultRow{"fraction", "A * 1.5", "the fraction 1.5 in an integer formula"},
+        FaultRow{"large_number", "A * 1e30", "the number past 64 bits 1e+30 in an integer formula"},
         FaultRow{"fraction_function", "SQRT(4)", "a function that gives fractions in an integer formula"},
         FaultRow{"division_by_zero", "1 / Z", "division by zero"},
         FaultRow{"rest_of_zero", "1 % Z", "division by zero"},
