@@ -236,22 +236,22 @@ void Node::requireWritable() const
 
 Number Node::readNumber(Reading)
 {
-    refuseNoValue("number");
+    refuseUse("has no number");
 }
 
 void Node::writeNumber(Number)
 {
-    refuseNoValue("number");
+    refuseUse("takes no number");
 }
 
 Number Node::readMinimum()
 {
-    refuseNoValue("minimum");
+    refuseUse("has no minimum");
 }
 
 Number Node::readMaximum()
 {
-    refuseNoValue("maximum");
+    refuseUse("has no maximum");
 }
 
 std::optional<Number> Node::readIncrement()
@@ -261,17 +261,17 @@ std::optional<Number> Node::readIncrement()
 
 std::string Node::readText(Reading)
 {
-    refuseNoValue("text");
+    refuseUse("has no text");
 }
 
 void Node::writeText(const std::string &)
 {
-    refuseNoValue("text");
+    refuseUse("takes no text");
 }
 
 std::int64_t Node::readMaximumLength()
 {
-    refuseNoValue("text");
+    refuseUse("has no text");
 }
 
 EAccessMode Node::ownAccessMode(AccessQuestion) const
@@ -279,12 +279,12 @@ EAccessMode Node::ownAccessMode(AccessQuestion) const
     return RO;
 }
 
-void Node::refuseNoValue(const char *what) const
+void Node::refuseUse(const char *fault) const
 {
     const std::string kind = element.name();
     raise<PropertyException>("GenApi/Node",
                              nodeMap.trail().arrival() + ", a " + kind +
-                                 (isEvaluated() ? std::string{", which has no "} + what
+                                 (isEvaluated() ? std::string{", which "} + fault
                                                 : ", a kind that this version does not evaluate"));
 }
 

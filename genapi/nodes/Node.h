@@ -113,7 +113,7 @@ protected:
     virtual bool isEvaluated() const { return true; }
 
 private:
-    [[noreturn]] void refuseNoValue(const char *what) const;
+    [[noreturn]] void refuseUse(const char *fault) const;
     EAccessMode conditionalAccessMode(AccessQuestion question) const;
 
     NodeMap &nodeMap;

@@ -267,6 +267,14 @@ TEST(Hostile, CirclesOfWritesEndBeforeTheDevice)
               "Node 'Gain': pValueCopy leads back to itself (Gain > Gain)");
 }
 
+TEST(Hostile, WritesToWhatIsComputedAreRefused)
+{
+    Camera camera{others + formula("Knife", "One") +
+                  gain("Integer", "<Value>1</Value><pValueCopy>Knife</pValueCopy>")};
+    EXPECT_EQ(refusal([&] { camera.integer("Gain")->SetValue(2); }),
+              "Node 'Gain': pValueCopy names 'Knife', a IntSwissKnife, which takes no number");
+}
+
 TEST(Hostile, FaultyFeaturesDoNotHideTheOthers)
 {
     Camera camera{others + gain("Integer", "") + constant("Two", "1") + constant("Two", "2") +
