@@ -69,10 +69,13 @@ void forEachNode(pugi::xml_node root, Visitor visit)
     });
 }
 
-std::string placeOf(std::string_view xml, std::ptrdiff_t offset)
+/// Of other encodings pugixml counts in the UTF-8 that it has made of them, which is gone.
+std::string placeOf(std::string_view xml, const pugi::xml_parse_result &result)
 {
-    const std::size_t place =
-        std::min(static_cast<std::size_t>(std::max<std::ptrdiff_t>(offset, 0)), xml.size());
+    const auto offset = static_cast<std::size_t>(std::max<std::ptrdiff_t>(result.offset, 0));
+    if (result.encoding != pugi::encoding_utf8)
+        return "byte " + std::to_string(offset) + " as UTF-8";
+    const std::size_t place = std::min(offset, xml.size());
     const auto line = 1 + std::count(xml.begin(), xml.begin() + static_cast<std::ptrdiff_t>(place), '\n');
     return "line " + std::to_string(line) + ", byte " + std::to_string(place);
 }
@@ -116,7 +119,7 @@ void Description::parse(std::string_view xml)
     if (!result)
         raise<InvalidArgumentException>(sourceFileName, std::string{"The description is no XML: "} +
                                                             result.description() + " (" +
-                                                            placeOf(xml, result.offset) + ")");
+                                                            placeOf(xml, result) + ")");
     const pugi::xml_node root = document.document_element();
     if (!hasTag(root, "RegisterDescription"))
         raise<InvalidArgumentException>(sourceFileName, std::string{"The description has the root '"} +

@@ -125,12 +125,13 @@ TEST(Description, RefusesWhatIsNone)
         << "nor fetched";
     EXPECT_EQ(loadedPlain(body("<Value>7&#x7;&#x110000;</Value>")).substr(0, 23), "Node 'Gain': Value: '7?")
         << "characters that are none";
-    const std::pair<const char *, const char *> unterminated[] = {
+    const std::pair<std::string, const char *> unterminated[] = {
         {"<RegisterDescription><Integer Name='Gain>", "Error parsing element attribute (line 1, byte 36)"},
         {"<RegisterDescription><!-- ", "Error parsing comment (line 1, byte 25)"},
         {"<RegisterDescription><![CDATA[", "Error parsing CDATA section (line 1, byte 29)"},
         {"<!DOCTYPE r [<!ENTITY", "Error parsing document type declaration (line 1, byte 20)"},
         {"<RegisterDescription/><", "Could not determine tag type (line 1, byte 22)"},
+        {{"\xff\xfe<\0\xe4\0>\0<\0", 10}, "Could not determine tag type (byte 7 as UTF-8)"},
         {"\xef\xbb\xbf", "No document element found (line 1, byte 3)"},
         {"\x4c\x6f\xa7\x94", "No document element found (line 1, byte 4)"}};
     for (const auto &[text, fault] : unterminated)
