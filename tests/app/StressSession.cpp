@@ -16,8 +16,8 @@
 namespace {
 
 const QStringList passwords{"hunter22", "sunnyday7", "mapleoak"}; // the last after a factory reset
-constexpr int leastActsPerChange = 4;
-constexpr int mostActsPerChange = 12;
+constexpr int leastActsPerChange = 8;
+constexpr int mostActsPerChange = 16;
 constexpr int changesPerPanel = 15; // each panel ever made shows a box of its own when a camera goes
 constexpr int changesPerRest = 100;
 constexpr int passesAhead = 3; // of what has been announced
@@ -52,6 +52,7 @@ void StressSession::connectPasses()
     connect(this, &StressSession::tick, worker, &UpdateWorker::doUpdate);
     connect(this, &StressSession::tick, worker, [this] {
         isPassRunning = false;
+        ++passEnds;
         plug();
         emit passed();
     });
@@ -121,11 +122,23 @@ void StressSession::expect(bool isAsExpected, const QString &fault)
         faults << QString("after %1 changes: %2").arg(changesMade).arg(fault);
 }
 
+void StressSession::begin()
+{
+    logSizeBefore = logSize();
+    removalsBefore = removals;
+    passEndsBefore = passEnds;
+    wasPassRunning = isPassRunning;
+}
+
+bool StressSession::hasMetPass() const
+{
+    return wasPassRunning || isPassRunning || passEnds != passEndsBefore;
+}
+
 void StressSession::act()
 {
     ++acts;
-    logSizeBefore = logSize();
-    removalsBefore = removals;
+    begin();
     if (panel())
         actOnPanel();
     else
@@ -170,17 +183,17 @@ void StressSession::onActivated(const QModelIndex &index)
         panelCamera = activation.camera = QString::fromStdString(std::string(id));
         panelIsTold = removals == removalsBefore;
         ++counts[panelIsTold ? "panels" : "panels for a camera that went meanwhile"];
-        counts["panels opened during a pass"] += isPassRunning;
+        counts["panels opened during a pass"] += hasMetPass();
     }
     activations.push_back(activation);
 }
 
 void StressSession::actOnPanel()
 {
-    if (draw(200) == 0) {
+    if (draw(40) == 0) {
         ++counts["panels closed"];
         panel()->close();
-    } else if (draw(6) > 0) {
+    } else if (draw(4) > 0) {
         QTest::mouseMove(panel()->windowHandle(), drawPoint(panel()));
     } else {
         if (field(0).edit->isVisible())
@@ -213,11 +226,11 @@ void StressSession::press(const QString &label)
     if (button == buttons.end())
         return;
     const QLabel *const message = status();
-    const bool wasPassRunning = isPassRunning;
+    begin();
     ++counts["pressed " + label];
     QTest::mouseClick(panel()->windowHandle(), Qt::LeftButton, {},
                       (*button)->mapTo(panel(), (*button)->rect().center()));
-    counts["buttons pressed during a pass"] += wasPassRunning || isPassRunning;
+    counts["buttons pressed during a pass"] += hasMetPass();
     learn(message->text().section(" <", 0, 0));
 }
 
@@ -296,7 +309,7 @@ void StressSession::useOnceMore()
            "the last camera is missing");
     if (panel())
         panel()->close();
-    logSizeBefore = logSize();
+    begin();
     QTest::mouseDClick(window->windowHandle(), Qt::LeftButton, {},
                        list->viewport()->mapTo(window.get(), QPoint(60, 32)));
     if (!panel())

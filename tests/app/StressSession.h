@@ -53,6 +53,8 @@ private:
     void checkWindow();
     void expect(bool isAsExpected, const QString &fault);
 
+    void begin();
+    bool hasMetPass() const;
     void act();
     void actOnList();
     void actOnPanel();
@@ -93,12 +95,15 @@ private:
     std::atomic<int> acts = 0;
     std::atomic<bool> isResting = false;
     std::atomic<bool> isPassRunning = false;
+    std::atomic<int> passEnds = 0;
     std::atomic<int> removals = 0;
 
     int passes = 0; // announced
     int announcedRows = 0;
-    std::uintmax_t logSizeBefore = 0; // the present act; and the next
+    std::uintmax_t logSizeBefore = 0; // the present act, as the next three
     int removalsBefore = 0;
+    int passEndsBefore = 0;
+    bool wasPassRunning = false;
     int panelsMade = 0;
     QString panelCamera;
     bool panelIsTold = false;     // of a removal
