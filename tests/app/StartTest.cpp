@@ -20,7 +20,9 @@ private:
         environment.insert("TORVANE_TEST_USER", user);
         program.setProcessEnvironment(environment);
         program.start(QCoreApplication::applicationDirPath() + "/torvane_gui_watched", QStringList());
-        QVERIFY(program.waitForFinished());
+        const bool hasEnded = program.waitForFinished();
+        program.kill();
+        QVERIFY(hasEnded);
         QStringList lines;
         for (const QByteArray &line : program.readAllStandardOutput().split('\n')) {
             if (line.startsWith("user: "))

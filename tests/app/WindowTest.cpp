@@ -264,12 +264,13 @@ void WindowTest::cameraWithoutALock()
 // Each activation makes a panel, and closed ones go on listening.
 void WindowTest::panelsPileUp()
 {
-    WindowList list("A");
+    WindowList list("A,lock=unlocked");
     for (int count = 1; count <= 3; ++count) {
         list.view.setCurrentIndex(list.row(0));
         QTest::keyClick(&list.view, Qt::Key_Return);
         QCOMPARE(list.panels().size(), count);
         QVERIFY(list.panels().last()->isVisible());
+        QVERIFY(button(list.panels().last(), "Lock")); // the state of the open camera
         if (count < 3)
             list.panels().last()->close();
     }
