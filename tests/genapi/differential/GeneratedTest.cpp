@@ -5,11 +5,15 @@
 
 #include <gtest/gtest.h>
 
+#include <iostream>
+#include <string>
+#include <vector>
+
 namespace {
 
-constexpr std::uint64_t descriptionsPerShare = 30;
+constexpr std::uint64_t descriptionsPerShare = 15;
 constexpr int nodesPerDescription = 100;
-constexpr std::size_t valuesPerShare = 3750;
+constexpr std::size_t valuesPerShare = 1850;
 
 /// Shares of the seeds, so that several processes can work at them.
 class Generated : public testing::TestWithParam<std::uint64_t>
@@ -27,6 +31,6 @@ TEST_P(Generated, CamerasReadAndWriteAsTheOracleSays)
     EXPECT_EQ(comparison.crashes(), 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(Share, Generated, testing::Range<std::uint64_t>(0, 8));
+INSTANTIATE_TEST_SUITE_P(Share, Generated, testing::Range<std::uint64_t>(0, 16));
 
 } // namespace
