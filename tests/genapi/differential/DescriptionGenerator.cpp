@@ -19,10 +19,6 @@ constexpr double exactWhole = 0x1p52;
 constexpr double anything = 0x1p63;
 constexpr double smallEnoughForFloats = 0x1p40;
 
-/// Formulas over one another. The node map evaluates a variable at each of its uses, so that the work grows by ten
-/// with each formula, and ends a call at 10,000 visits.
-constexpr int mostFormulas = 3;
-
 /// A node that others can refer to. It is readable in any case.
 struct Ref
 {
@@ -35,7 +31,6 @@ struct Ref
     std::int64_t increment = 1;
     bool hasRange = false;  ///< it has a Min and a Max that both sides see
     std::int64_t known = 0; ///< the value of a small number
-    int formulas = 0;       ///< of how many formulas over one another it is made
 };
 using Refs = std::vector<Ref>;
 
@@ -161,7 +156,6 @@ private:
         std::string elements; ///< pVariable, Constant and Expression
         std::vector<Term> leaves;
         bool areVariables = false; ///< all of them
-        int formulas = 0;          ///< the most of a variable
     };
 
     // What all makers use.
@@ -490,7 +484,6 @@ private:
             if (!target.isWritable || random.chance(50))
                 return element(tag, numberIn(ref));
             ref.bound = std::max(ref.bound, target.bound);
-            ref.formulas = std::max(ref.formulas, target.formulas);
             return element("p" + tag, target.name);
         };
         std::string children = element("pIndex", random.pick(smallNumbers).name);
@@ -503,12 +496,6 @@ private:
         keep(pool, ref);
     }
 
-    static bool canBeUsed(const Ref &ref, Arithmetic arithmetic)
-    {
-        return ref.formulas < mostFormulas &&
-               (arithmetic == Arithmetic::Integer || ref.bound <= smallEnoughForFloats);
-    }
-
     /// Names that begin as functions and keywords do are among them.
     Symbols symbols(Arithmetic arithmetic)
     {
@@ -518,9 +505,8 @@ private:
         for (std::size_t at = random.below(3); at < names.size(); at += 1 + random.below(4)) {
             const Ref &ref = random.pick(isInteger || random.chance(40) ? integers : floats);
             const std::string name = names[at] + std::string{random.chance(10) ? ".Value" : ""};
-            if (!canBeUsed(ref, arithmetic))
+            if (arithmetic != Arithmetic::Integer && ref.bound > smallEnoughForFloats)
                 continue;
-            result.formulas = std::max(result.formulas, ref.formulas);
             result.elements += element(named("pVariable", name), ref.name);
             result.leaves.push_back({name, ref.bound, ref.isWhole});
         }
@@ -545,9 +531,7 @@ private:
         const Term formula = randomFormula(random, arithmetic, known.leaves, known.areVariables, 4);
         const std::string name = add(isInteger ? "IntSwissKnife" : "SwissKnife",
                                      known.elements + element("Formula", escaped(formula.text)));
-        Ref ref{name, isInteger ? anything : formula.bound, formula.isWhole};
-        ref.formulas = known.formulas + 1;
-        keep(isInteger ? integers : floats, ref);
+        keep(isInteger ? integers : floats, {name, isInteger ? anything : formula.bound, formula.isWhole});
     }
 
     /// With any formula, to be read only.
@@ -555,7 +539,7 @@ private:
     {
         const Arithmetic arithmetic = isInteger ? Arithmetic::ExactInteger : Arithmetic::Float;
         const Ref inner = random.pick(isInteger || random.chance(30) ? integers : floats);
-        if (!canBeUsed(inner, arithmetic))
+        if (inner.bound > smallEnoughForFloats)
             return;
         Symbols known = symbols(arithmetic);
         known.leaves.push_back({"TO", inner.bound, inner.isWhole});
@@ -564,18 +548,15 @@ private:
             "<FormulaTo>FROM</FormulaTo>" + element("FormulaFrom", escaped(formula.text));
         const std::string name = add(isInteger ? "IntConverter" : "Converter",
                                      known.elements + formulas + element("pValue", inner.name));
-        Ref ref{name, formula.bound, formula.isWhole};
-        ref.formulas = std::max(known.formulas, inner.formulas) + 1;
-        keep(isInteger ? integers : floats, ref);
+        keep(isInteger ? integers : floats, {name, formula.bound, formula.isWhole});
     }
 
     /// With formulas that undo each other, to be written too.
     void makeLinearConverter(bool isInteger)
     {
         Ref ref = random.pick(isInteger || random.chance(30) ? integers : floats);
-        if (!ref.isWritable || !canBeUsed(ref, Arithmetic::ExactInteger))
+        if (!ref.isWritable || ref.bound > smallEnoughForFloats)
             return;
-        ++ref.formulas;
         const double factor = !isInteger && ref.isWhole ? 1 : static_cast<double>(1 << random.below(5));
         const auto offset = static_cast<double>(random.below(100));
         const bool isFalling = random.chance(30);
