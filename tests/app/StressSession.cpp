@@ -21,7 +21,7 @@ constexpr int mostActsPerChange = 16;
 constexpr int changesPerPanel = 15; // each panel ever made shows a box of its own when a camera goes
 constexpr int changesPerRest = 100;
 constexpr int passesAhead = 3; // of what has been announced
-constexpr int mostMs = 240'000;
+constexpr int mostMsPerChange = 240;
 
 } // namespace
 
@@ -77,10 +77,10 @@ void StressSession::plug()
 
 void StressSession::run()
 {
-    while (changesMade < changes && clock.elapsed() < mostMs) {
+    while (changesMade < changes && clock.elapsed() < mostMsPerChange * changes) {
         isResting = false;
         const int goal = std::min(changes, changesMade + changesPerRest);
-        while (changesMade < goal && clock.elapsed() < mostMs)
+        while (changesMade < goal && clock.elapsed() < mostMsPerChange * changes)
             act();
         rest();
         checkWindow();
@@ -318,6 +318,10 @@ void StressSession::useOnceMore()
     field(0).type("hunter22");
     press("OK");
     expect(status()->text() == "Successfully unlocked!", "the last camera: " + status()->text());
+    const auto *const camera = static_cast<const Device *>(model->index(0, 0).internalPointer());
+    expect(camera->isOpen(), "the last camera is not open");
+    panel()->close();
+    expect(!camera->isOpen(), "the last camera stays open");
     expect(window->isVisible(), "the window has gone");
 }
 
