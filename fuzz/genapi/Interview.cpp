@@ -8,7 +8,6 @@
 #include "RegisterSpace.h"
 
 #include <algorithm>
-#include <ctime>
 #include <sstream>
 
 using namespace GenApi_3_2_TVN;
@@ -16,9 +15,6 @@ using GenICam_3_2_TVN::gcstring;
 using GenICam_3_2_TVN::GenericException;
 
 namespace {
-
-/// Processor time of one call. The layer bounds the steps of a call; they take a hundredth of this.
-constexpr double secondsPerCall = 2;
 
 std::string textOf(const gcstring &text)
 {
@@ -55,18 +51,14 @@ std::string textOf(const std::vector<Item> &items)
 template <class Question>
 std::string outcomeOf(Question question)
 {
-    const std::clock_t start = std::clock();
-    std::string outcome;
     try {
-        outcome = textOf(question());
+        return textOf(question());
     } catch (const GenericException &refusal) {
         require(*refusal.GetDescription() != '\0', "a refusal without words");
-        outcome = std::string{"refused: "} + refusal.GetDescription();
+        return std::string{"refused: "} + refusal.GetDescription();
     } catch (const RegisterSpace::Refusal &) {
-        outcome = "refused by the device";
+        return "refused by the device";
     }
-    require(secondsSince(start) < secondsPerCall, "a call of " + textOf(secondsSince(start)) + " s");
-    return outcome;
 }
 
 /// The answers of one node, question by question.
@@ -243,9 +235,4 @@ void change(INode &node)
         attempt([&] { command->Execute(); });
     if (const CEnumerationPtr enumeration{&node})
         attempt([&] { enumeration->SetIntValue(enumeration->GetIntValue() ^ 1); });
-}
-
-double secondsSince(long start)
-{
-    return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
 }

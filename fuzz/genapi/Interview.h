@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Asks a node all that its interfaces answer, and writes to it. An answer is a value or the words of a refusal, so
-// that two node maps can be compared. Whatever else a node throws ends the process, and so does a call without end.
+// that two node maps can be compared. Whatever else a node throws ends the process.
 #pragma once
 
 #include "INode.h"
@@ -14,6 +14,3 @@ std::vector<std::string> answersOf(GenApi_3_2_TVN::INode &node, bool ignoreCache
 
 /// Writes to the node by each interface that it has.
 void change(GenApi_3_2_TVN::INode &node);
-
-/// Processor time since \p start of std::clock().
-double secondsSince(long start);

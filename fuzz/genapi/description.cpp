@@ -20,7 +20,9 @@ using GenICam_3_2_TVN::GenericException;
 
 namespace {
 
-/// Processor time for one input, after which no further node is asked: many slow calls are not one hang.
+/// Processor time. The layer bounds the work of a call: what is asked of one node takes a hundredth of its limit. After
+/// that of an input no further node is asked, since many slow nodes are not one hang.
+constexpr double secondsPerNode = 2;
 constexpr double secondsPerInput = 4;
 
 struct CameraInput
@@ -112,12 +114,18 @@ private:
     template <class Action>
     void ask(const NodeList_t &nodes, Action action) const
     {
+        double before = secondsSinceStart();
         for (INode *const node : nodes) {
-            if (secondsSince(start) > secondsPerInput)
+            if (before > secondsPerInput)
                 return;
             action(*node);
+            const double after = secondsSinceStart();
+            require(after - before < secondsPerNode, "a node takes " + std::to_string(after - before) + " s");
+            before = after;
         }
     }
+
+    double secondsSinceStart() const { return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC; }
 
     void compareToFresh()
     {
