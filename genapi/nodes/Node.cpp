@@ -3,8 +3,10 @@
 #include "Node.h"
 
 #include "ElementText.h"
+#include "Limits.h"
 #include "NodeMap.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace GenApi_3_2_TVN {
@@ -153,8 +155,31 @@ pugi::xml_node Node::structReg() const
 
 pugi::xml_node Node::child(const char *tag) const
 {
-    const pugi::xml_node own = element.child(tag);
-    return own ? own : structReg().child(tag);
+    if (const pugi::xml_node own = element.child(tag))
+        return own;
+    const pugi::xml_node outer = structReg();
+    if (!outer)
+        return {};
+    const auto &shared = sharedChildren(outer);
+    const auto found =
+        std::ranges::find_if(shared, [tag](pugi::xml_node one) { return std::strcmp(one.name(), tag) == 0; });
+    return found != shared.end() ? *found : pugi::xml_node{};
+}
+
+std::vector<pugi::xml_node> Node::placeChildren() const
+{
+    if (const pugi::xml_node outer = structReg())
+        return sharedChildren(outer);
+    return {element.begin(), element.end()};
+}
+
+const std::vector<pugi::xml_node> &Node::sharedChildren(pugi::xml_node outer) const
+{
+    const auto &shared = nodeMap.structRegs().sharedChildren(outer);
+    if (shared.size() > limits::structRegChildren)
+        fail<PropertyException>("its StructReg has more than " + std::to_string(limits::structRegChildren) +
+                                " children beside the entries");
+    return shared;
 }
 
 std::optional<std::string> Node::childText(const char *tag) const

@@ -16,6 +16,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace GenApi_3_2_TVN {
 
@@ -64,10 +65,11 @@ public:
 
     NodeMap &map() const { return nodeMap; }
     pugi::xml_node xml() const { return element; }
-    /// The StructReg around an entry of one; null for every other node.
-    pugi::xml_node structReg() const;
     /// The first child \p tag. What an entry of a StructReg does not state, its StructReg does.
     pugi::xml_node child(const char *tag) const;
+    /// The children that tell where a register lies: of an entry of a StructReg, they stand in its StructReg.
+    /// \throws PropertyException  a StructReg has more children than limits::structRegChildren
+    std::vector<pugi::xml_node> placeChildren() const;
 
     /// \throws Exception  with the name of this node before \p fault
     template <class Exception>
@@ -114,6 +116,9 @@ protected:
 
 private:
     [[noreturn]] void refuseUse(const char *fault) const;
+    /// The StructReg around an entry of one; null for every other node.
+    pugi::xml_node structReg() const;
+    const std::vector<pugi::xml_node> &sharedChildren(pugi::xml_node structReg) const;
     EAccessMode conditionalAccessMode(AccessQuestion question) const;
 
     NodeMap &nodeMap;

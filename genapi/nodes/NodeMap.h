@@ -7,6 +7,7 @@
 #include "IDestroy.h"
 #include "INodeMap.h"
 #include "Node.h"
+#include "StructRegs.h"
 #include "Trail.h"
 
 #include <cstdint>
@@ -43,6 +44,7 @@ public:
     Node &nodeOf(pugi::xml_node element);
 
     Trail &trail() { return trail_; }
+    StructRegs &structRegs() { return structRegs_; }
 
     // Cached register values are good as long as the generation in which they were read lasts. Any write
     // through the node map ends it: which registers a write changes, only the device knows.
@@ -65,6 +67,7 @@ private:
     std::uint64_t generation = 0;
     std::uint64_t changes = 0;
     Trail trail_;
+    StructRegs structRegs_;
     std::map<pugi::xml_node, std::unique_ptr<Node>> nodes;
 };
 

@@ -28,10 +28,10 @@ Register::Register(Node &owner)
       pBlockPolling{Link::ofChild(owner, "pBlockPolling")},
       hasInvalidators{!owner.child("pInvalidator").empty()}
 {
-    const pugi::xml_node place = owner.structReg() ? owner.structReg() : owner.xml();
-    for (const pugi::xml_node child : place.children())
-        addAddress(child);
-    if (!place.child("Address") && addressLinks.empty() && indexes.empty())
+    bool hasAddress = false;
+    for (const pugi::xml_node child : owner.placeChildren())
+        hasAddress = addAddress(child) || hasAddress;
+    if (!hasAddress)
         owner.fail<PropertyException>("a register without an address");
     if (!length.isPresent())
         owner.fail<PropertyException>("a register without a length");
@@ -39,7 +39,7 @@ Register::Register(Node &owner)
         owner.fail<PropertyException>("a register without pPort");
 }
 
-void Register::addAddress(pugi::xml_node child)
+bool Register::addAddress(pugi::xml_node child)
 {
     const std::string_view tag = child.name();
     if (tag == "Address")
@@ -50,6 +50,9 @@ void Register::addAddress(pugi::xml_node child)
         addressLinks.emplace_back(owner, "IntSwissKnife", child);
     else if (tag == "pIndex")
         addIndex(child);
+    else
+        return false;
+    return true;
 }
 
 /// From 2^63 up it arrives as the negative number of the same bits, which its text tells from one that is negative.

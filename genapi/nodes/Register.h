@@ -57,7 +57,8 @@ private:
         bool isFilled = false;
     };
 
-    void addAddress(pugi::xml_node child);
+    /// Whether \p child is a part of the address.
+    bool addAddress(pugi::xml_node child);
     void addConstant(pugi::xml_node child);
     void addIndex(pugi::xml_node child);
     bool statedCachable() const;

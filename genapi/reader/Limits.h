@@ -27,6 +27,10 @@ inline constexpr std::size_t stepsPerNode = 50;
 inline constexpr std::int64_t registerLength = std::int64_t{16} << 20;
 inline constexpr std::size_t cachedRegisterLength = std::size_t{64} << 10;
 
+/// Children of a StructReg that each of its entries shares, and so holds a copy of; those with equal tags count once
+/// unless they are parts of the address.
+inline constexpr std::size_t structRegChildren = 64;
+
 /// Bytes of one formula text, and of all texts that one formula leads to.
 inline constexpr std::size_t formulaLength = std::size_t{16} << 10;
 inline constexpr std::size_t formulaTotalLength = std::size_t{64} << 10;

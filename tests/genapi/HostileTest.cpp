@@ -285,6 +285,32 @@ TEST(Hostile, FaultyFeaturesDoNotHideTheOthers)
     EXPECT_EQ(features, GenApi_3_2_TVN::NodeList_t{camera.node("One")});
 }
 
+/// Were the children of the StructReg searched and copied anew for each entry, this would take minutes and gigabytes.
+TEST(Hostile, EntriesOfAStructRegShareItsChildren)
+{
+    std::string entries;
+    for (int entry = 0; entry < 5'000; ++entry)
+        entries += node("StructEntry", "E" + std::to_string(entry), "<Bit>0</Bit>");
+    const auto withLinks = [&entries](int links) {
+        std::string nodes = "<StructReg>" + entries + at(0, 1, "<pInvalidator>One</pInvalidator>");
+        for (int link = 0; link < links; ++link)
+            nodes += "<pAddress>One</pAddress>";
+        return others + nodes + "</StructReg>";
+    };
+    GenApi_3_2_TVN::NodeList_t list;
+    Camera camera{withLinks(60)};
+    camera.nodeMap._GetNodes(list);
+    EXPECT_GT(list.size(), 5'000U);
+    camera.port.set(60, {1});
+    EXPECT_EQ(camera.value("E4999"), 1);
+
+    Camera greedy{withLinks(61)};
+    greedy.nodeMap._GetNodes(list);
+    EXPECT_LT(list.size(), 10U);
+    EXPECT_EQ(refusal([&] { greedy.value("E0"); }),
+              "Node 'E0': its StructReg has more than 64 children beside the entries");
+}
+
 TEST(Hostile, TextsAreCutToTheirBuffer)
 {
     const std::string name(400, 'n');
