@@ -44,6 +44,7 @@ struct VariableUse
     Property property = Property::Value;
     std::string entry; ///< behind ".Enum."
 
+    // NOLINTNEXTLINE(modernize-use-nullptr): it takes the comparison that the compiler writes for a null pointer
     auto operator<=>(const VariableUse &) const = default;
 };
 
