@@ -10,7 +10,6 @@
 #include <fstream>
 #include <thread>
 
-using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
