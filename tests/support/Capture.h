@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: MIT
-// The standard streams of the process for the time of a scope, at the level of descriptors, so that std::cout
-// and std::cin are met as well as stdio and whatever a loaded module prints.
+// The standard streams of the process for the time of a scope.
 #pragma once
 
 #include <cstdio>
+#include <iostream>
+#include <sstream>
 #include <string>
 #include <string_view>
 
-/// Catches standard output.
+/// Catches standard output, at the level of the descriptor: std::cout as well as stdio and whatever a loaded
+/// module prints.
 class CaptureOutput
 {
 public:
@@ -16,24 +18,26 @@ public:
     CaptureOutput &operator=(const CaptureOutput &) = delete;
     ~CaptureOutput();
 
-    /// Everything printed since the beginning or the last call.
+    /// Everything printed since the beginning.
     std::string text();
 
 private:
     std::FILE *file;
     int before;
-    long position = 0;
 };
 
-/// Feeds standard input from a text, whose end is the end of the input.
+/// Feeds std::cin from a text, whose end is the end of the input.
 class FeedInput
 {
 public:
-    explicit FeedInput(std::string_view text);
+    explicit FeedInput(std::string_view text)
+        : text(std::string(text)), before(std::cin.rdbuf(this->text.rdbuf()))
+    {}
     FeedInput(const FeedInput &) = delete;
     FeedInput &operator=(const FeedInput &) = delete;
-    ~FeedInput();
+    ~FeedInput() { std::cin.rdbuf(before); }
 
 private:
-    int before;
+    std::istringstream text;
+    std::streambuf *before;
 };

@@ -2,20 +2,35 @@
 // An environment variable for the time of a scope.
 #pragma once
 
+#include <cstdlib>
 #include <optional>
 #include <string>
+#include <utility>
 
 /// Sets the variable, and puts it back as it was at the end of the scope.
 class Environment
 {
 public:
     /// \param value  nothing: unset
-    Environment(std::string name, const std::optional<std::string> &value);
+    Environment(std::string name, const std::optional<std::string> &value) : name(std::move(name))
+    {
+        if (const char *old = std::getenv(this->name.c_str()))
+            before = old;
+        set(value);
+    }
     Environment(const Environment &) = delete;
     Environment &operator=(const Environment &) = delete;
-    ~Environment();
+    ~Environment() { set(before); }
 
 private:
+    void set(const std::optional<std::string> &value) const
+    {
+        if (value)
+            setenv(name.c_str(), value->c_str(), 1);
+        else
+            unsetenv(name.c_str());
+    }
+
     std::string name;
     std::optional<std::string> before;
 };

@@ -1,30 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "Simulator.h"
 
-#include <cstdlib>
+#include <chrono>
 #include <fstream>
 #include <regex>
-#include <stdexcept>
+#include <set>
 #include <system_error>
 
 namespace fs = std::filesystem;
-
-namespace {
-
-fs::path makeFolder()
-{
-    std::string pattern = (fs::temp_directory_path() / "torvane-sim-XXXXXX").string();
-    if (!mkdtemp(pattern.data()))
-        throw std::runtime_error("no temporary folder");
-    return pattern;
-}
-
-bool isCallOf(std::string_view line, std::string_view function)
-{
-    return line.starts_with(function) && line.substr(function.size()).starts_with("(");
-}
-
-} // namespace
 
 const char *const Simulator::oneCamera = R"toml(
 [[interface]]
@@ -43,18 +26,11 @@ password = "hunter22"
 )toml";
 
 Simulator::Simulator(std::string_view toml)
-    : folder_(makeFolder()),
-      config("TORVANE_SIM_CONFIG", configPath().string()),
+    : config("TORVANE_SIM_CONFIG", configPath().string()),
       state("TORVANE_SIM_STATE", statePath().string()),
       log("TORVANE_SIM_LOG", logPath().string())
 {
     configure(toml);
-}
-
-Simulator::~Simulator()
-{
-    std::error_code error;
-    fs::remove_all(folder_, error);
 }
 
 void Simulator::configure(std::string_view newToml)
@@ -88,7 +64,9 @@ std::vector<std::string> Simulator::calls() const
 std::vector<std::string> Simulator::calls(std::string_view function) const
 {
     std::vector<std::string> lines = calls();
-    std::erase_if(lines, [&](const std::string &line) { return !isCallOf(line, function); });
+    std::erase_if(lines, [start = std::string(function) + '('](const std::string &line) {
+        return !line.starts_with(start);
+    });
     return lines;
 }
 
@@ -113,14 +91,13 @@ std::vector<std::string> Simulator::portTraffic() const
 
 int Simulator::openHandles() const
 {
+    static const std::set<std::string_view> opening{"TLOpen", "TLOpenInterface", "IFOpenDevice"};
+    static const std::set<std::string_view> closing{"TLClose", "IFClose", "DevClose"};
     int open = 0;
     for (const std::string &line : calls()) {
-        const bool isSuccess = line.find(") = 0") != std::string::npos;
-        const bool isOpen =
-            isCallOf(line, "TLOpen") || isCallOf(line, "TLOpenInterface") || isCallOf(line, "IFOpenDevice");
-        const bool isClose =
-            isCallOf(line, "TLClose") || isCallOf(line, "IFClose") || isCallOf(line, "DevClose");
-        open += isSuccess ? isOpen - isClose : 0;
+        const std::string_view function = std::string_view(line).substr(0, line.find('('));
+        if (line.find(") = 0") != std::string::npos)
+            open += opening.contains(function) - closing.contains(function);
     }
     return open;
 }

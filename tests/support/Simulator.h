@@ -4,6 +4,7 @@
 #pragma once
 
 #include "Environment.h"
+#include "TemporaryFolder.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -19,7 +20,6 @@ public:
     static const char *const oneCamera;
 
     explicit Simulator(std::string_view toml = oneCamera);
-    ~Simulator();
 
     /// Rewrites the configuration. The producer reads it at GCInitLib and at its next list refresh.
     void configure(std::string_view toml);
@@ -48,13 +48,13 @@ public:
     /// That of a variant by its target's name (torvane_add_sim_variant), alone in its folder too.
     static std::string cti(std::string_view variant);
 
-    const std::filesystem::path &folder() const { return folder_; }
-    std::filesystem::path configPath() const { return folder_ / "cameras.toml"; }
-    std::filesystem::path statePath() const { return folder_ / "state.toml"; }
-    std::filesystem::path logPath() const { return folder_ / "calls.log"; }
+    const std::filesystem::path &folder() const { return folder_.path(); }
+    std::filesystem::path configPath() const { return folder() / "cameras.toml"; }
+    std::filesystem::path statePath() const { return folder() / "state.toml"; }
+    std::filesystem::path logPath() const { return folder() / "calls.log"; }
 
 private:
-    std::filesystem::path folder_;
+    const TemporaryFolder folder_;
     std::string toml;
     Environment config;
     Environment state;
