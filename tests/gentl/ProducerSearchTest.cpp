@@ -2,13 +2,15 @@
 // The search for producers, over real directories.
 #include "ProducerSearch.h"
 
+#include "Environment.h"
 #include "TemporaryFolder.h"
 
-#include <dirent.h>
 #include <gmock/gmock.h>
 
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
+#include <optional>
 
 using namespace GenICam_Interfaces;
 using ::testing::ElementsAre;
@@ -20,43 +22,41 @@ namespace {
 class ProducerSearchTest : public ::testing::Test
 {
 protected:
-    void SetUp() override { unsetenv("GENICAM_GENTL64_PATH"); }
-    void TearDown() override { unsetenv("GENICAM_GENTL64_PATH"); }
-
     /// The directories that the variable names when it reads \p value.
-    static std::vector<std::string> paths(const std::string &value)
+    static std::vector<std::string> paths(const std::optional<std::string> &value)
     {
-        setenv("GENICAM_GENTL64_PATH", value.c_str(), 1);
+        const Environment variable("GENICAM_GENTL64_PATH", value);
         return getGenTLPaths();
     }
 
-    TemporaryFolder folder;
+    void addFile(const std::string &name) const { std::ofstream{path + "/" + name}; }
+
+    const TemporaryFolder folder;
+    const std::string path = folder.path();
 };
 
 TEST_F(ProducerSearchTest, OnlyTheLowerCaseSuffixMakesAProducer)
 {
     for (const char *name : {"name.cti", "NAME.CTI", "name.cti.bak", ".cti", "cti", "namecti"})
-        folder.addFile(name);
-    EXPECT_THAT(findCtiFiles(folder.path()),
-                UnorderedElementsAre(folder.path() + "/name.cti", folder.path() + "/.cti"));
+        addFile(name);
+    EXPECT_THAT(findCtiFiles(path), UnorderedElementsAre(path + "/name.cti", path + "/.cti"));
 }
 
 TEST_F(ProducerSearchTest, LinksAreFollowed)
 {
-    folder.addFile("real.cti");
-    std::filesystem::create_directory(folder.path() + "/folder.cti");
-    std::filesystem::create_directory_symlink(folder.path() + "/folder.cti", folder.path() + "/tofolder.cti");
-    std::filesystem::create_symlink(folder.path() + "/real.cti", folder.path() + "/tofile.cti");
-    std::filesystem::create_symlink("/nowhere", folder.path() + "/tonowhere.cti");
-    EXPECT_THAT(getFilesInDirectory(folder.path()),
-                UnorderedElementsAre("real.cti", "tofile.cti", "tonowhere.cti"));
+    addFile("real.cti");
+    std::filesystem::create_directory(path + "/folder.cti");
+    std::filesystem::create_directory_symlink(path + "/folder.cti", path + "/tofolder.cti");
+    std::filesystem::create_symlink(path + "/real.cti", path + "/tofile.cti");
+    std::filesystem::create_symlink("/nowhere", path + "/tonowhere.cti");
+    EXPECT_THAT(getFilesInDirectory(path), UnorderedElementsAre("real.cti", "tofile.cti", "tonowhere.cti"));
 }
 
 TEST_F(ProducerSearchTest, NamesAreNotNormalised)
 {
-    folder.addFile("name.cti");
-    EXPECT_THAT(findCtiFiles(folder.path() + "/"), ElementsAre(folder.path() + "//name.cti"));
-    std::filesystem::current_path(folder.path());
+    addFile("name.cti");
+    EXPECT_THAT(findCtiFiles(path + "/"), ElementsAre(path + "//name.cti"));
+    std::filesystem::current_path(path);
     EXPECT_THAT(findCtiFiles("."), ElementsAre("./name.cti"));
     std::filesystem::current_path("/");
 }
@@ -64,22 +64,17 @@ TEST_F(ProducerSearchTest, NamesAreNotNormalised)
 TEST_F(ProducerSearchTest, TheOrderIsThatOfTheDirectory)
 {
     for (int number = 0; number < 50; ++number)
-        folder.addFile(std::to_string(number * 37 % 50) + ".cti");
+        addFile(std::to_string(number * 37 % 50) + ".cti");
     std::vector<std::string> order;
-    DIR *directory = opendir(folder.path().c_str());
-    while (const dirent *entry = readdir(directory)) {
-        if (endsWith(entry->d_name, ".cti"))
-            order.emplace_back(entry->d_name);
-    }
-    closedir(directory);
-    ASSERT_EQ(order.size(), 50U);
+    for (const auto &entry : std::filesystem::directory_iterator(path))
+        order.push_back(entry.path().filename());
     ASSERT_FALSE(std::is_sorted(order.begin(), order.end())) << "this file system hides the fault";
-    EXPECT_EQ(getFilesInDirectory(folder.path()), order);
+    EXPECT_EQ(getFilesInDirectory(path), order);
 }
 
 TEST_F(ProducerSearchTest, ADirectoryOf257BytesIsTheLongest)
 {
-    std::string longest = folder.path() + "/" + std::string(100, 'a') + "/";
+    std::string longest = path + "/" + std::string(100, 'a') + "/";
     longest += std::string(257 - longest.size(), 'b');
     std::filesystem::create_directories(longest);
     const std::ofstream file(longest + "/name.cti");
@@ -89,7 +84,7 @@ TEST_F(ProducerSearchTest, ADirectoryOf257BytesIsTheLongest)
 
 TEST_F(ProducerSearchTest, SeparatorsAreNoPartOfADirectoryButBlanksAre)
 {
-    EXPECT_THAT(getGenTLPaths(), IsEmpty());
+    EXPECT_THAT(paths({}), IsEmpty());
     EXPECT_THAT(paths(""), IsEmpty());
     EXPECT_THAT(paths(";;/a;;"), ElementsAre("/a"));
     EXPECT_THAT(paths("/a:/b;:/c:"), ElementsAre("/a", "/b", "/c"));
@@ -98,22 +93,14 @@ TEST_F(ProducerSearchTest, SeparatorsAreNoPartOfADirectoryButBlanksAre)
 
 TEST_F(ProducerSearchTest, DirectoriesAreSearchedInTheOrderOfTheVariable)
 {
-    const TemporaryFolder other;
-    folder.addFile("one.cti");
-    other.addFile("two.cti");
-    const std::string one = folder.path() + "/one.cti";
-    const std::string two = other.path() + "/two.cti";
-    paths(other.path() + ";/nowhere;" + one + ";" + std::string(258, 'a') + ":" + folder.path() + ";" +
-          other.path());
-    EXPECT_THAT(findCtiFilesInGenTLPaths(), ElementsAre(two, one, two));
-}
-
-TEST_F(ProducerSearchTest, EmptyPiecesCountOnRequest)
-{
-    EXPECT_THAT(splitString("", ';', true), ElementsAre(""));
-    EXPECT_THAT(splitString("", ';', false), IsEmpty());
-    EXPECT_THAT(splitString(";a;;b;", ';', true), ElementsAre("", "a", "", "b", ""));
-    EXPECT_THAT(splitString(";a;;b;", ';', false), ElementsAre("a", "b"));
+    const TemporaryFolder otherFolder;
+    const std::string other = otherFolder.path();
+    addFile("one.cti");
+    std::ofstream{other + "/two.cti"};
+    const Environment variable("GENICAM_GENTL64_PATH", other + ";/nowhere;" + path + "/one.cti;" +
+                                                           std::string(258, 'a') + ":" + path + ";" + other);
+    EXPECT_THAT(findCtiFilesInGenTLPaths(),
+                ElementsAre(other + "/two.cti", path + "/one.cti", other + "/two.cti"));
 }
 
 } // namespace

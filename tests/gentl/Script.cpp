@@ -11,7 +11,7 @@ Script *torvaneTestScript()
 
 std::string producerPath(const std::string &variant)
 {
-    return std::string(SCRIPTED_PRODUCERS) + "/" + variant + ".cti";
+    return SCRIPTED_PRODUCERS "/" + variant + ".cti";
 }
 
 bool isLoaded(const std::string &path)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// What the scripted producers answer, and what they were asked. The producers are modules of their own,
-// loaded as any other, and find the script of the test program by its exported name; so a test can look at it
-// after the module has gone.
+// What the scripted producer answers, and what it was asked. It is a module of its own, loaded as any other,
+// and finds the script of the test program by its exported name; so a test can look at it after the module has
+// gone.
 #pragma once
 
 #include "GenTL.h"
@@ -16,34 +16,21 @@
 
 struct Script
 {
-    std::uint32_t major = 1;
-    std::uint32_t minor = 5;
-    GC_ERROR initCode = GC_ERR_SUCCESS;
-    GC_ERROR closeCode = GC_ERR_SUCCESS;
-    GC_ERROR majorCode = GC_ERR_SUCCESS; ///< of the query for the major version
-    GC_ERROR minorCode = GC_ERR_SUCCESS;
-
-    GC_ERROR lastErrorResult = GC_ERR_SUCCESS; ///< of GCGetLastError itself
-    GC_ERROR lastErrorCode = GC_ERR_IO;
-    std::string lastErrorText = "the link is down";
+    std::string lastErrorText = "the link is down"; ///< of GCGetLastError, with the code GC_ERR_IO
 
     std::map<PORT_INFO_CMD, bool8_t> rights{{PORT_INFO_ACCESS_READ, 1}, {PORT_INFO_ACCESS_WRITE, 1}};
-    std::map<PORT_INFO_CMD, GC_ERROR> portInfoCodes; ///< of the queries that fail
+    std::optional<PORT_INFO_CMD> refusedPortInfo;
     std::string portName = "Device";
 
     /// Answers of GCGetPortURLInfo; what is not here is answered with urlCode.
     std::map<URL_INFO_CMD, std::variant<std::string, std::int32_t, std::uint64_t>> urlAnswers;
     GC_ERROR urlCode = GC_ERR_NOT_IMPLEMENTED;
 
-    GC_ERROR portCode = GC_ERR_SUCCESS;     ///< of GCReadPort and GCWritePort
-    std::string memory;                     ///< what a read delivers, from whatever address
+    GC_ERROR portCode = GC_ERR_SUCCESS; ///< of GCReadPort and GCWritePort
+    std::string memory;                 ///< what a read delivers, from whatever address, and a write leaves
     std::optional<std::size_t> claimedSize; ///< what a read tells to have delivered, if not the truth
-    std::string written;
 
-    bool recordsOnly = false; ///< answer each call with recordedCode and look at no argument
-    GC_ERROR recordedCode = GC_ERR_SUCCESS;
-
-    /// "NAME(1, 2)": the arguments as numbers. Scripted calls show the numbers behind their pointers.
+    /// "NAME(1, 2)": the arguments as numbers, of most pointers the number behind them, none of a buffer.
     std::vector<std::string> calls;
 };
 

@@ -25,10 +25,3 @@ void note(const char *function, Arguments... arguments)
     ((line += separator + numberOf(arguments), separator = ", "), ...);
     torvaneTestScript()->calls.push_back(line + ")");
 }
-
-template <class... Arguments>
-GC_ERROR record(const char *function, Arguments... arguments)
-{
-    note(function, arguments...);
-    return torvaneTestScript()->recordedCode;
-}
