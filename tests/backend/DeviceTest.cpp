@@ -13,18 +13,25 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;
+using testing::ThrowsMessage;
 
 namespace {
 
-constexpr const char *said = "text = \"no\"\n"; // what the producer says of an injected failure
-
-std::string camera(const std::string &keys)
-{
-    return "[[interface]]\nid = \"sim-eth0\"\ntype = \"GEV\"\n[[interface.camera]]\nid = \"sim-1\"\n" + keys;
-}
+const std::string portFailed = "ERROR: Creating GenTL_PortInterface instance for the remote device failed! "
+                               "Closing device...\n       Msg: ";
 
 class DeviceTest : public BackEndTest
-{};
+{
+protected:
+    /// Starts with a camera of a description of its own, and others behind it.
+    std::string startDescribed(const std::string &nodes, const std::string &others = "")
+    {
+        std::ofstream("own.xml")
+            << "<RegisterDescription ModelName=\"m\" VendorName=\"v\"><Port Name=\"Device\"/>" << nodes
+            << "</RegisterDescription>";
+        return startWith(camera("xml = \"own.xml\"\n") + others);
+    }
+};
 
 TEST_F(DeviceTest, FirstContactReadsFiveRegistersAndRemembers)
 {
@@ -47,31 +54,22 @@ TEST_F(DeviceTest, FirstContactReadsFiveRegistersAndRemembers)
 
 TEST_F(DeviceTest, TransportTypes)
 {
-    const struct
-    {
-        const char *type;
-        TransportType expected;
-    } rows[] = {{"U3V", TransportType::U3V},
-                {"gev", TransportType::Other},
-                {"CXP", TransportType::Other},
-                {"GEV", TransportType::GEV}};
-    for (const auto &row : rows) {
-        backEnd = std::make_unique<BackEnd>();
-        simulator.configure(camera(std::string("type = \"") + row.type + "\"\nip = \"10.0.0.1\"\n"));
-        start();
-        EXPECT_EQ(device()->transportType(), row.expected) << row.type;
-        EXPECT_EQ(device()->ipAddress() != 0, row.expected == TransportType::GEV) << row.type;
+    const std::pair<const char *, TransportType> rows[] = {{"U3V", TransportType::U3V},
+                                                           {"gev", TransportType::Other},
+                                                           {"CXP", TransportType::Other},
+                                                           {"GEV", TransportType::GEV}};
+    for (const auto &[type, expected] : rows) {
+        startWith(camera(std::string("description = \"zipped\"\ntype = \"") + type + "\"\n"));
+        EXPECT_EQ(device()->transportType(), expected) << type;
+        EXPECT_EQ(device()->ipAddress() != 0, expected == TransportType::GEV) << type;
     }
 }
 
 TEST_F(DeviceTest, AFeatureThatIsNoPlainIntegerIsNoAddress)
 {
-    simulator.configure(camera("xml = \"features.xml\"\n"));
-    std::ofstream("features.xml") << R"(<RegisterDescription ModelName="m" VendorName="v">
-        <Port Name="Device"/>
-        <IntReg Name="GevMACAddress"><Address>0x50001000</Address><Length>4</Length><pPort>Device</pPort></IntReg>
-        </RegisterDescription>)";
-    EXPECT_EQ(start(), "ERROR: Could not open the remote device node 'GevCurrentIPAddress'!\n");
+    EXPECT_EQ(startDescribed("<IntReg Name=\"GevMACAddress\"><Address>0x50001000</Address><Length>4</Length>"
+                             "<pPort>Device</pPort></IntReg>"),
+              "ERROR: Could not open the remote device node 'GevCurrentIPAddress'!\n");
     EXPECT_EQ(device()->ipAddress(), 0u);
     EXPECT_EQ(device()->macAddress(), 0x8000000000000000u);
 }
@@ -92,11 +90,7 @@ TEST_F(DeviceTest, OnlyAccessibleDevicesAreProbed)
                 {"open_readonly", 6, "OpenReadOnly", false},
                 {"unknown", 0, "Unknown", false}};
     for (const auto &row : rows) {
-        backEnd = std::make_unique<BackEnd>();
-        simulator.configure(camera(std::string("lock = \"locked\"\npassword = \"hunter22\"\naccess = \"") +
-                                   row.access + "\"\n"));
-        simulator.clearLog();
-        EXPECT_EQ(start(), "") << row.access;
+        EXPECT_EQ(startWith(camera(std::string("lock = \"locked\"\naccess = \"") + row.access + "\"\n")), "");
         EXPECT_EQ(device()->accessStatus(), row.status);
         EXPECT_EQ(accessStatusName(row.status), row.name);
         EXPECT_EQ(!simulator.calls("IFOpenDevice").empty(), row.probed) << row.access;
@@ -137,8 +131,7 @@ TEST_F(DeviceTest, OpenAndClose)
 TEST_F(DeviceTest, OtherValuesInTheStateRegisters)
 {
     simulator.configure(camera("lock_state_value = 2\npassword_state_value = 7\n"));
-    start();
-    backEnd->selectDevice(device());
+    select();
     EXPECT_TRUE(device()->passwordSupported());
     EXPECT_FALSE(device()->readPasswordSupport());
     EXPECT_FALSE(device()->isLocked());
@@ -148,12 +141,10 @@ TEST_F(DeviceTest, OtherValuesInTheStateRegisters)
 TEST_F(DeviceTest, ADeviceWithoutTheLock)
 {
     simulator.configure(camera("lock = \"none\"\n"));
-    EXPECT_EQ(start(), "");
+    select();
     EXPECT_FALSE(device()->passwordSupported());
     EXPECT_FALSE(device()->isLocked());
     EXPECT_FALSE(device()->isDefaultPassword());
-    backEnd->selectDevice(device());
-    simulator.clearLog();
     EXPECT_EQ(printedBy([this] {
                   device()->lock();
                   device()->unlock("hunter22");
@@ -166,16 +157,13 @@ TEST_F(DeviceTest, ADeviceWithoutTheLock)
 
 TEST_F(DeviceTest, AFailedOpenNamesControlAccessAlsoInAProbe)
 {
-    simulator.failNth("IFOpenDevice", -1005, 1, 0, said);
-    const std::string expected =
-        "ERROR: IFOpenDevice(DEVICE_ACCESS_CONTROL) for device with id 'sim-1' failed with "
-        "code -1005!\n         Msg: no\n";
+    fail("IFOpenDevice", 1, 0);
+    const std::string expected = failed("IFOpenDevice(DEVICE_ACCESS_CONTROL) for device with id 'sim-1'");
     EXPECT_EQ(start(), expected);
     EXPECT_EQ(ids(), std::vector<std::string>{"sim-1"}) << "it is in the list all the same";
     EXPECT_THAT(simulator.calls("DevGetInfo"), IsEmpty()) << "the probe ends with the failed open";
     EXPECT_EQ(printedBy([this] { backEnd->selectDevice(device()); }), expected);
     EXPECT_FALSE(device()->isOpen());
-    EXPECT_TRUE(backEnd->selectedPasswordHistory().empty());
     EXPECT_FALSE(backEnd->selectedIsLocked())
         << "it stays selected: unsupported answers false, none selected true";
 }
@@ -185,16 +173,12 @@ TEST_F(DeviceTest, AFailedOpenNamesControlAccessAlsoInAProbe)
 TEST_F(DeviceTest, AFailedDevGetPortGoesOn)
 {
     start();
-    simulator.failNth("DevGetPort", -1001, 1, 1, said);
+    fail("DevGetPort");
     pass(); // reads the configuration
     simulator.clearLog();
-    const std::string printed = printedBy([this] { backEnd->selectDevice(device()); });
-    EXPECT_THAT(printed,
-                StartsWith("ERROR: DevGetPort() failed with code -1001!\n         Msg: no\n"
-                           "Password protection not available!\n"
-                           "ERROR: Creating GenTL_PortInterface instance for the remote device failed! "
-                           "Closing device...\n       Msg: GCGetPortInfo(PORT_INFO_ACCESS_WRITE) failed "
-                           "with code -1006! Message: "));
+    EXPECT_THAT(printedBy([this] { backEnd->selectDevice(device()); }),
+                StartsWith(failed("DevGetPort()") + "Password protection not available!\n" + portFailed +
+                           "GCGetPortInfo(PORT_INFO_ACCESS_WRITE) failed with code -1006! Message: "));
     EXPECT_THAT(functionsOf(simulator.calls()),
                 ElementsAre("IFOpenDevice", "DevGetPort", "GCGetLastError", "GCReadPort", "GCGetLastError",
                             "GCReadPort", "GCGetLastError", "DevClose", "GCGetPortInfo", "GCGetLastError",
@@ -207,11 +191,10 @@ TEST_F(DeviceTest, AFailedDevGetPortGoesOn)
 
 TEST_F(DeviceTest, AProbeWithoutAPortGoesOnToTheTransportInfo)
 {
-    simulator.failNth("GCReadPort", -1010, 1, 1, said); // of the description
-    const std::string printed = start();
-    EXPECT_THAT(printed,
-                StartsWith("ERROR: Creating GenTL_PortInterface instance for the remote device failed! "
-                           "Closing device...\n       Msg: GCReadPort failed with code -1010! Message: no \n"
+    fail("GCReadPort"); // of the description
+    EXPECT_THAT(start(),
+                StartsWith(portFailed +
+                           "GCReadPort failed with code -1010! Message: no \n"
                            "ERROR: IFGetDeviceInfo(DEVICE_INFO_TLTYPE,sim-1) failed with code -1006!\n"
                            "         Msg: "));
     EXPECT_EQ(simulator.calls("DevClose").size(), 1u);
@@ -222,64 +205,46 @@ TEST_F(DeviceTest, AProbeWithoutAPortGoesOnToTheTransportInfo)
 
 TEST_F(DeviceTest, ADescriptionThatCannotBeUsed)
 {
-    simulator.configure(camera("port_name = \"Elsewhere\"\n"));
-    std::string printed = start();
-    EXPECT_THAT(printed,
-                StartsWith("ERROR: Creating GenTL_PortInterface instance for the remote device failed! "
-                           "Closing device...\n       Msg: Connecting NodeMapRef with port failed!\n"));
-
-    backEnd = std::make_unique<BackEnd>();
-    simulator.configure(camera("xml = \"ports.xml\"\n"));
-    std::ofstream("ports.xml") << R"(<RegisterDescription ModelName="m" VendorName="v"><Port Name="Device"/>
-        <Port Name="Device"/></RegisterDescription>)";
-    printed = start();
-    EXPECT_THAT(printed,
-                StartsWith("ERROR: Creating GenTL_PortInterface instance for the remote device failed! "
-                           "Closing device...\n       Msg: "));
+    const std::string printed = startDescribed("<Port Name=\"Device\"/>");
+    EXPECT_THAT(printed, StartsWith(portFailed));
     EXPECT_THAT(printed, HasSubstr("'Device'")) << "GenApi's family, in its words";
     EXPECT_EQ(simulator.openHandles(), 2);
 }
 
 TEST_F(DeviceTest, AFailedTransportQueryNamesTheQueryOfTheInterface)
 {
-    simulator.failNth("DevGetInfo", -1001, 1, 1, said);
-    EXPECT_EQ(start(), "ERROR: IFGetDeviceInfo(DEVICE_INFO_TLTYPE,sim-1) failed with code -1001!\n"
-                       "         Msg: no\n");
+    fail("DevGetInfo");
+    EXPECT_EQ(start(), failed("IFGetDeviceInfo(DEVICE_INFO_TLTYPE,sim-1)"));
     EXPECT_EQ(device()->transportType(), TransportType::Unknown);
     EXPECT_TRUE(device()->isLocked()) << "the rest of the probe is remembered";
 }
 
 TEST_F(DeviceTest, AnExceptionOutOfAProbeIsReportedAndThePassGoesOn)
 {
-    simulator.configure(camera("xml = \"loop.xml\"\n") + "[[interface.camera]]\nid = \"sim-2\"\n");
-    std::ofstream("loop.xml") << R"(<RegisterDescription ModelName="m" VendorName="v"><Port Name="Device"/>
-        <Integer Name="GevCurrentIPAddress"><pValue>GevCurrentIPAddress</pValue></Integer>
-        </RegisterDescription>)";
-    std::string printed = start();
-    EXPECT_THAT(printed, StartsWith("ERROR: Probing device 'sim-1' failed!\n       Msg: "));
+    const std::string probeFailed = "ERROR: Probing device 'sim-1' failed!\n       Msg: ";
+    const std::string printed =
+        startDescribed("<Integer Name=\"GevCurrentIPAddress\"><pValue>GevCurrentIPAddress</pValue></Integer>",
+                       "[[interface.camera]]\nid = \"sim-2\"\n");
+    EXPECT_THAT(printed, StartsWith(probeFailed));
     EXPECT_THAT(printed, HasSubstr("GevCurrentIPAddress")) << "GenApi's family";
     EXPECT_EQ(ids(), (std::vector<std::string>{"sim-1", "sim-2"}));
     EXPECT_EQ(device(0)->transportType(), TransportType::GEV) << "as far as it is known";
     EXPECT_EQ(device(1)->transportType(), TransportType::GEV);
     EXPECT_EQ(simulator.openHandles(), 2);
 
-    end();
     backEnd = std::make_unique<BackEnd>();
     simulator.configure(camera(""));
     // Four reads come before: the description, the lock state for the support, lock state and password state.
-    simulator.failNth("GCReadPort", -1011, 5, 1, said);
-    simulator.clearLog();
-    printed = start();
-    EXPECT_EQ(printed, "ERROR: Probing device 'sim-1' failed!\n"
-                       "       Msg: GCReadPort failed with code -1011! Message: no \n");
-    EXPECT_THAT(functionsOf(simulator.calls()).back(), "DevClose")
+    fail("GCReadPort", 5);
+    EXPECT_EQ(start(), probeFailed + "GCReadPort failed with code -1010! Message: no \n");
+    EXPECT_EQ(functionsOf(simulator.calls()).back(), "DevClose")
         << "closed without being asked anything more";
 }
 
 TEST_F(DeviceTest, AFailedDevCloseCountsAsClosed)
 {
-    simulator.failNth("DevClose", -1010, 1, 1, said);
-    EXPECT_EQ(start(), "WARNING: DevClose() failed with code -1010!\n         Msg: no\n");
+    fail("DevClose");
+    EXPECT_EQ(start(), failed("DevClose()", "WARNING"));
     EXPECT_FALSE(device()->isOpen());
 }
 
@@ -292,32 +257,25 @@ TEST_F(DeviceTest, TextQueries)
     device()->displayName();
     EXPECT_THAT(simulator.calls("IFGetDeviceInfo").back(), HasSubstr("\"sim-1\", 4)"));
 
-    simulator.failNth("IFGetDeviceInfo", -1001, 1, 0, said);
+    fail("IFGetDeviceInfo", 1, 0);
     pass();
-    const auto line = [](const std::string &query) {
-        return "ERROR: IFGetDeviceInfo(" + query + ",sim-1) failed with code -1001!\n         Msg: no\n";
+    const auto expectEmpty = [&](auto query, const std::string &name) {
+        EXPECT_EQ(printedBy([&] { EXPECT_EQ((device()->*query)(), ""); }),
+                  failed("IFGetDeviceInfo(" + name + ",sim-1)"));
     };
-    const auto isEmptyAfter = [&](auto query, const std::string &name) {
-        std::string text = "unset";
-        EXPECT_EQ(printedBy([&] { text = (device()->*query)(); }), line(name));
-        EXPECT_EQ(text, "");
-    };
-    isEmptyAfter(&Device::model, "DEVICE_INFO_MODEL");
-    isEmptyAfter(&Device::tlType, "DEVICE_INFO_TLTYPE");
-    isEmptyAfter(&Device::displayName, "DEVICE_INFO_DISPLAYNAME");
-    isEmptyAfter(&Device::serialNumber, "DEVICE_INFO_SERIAL_NUMBER");
-    std::int32_t status = -1;
-    EXPECT_EQ(printedBy([&] { status = device()->accessStatus(); }), line("DEVICE_INFO_ACCESS_STATUS"));
-    EXPECT_EQ(status, 0);
-    EXPECT_EQ(printedBy([this] {
-                  try {
-                      device()->userDefinedName();
-                      ADD_FAILURE() << "alone of its family it throws";
-                  } catch (const std::runtime_error &failure) {
-                      EXPECT_STREQ(failure.what(),
-                                   "ERROR: IFGetDeviceInfo(DEVICE_INFO_USER_DEFINED_NAME,sim-1) "
-                                   "failed with code -1001!");
-                  }
+    expectEmpty(&Device::model, "DEVICE_INFO_MODEL");
+    expectEmpty(&Device::tlType, "DEVICE_INFO_TLTYPE");
+    expectEmpty(&Device::displayName, "DEVICE_INFO_DISPLAYNAME");
+    expectEmpty(&Device::serialNumber, "DEVICE_INFO_SERIAL_NUMBER");
+    EXPECT_EQ(printedBy([this] { EXPECT_EQ(device()->accessStatus(), 0); }),
+              failed("IFGetDeviceInfo(DEVICE_INFO_ACCESS_STATUS,sim-1)"));
+    const auto userDefinedName = [this] { device()->userDefinedName(); };
+    EXPECT_EQ(printedBy([&] {
+                  EXPECT_THAT(userDefinedName,
+                              ThrowsMessage<std::runtime_error>(
+                                  "ERROR: IFGetDeviceInfo(DEVICE_INFO_USER_DEFINED_NAME,sim-1) failed with "
+                                  "code -1010!"))
+                      << "alone of its family";
               }),
               "");
 }
@@ -325,12 +283,12 @@ TEST_F(DeviceTest, TextQueries)
 TEST_F(DeviceTest, AProducerThatCannotSayMore)
 {
     start();
-    simulator.failNth("IFGetDeviceInfo", -1001, 1, 1);
-    simulator.failNth("GCGetLastError", -1016, 1, 1);
+    fail("IFGetDeviceInfo");
+    fail("GCGetLastError");
     pass();
     EXPECT_EQ(printedBy([this] { device()->model(); }),
-              "ERROR: IFGetDeviceInfo(DEVICE_INFO_MODEL,sim-1) failed with code -1001!\n"
-              "WARNING: Inquiring last error failed with code -1016!\n");
+              "ERROR: IFGetDeviceInfo(DEVICE_INFO_MODEL,sim-1) failed with code -1010!\n"
+              "WARNING: Inquiring last error failed with code -1010!\n");
 }
 
 TEST_F(DeviceTest, AnEmptyIdentifierSwitchesTheDeviceOff)

@@ -7,54 +7,52 @@
 
 #include <fstream>
 
+using testing::AllOf;
 using testing::EndsWith;
 using testing::HasSubstr;
 
 namespace {
 
-constexpr const char *oneInterface = "[[interface]]\nid = \"eth0\"\ntype = \"U3V\"\n";
-
 class DialogueTest : public BackEndTest
 {
 protected:
-    static std::string camera(const std::string &id, const std::string &keys)
+    std::string run(std::string_view input = "")
     {
-        return "[[interface.camera]]\nid = \"" + id + "\"\n" + keys;
-    }
-
-    std::string run(std::string_view input)
-    {
-        backEnd = std::make_unique<BackEnd>();
         return printedBy([this] { EXPECT_EQ(backEnd->runConsole(), 0); }, input);
     }
+
+    const std::string second = "[[interface.camera]]\nid = \"sim-2\"\n";
 };
 
 TEST_F(DialogueTest, AFirmwareVersionThatCannotBeReadIsUnknown)
 {
     const std::string summary = "Firmware version:     (unknown)\nPassword protection:  yes\n";
-    const auto withFirmware = [&](const std::string &nodes) {
+    const auto runWithFirmware = [&](const std::string &node) {
         std::ofstream("own.xml")
-            << "<RegisterDescription ModelName=\"m\" VendorName=\"v\"><Port Name=\"Device\"/>" << nodes
+            << R"(<RegisterDescription ModelName="m" VendorName="v"><Port Name="Device"/>)" << node
             << "</RegisterDescription>";
-        simulator.configure(oneInterface + camera("A", "xml = \"own.xml\"\n"));
+        simulator.configure(camera("xml = \"own.xml\"\n"));
+        backEnd = std::make_unique<BackEnd>();
+        return run("q\n");
     };
-    withFirmware("<StringReg Name=\"DeviceFirmwareVersion\"><Address>0x7fff0000</Address><Length>16</Length>"
-                 "<pPort>Device</pPort></StringReg>");
-    EXPECT_THAT(run("q\n"), HasSubstr(summary)) << "the port's failure";
-    withFirmware("<String Name=\"DeviceFirmwareVersion\"><pValue>DeviceFirmwareVersion</pValue></String>");
-    const std::string printed = run("q\n");
-    EXPECT_THAT(printed, HasSubstr(summary)) << "GenApi's failure";
-    EXPECT_THAT(printed, EndsWith("q: quit program... ")) << "the run goes on";
+    EXPECT_THAT(runWithFirmware("<StringReg Name=\"DeviceFirmwareVersion\"><Address>0x7fff0000</Address>"
+                                "<Length>16</Length><pPort>Device</pPort></StringReg>"),
+                HasSubstr(summary))
+        << "the port's failure";
+    EXPECT_THAT(runWithFirmware(
+                    "<String Name=\"DeviceFirmwareVersion\"><pValue>DeviceFirmwareVersion</pValue></String>"),
+                AllOf(HasSubstr(summary), EndsWith("q: quit program... ")))
+        << "GenApi's failure, and the run goes on";
 }
 
 TEST_F(DialogueTest, WarningsOfTheTableComeBehindIt)
 {
-    simulator.configure(oneInterface + camera("A", "lock = \"locked\"\n") + camera("B", "lock = \"none\"\n"));
-    simulator.failNth("IFGetDeviceInfo", -1010, 1, 0, "command = 6\n");
+    simulator.configure(camera("") + second + "lock = \"none\"\n");
+    fail("IFGetDeviceInfo", 1, 0, "command = 6\n");
     start();
     EXPECT_THAT(
         printedBy([this] { backEnd->printDevices(true); }),
-        EndsWith("2   | SimCam           | B                | (unknown)        | (unknown)        | B\n"
+        EndsWith("2   | SimCam           | sim-2            | (unknown)        | (unknown)        | sim-2\n"
                  "\nWARNING: Could not read device information of device 1. Check network configuration."
                  "\nWARNING: Could not read device information of device 2. Check network configuration."
                  "\n\n"));
@@ -62,12 +60,11 @@ TEST_F(DialogueTest, WarningsOfTheTableComeBehindIt)
 
 TEST_F(DialogueTest, TheFirstAccessibleDeviceOfASerialNumberIsTaken)
 {
-    simulator.configure(oneInterface + camera("A", "serial = \"S\"\nmodel = \"Held\"\naccess = \"busy\"\n") +
-                        camera("B", "serial = \"S\"\nmodel = \"Free\"\n"));
+    simulator.configure(camera("serial = \"S\"\nmodel = \"Held\"\naccess = \"busy\"\n") + second +
+                        "serial = \"S\"\nmodel = \"Free\"\n");
     backEnd->setPresetSerial("S");
     backEnd->setPresetLock(true);
-    EXPECT_THAT(printedBy([this] { EXPECT_EQ(backEnd->runConsole(), 0); }),
-                HasSubstr("Will use selected device Free (S).\n"));
+    EXPECT_THAT(run(), HasSubstr("Will use selected device Free (S).\n"));
 }
 
 TEST_F(DialogueTest, QuestionsWithoutAChoiceAreNotAsked)
