@@ -8,15 +8,12 @@
 
 #include <cstdlib>
 #include <iostream>
-#include <memory>
 #include <stdexcept>
-#include <vector>
 
 /// A device that is the memory of the questionnaire.
 struct OracleDevice
 {
     ArvDevice parent;
-    Memory *memory;
 };
 
 struct OracleDeviceClass
@@ -30,25 +27,24 @@ namespace {
 
 constexpr unsigned timeLimitSeconds = 20; ///< for one questionnaire; most take a hundredth of one
 
-gboolean refuse(GError **error)
+Memory memory;
+
+gboolean succeed(bool hasAddress, GError **error)
 {
-    g_set_error(error, ARV_DEVICE_ERROR, ARV_DEVICE_ERROR_PROTOCOL_ERROR_INVALID_ADDRESS, "no such address");
-    return FALSE;
+    if (!hasAddress)
+        g_set_error(error, ARV_DEVICE_ERROR, ARV_DEVICE_ERROR_PROTOCOL_ERROR_INVALID_ADDRESS,
+                    "no such address");
+    return hasAddress ? TRUE : FALSE;
 }
 
-OracleDevice *oracleDevice(ArvDevice *device)
+gboolean readMemory(ArvDevice *, guint64 address, guint32 size, void *buffer, GError **error)
 {
-    return G_TYPE_CHECK_INSTANCE_CAST(device, oracle_device_get_type(), OracleDevice);
+    return succeed(load(memory, address, size, buffer), error);
 }
 
-gboolean readMemory(ArvDevice *device, guint64 address, guint32 size, void *buffer, GError **error)
+gboolean writeMemory(ArvDevice *, guint64 address, guint32 size, void *buffer, GError **error)
 {
-    return load(*oracleDevice(device)->memory, address, size, buffer) ? TRUE : refuse(error);
-}
-
-gboolean writeMemory(ArvDevice *device, guint64 address, guint32 size, void *buffer, GError **error)
-{
-    return store(*oracleDevice(device)->memory, address, size, buffer) ? TRUE : refuse(error);
+    return succeed(store(memory, address, size, buffer), error);
 }
 
 gboolean readRegister(ArvDevice *device, guint64 address, guint32 *value, GError **error)
@@ -61,164 +57,150 @@ gboolean writeRegister(ArvDevice *device, guint64 address, guint32 value, GError
     return writeMemory(device, address, sizeof value, &value, error);
 }
 
-/// Collects the error of a call and throws it behind the call.
-class Call
+void check(GError *error)
 {
-public:
-    Call() = default;
-    Call(const Call &) = delete;
-    Call &operator=(const Call &) = delete;
-    ~Call() { g_clear_error(&error); }
+    if (error == nullptr)
+        return;
+    const std::runtime_error failure{error->message};
+    g_error_free(error);
+    throw failure;
+}
 
-    GError **out() { return &error; }
-
-    template <class Result>
-    Result checked(Result result) const
-    {
-        check();
+/// Calls \p function, which takes a place for an error behind its other arguments.
+template <class Function, class... Arguments>
+auto call(Function function, Arguments... arguments)
+{
+    GError *error = nullptr;
+    if constexpr (std::is_void_v<std::invoke_result_t<Function, Arguments..., GError **>>) {
+        function(arguments..., &error);
+        check(error);
+    } else {
+        const auto result = function(arguments..., &error);
+        check(error);
         return result;
     }
-    void check() const
-    {
-        if (error != nullptr)
-            throw std::runtime_error(error->message);
-    }
+}
 
-private:
-    GError *error = nullptr;
-};
-
-std::string text(const char *value)
+std::string answerOfText(const char *text)
 {
-    if (value == nullptr)
-        throw std::runtime_error("no text");
-    return answerOf(std::string_view{value});
+    return text != nullptr ? answerOf(std::string_view{text}) : throw std::runtime_error("no text");
+}
+
+/// Null for a node of another kind.
+template <class Node>
+Node *as(GType type, ArvGcNode *node)
+{
+    return G_TYPE_CHECK_INSTANCE_TYPE(node, type) ? reinterpret_cast<Node *>(node) : nullptr;
 }
 
 template <class Node>
-Node *as(ArvGcNode *node, GType type)
+Node *require(Node *node)
 {
-    if (!G_TYPE_CHECK_INSTANCE_TYPE(node, type))
-        throw std::runtime_error(std::string{"a "} + G_OBJECT_TYPE_NAME(node));
-    return reinterpret_cast<Node *>(node);
+    return node != nullptr ? node : throw std::runtime_error("a node of another kind");
 }
 
-ArvGcInteger *asInteger(ArvGcNode *node)
+/// A node by its interfaces. An enumeration is an integer and a text as well, so it is to be asked first.
+struct Interfaces
 {
-    return as<ArvGcInteger>(node, ARV_TYPE_GC_INTEGER);
+    explicit Interfaces(ArvGcNode *node)
+        : enumeration{as<ArvGcEnumeration>(ARV_TYPE_GC_ENUMERATION, node)},
+          boolean{as<ArvGcBoolean>(ARV_TYPE_GC_BOOLEAN, node)},
+          integer{as<ArvGcInteger>(ARV_TYPE_GC_INTEGER, node)},
+          real{as<ArvGcFloat>(ARV_TYPE_GC_FLOAT, node)},
+          string{as<ArvGcString>(ARV_TYPE_GC_STRING, node)},
+          bytes{as<ArvGcRegister>(ARV_TYPE_GC_REGISTER, node)},
+          command{as<ArvGcCommand>(ARV_TYPE_GC_COMMAND, node)}
+    {}
+
+    ArvGcEnumeration *enumeration;
+    ArvGcBoolean *boolean;
+    ArvGcInteger *integer;
+    ArvGcFloat *real;
+    ArvGcString *string;
+    ArvGcRegister *bytes;
+    ArvGcCommand *command;
+};
+
+std::string get(const Interfaces &node)
+{
+    if (node.enumeration != nullptr)
+        return answerOf(std::int64_t{call(arv_gc_enumeration_get_int_value, node.enumeration)}) + " " +
+               answerOfText(call(arv_gc_enumeration_get_string_value, node.enumeration));
+    if (node.boolean != nullptr)
+        return answerOf(call(arv_gc_boolean_get_value, node.boolean) != FALSE);
+    if (node.integer != nullptr)
+        return answerOf(std::int64_t{call(arv_gc_integer_get_value, node.integer)});
+    if (node.real != nullptr)
+        return answerOf(call(arv_gc_float_get_value, node.real));
+    if (node.string != nullptr)
+        return answerOfText(call(arv_gc_string_get_value, node.string));
+    std::string all(call(arv_gc_register_get_length, require(node.bytes)), '\0');
+    call(arv_gc_register_get, node.bytes, all.data(), all.size());
+    return answerOf(std::string_view{all});
 }
 
-ArvGcFloat *asFloat(ArvGcNode *node)
+std::string bound(const Interfaces &node, const std::string &which)
 {
-    return as<ArvGcFloat>(node, ARV_TYPE_GC_FLOAT);
+    if (node.integer == nullptr)
+        return answerOf(call(which == "min"   ? arv_gc_float_get_min
+                             : which == "max" ? arv_gc_float_get_max
+                                              : arv_gc_float_get_inc,
+                             require(node.real)));
+    return answerOf(std::int64_t{call(which == "min"   ? arv_gc_integer_get_min
+                                      : which == "max" ? arv_gc_integer_get_max
+                                                       : arv_gc_integer_get_inc,
+                                      node.integer)});
 }
 
-ArvGcEnumeration *asEnumeration(ArvGcNode *node)
+void set(const Interfaces &node, const std::string &text)
 {
-    return as<ArvGcEnumeration>(node, ARV_TYPE_GC_ENUMERATION);
-}
-
-std::string get(ArvGcNode *node, const std::string &kind)
-{
-    Call call;
-    GError **const error = call.out();
-    if (kind == "integer")
-        return answerOf(std::int64_t{call.checked(arv_gc_integer_get_value(asInteger(node), error))});
-    if (kind == "float")
-        return answerOf(call.checked(arv_gc_float_get_value(asFloat(node), error)));
-    if (kind == "boolean") {
-        auto *const boolean = as<ArvGcBoolean>(node, ARV_TYPE_GC_BOOLEAN);
-        return answerOf(call.checked(arv_gc_boolean_get_value(boolean, error)) != FALSE);
-    }
-    if (kind == "string") {
-        auto *const string = as<ArvGcString>(node, ARV_TYPE_GC_STRING);
-        return text(call.checked(arv_gc_string_get_value(string, error)));
-    }
-    if (kind == "enumeration")
-        return answerOf(
-                   std::int64_t{call.checked(arv_gc_enumeration_get_int_value(asEnumeration(node), error))}) +
-               " " + text(call.checked(arv_gc_enumeration_get_string_value(asEnumeration(node), error)));
-    auto *const bytes = as<ArvGcRegister>(node, ARV_TYPE_GC_REGISTER);
-    std::string all(call.checked(arv_gc_register_get_length(bytes, error)), '\0');
-    arv_gc_register_get(bytes, all.data(), all.size(), error);
-    return call.checked(answerOf(std::string_view{all}));
-}
-
-std::string bound(ArvGcNode *node, const Question &question)
-{
-    Call call;
-    GError **const error = call.out();
-    if (question.kind == "float") {
-        const auto ask = question.action == "min" ? arv_gc_float_get_min : arv_gc_float_get_max;
-        return answerOf(call.checked(ask(asFloat(node), error)));
-    }
-    const auto ask = question.action == "min"   ? arv_gc_integer_get_min
-                     : question.action == "max" ? arv_gc_integer_get_max
-                                                : arv_gc_integer_get_inc;
-    return answerOf(std::int64_t{call.checked(ask(asInteger(node), error))});
-}
-
-void set(ArvGcNode *node, const Question &question)
-{
-    Call call;
-    const char *const value = question.value.c_str();
-    if (question.kind == "integer")
-        arv_gc_integer_set_value(asInteger(node), std::strtoll(value, nullptr, 10), call.out());
-    else if (question.kind == "float")
-        arv_gc_float_set_value(asFloat(node), std::strtod(value, nullptr), call.out());
-    else if (question.kind == "boolean")
-        arv_gc_boolean_set_value(as<ArvGcBoolean>(node, ARV_TYPE_GC_BOOLEAN), question.value == "true",
-                                 call.out());
-    else if (question.kind == "string")
-        arv_gc_string_set_value(as<ArvGcString>(node, ARV_TYPE_GC_STRING), value, call.out());
-    else if (question.kind == "enumeration")
-        arv_gc_enumeration_set_string_value(asEnumeration(node), value, call.out());
+    const char *const value = text.c_str();
+    if (node.enumeration != nullptr)
+        call(arv_gc_enumeration_set_string_value, node.enumeration, value);
+    else if (node.boolean != nullptr)
+        call(arv_gc_boolean_set_value, node.boolean, text == "true");
+    else if (node.integer != nullptr)
+        call(arv_gc_integer_set_value, node.integer, std::strtoll(value, nullptr, 10));
+    else if (node.real != nullptr)
+        call(arv_gc_float_set_value, node.real, std::strtod(value, nullptr));
+    else if (node.string != nullptr)
+        call(arv_gc_string_set_value, node.string, value);
     else
-        arv_gc_command_execute(as<ArvGcCommand>(node, ARV_TYPE_GC_COMMAND), call.out());
-    call.check();
+        call(arv_gc_command_execute, require(node.command));
 }
 
 /// The library leaves it to its callers to put these together.
 std::string mode(ArvGcNode *node)
 {
-    auto *const feature = as<ArvGcFeatureNode>(node, ARV_TYPE_GC_FEATURE_NODE);
-    Call call;
-    if (call.checked(arv_gc_feature_node_is_implemented(feature, call.out())) == FALSE)
+    auto *const feature = require(as<ArvGcFeatureNode>(ARV_TYPE_GC_FEATURE_NODE, node));
+    if (call(arv_gc_feature_node_is_implemented, feature) == FALSE)
         return "NI";
-    if (call.checked(arv_gc_feature_node_is_available(feature, call.out())) == FALSE)
+    if (call(arv_gc_feature_node_is_available, feature) == FALSE)
         return "NA";
-    const char *const name =
+    const std::string unlocked =
         arv_gc_access_mode_to_string(arv_gc_feature_node_get_actual_access_mode(feature));
-    const std::string unlocked = name != nullptr ? name : "none";
-    if (call.checked(arv_gc_feature_node_is_locked(feature, call.out())) == FALSE || unlocked == "RO")
+    if (call(arv_gc_feature_node_is_locked, feature) == FALSE || unlocked == "RO")
         return unlocked;
     return unlocked == "RW" ? "RO" : "NA";
 }
 
-std::string answer(ArvGc *nodes, const Question &question, Memory &memory)
+std::string answer(ArvGcNode *node, const Question &question)
 {
-    ArvGcNode *const node = arv_gc_get_node(nodes, question.node.c_str());
     if (node == nullptr)
-        return std::string{refusal} + ": no such node";
-    try {
-        const std::string accessMode = mode(node);
-        if (question.action == "mode")
-            return "mode " + accessMode;
-        const bool isGet = question.action == "get";
-        if (!isGet && question.action != "set")
-            return bound(node, question);
-        if (accessMode == "NI" || accessMode == "NA" || accessMode == (isGet ? "WO" : "RO"))
-            return std::string{refusal} + ": " + accessMode;
-        if (isGet)
-            return get(node, question.kind);
-        const Memory before = memory;
-        set(node, question);
-        const std::string answer = answerOfWrite(before, memory);
-        memory = before;
-        return answer;
-    } catch (const std::runtime_error &failure) {
-        return std::string{refusal} + ": " + failure.what();
-    }
+        throw std::runtime_error("no such node");
+    const std::string accessMode = mode(node);
+    const bool isGet = question.action == "get";
+    if (question.action == "mode")
+        return "mode " + accessMode;
+    if (!isGet && question.action != "set")
+        return bound(Interfaces{node}, question.action);
+    if (accessMode == "NI" || accessMode == "NA" || accessMode == (isGet ? "WO" : "RO"))
+        throw std::runtime_error(accessMode);
+    if (isGet)
+        return get(Interfaces{node});
+    const Memory before = memory;
+    set(Interfaces{node}, question.value);
+    return answerOfWrite(before, memory);
 }
 
 } // namespace
@@ -233,19 +215,26 @@ static void oracle_device_class_init(OracleDeviceClass *type)
     type->parent.write_register = writeRegister;
 }
 
+/// What a question has written to the memory is taken back behind it.
 int main()
 {
     alarm(timeLimitSeconds);
-    Questionnaire asked = readQuestionnaire(std::cin);
-    auto *const device =
-        oracleDevice(static_cast<ArvDevice *>(g_object_new(oracle_device_get_type(), nullptr)));
-    device->memory = &asked.memory;
-    ArvGc *const nodes = arv_gc_new(&device->parent, asked.description.data(), asked.description.size());
+    const Questionnaire asked = readQuestionnaire(std::cin);
+    memory = asked.memory;
+    auto *const device = static_cast<ArvDevice *>(g_object_new(oracle_device_get_type(), nullptr));
+    ArvGc *const nodes = arv_gc_new(device, asked.description.data(), asked.description.size());
     if (nodes == nullptr)
         return EXIT_FAILURE;
     arv_gc_set_access_check_policy(nodes, ARV_ACCESS_CHECK_POLICY_ENABLE);
     arv_gc_set_range_check_policy(nodes, ARV_RANGE_CHECK_POLICY_ENABLE);
-    for (const Question &question : asked.questions)
-        std::cout << answer(nodes, question, asked.memory) << std::endl;
+    for (const Question &question : asked.questions) {
+        try {
+            std::cout << answer(arv_gc_get_node(nodes, question.node.c_str()), question) << std::endl;
+        } catch (const std::runtime_error &failure) {
+            std::cout << refusal << ": " << failure.what() << std::endl;
+        }
+        if (question.action == "set")
+            memory = asked.memory;
+    }
     return EXIT_SUCCESS;
 }

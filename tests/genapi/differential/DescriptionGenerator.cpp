@@ -18,6 +18,9 @@ namespace {
 constexpr double exactWhole = 0x1p52;
 constexpr double anything = 0x1p63;
 constexpr double smallEnoughForFloats = 0x1p40;
+constexpr double infinity = std::numeric_limits<double>::infinity();
+constexpr std::array<double, 7> oddFloats{
+    infinity, -infinity, std::numeric_limits<double>::quiet_NaN(), -0.0, 5e-324, 1e-42, 1.7e308};
 
 /// A node that others can refer to. It is readable in any case.
 struct Ref
@@ -29,54 +32,59 @@ struct Ref
     double low = 0; ///< from here to high it may be written, in steps of increment
     double high = 0;
     std::int64_t increment = 1;
-    bool hasRange = false;  ///< it has a Min and a Max that both sides see
-    std::int64_t known = 0; ///< the value of a small number
+    bool hasRange = false; ///< it has a Min and a Max that both sides see
 };
 using Refs = std::vector<Ref>;
 
-/// A kind of node over a byte register, whose name replaces each "@", and its content each "#".
+/// A node over a byte register, whose name replaces each "@"; a "#" stands for the content of the register.
 struct Pattern
 {
-    const char *kind;
     const char *tag;
     const char *children;
+    std::vector<const char *> written = {};
 };
 
-constexpr std::array<Pattern, 6> smallNumberPatterns{{
-    {"integer", "Integer", "<Value>#</Value>"},
-    {"integer", "Integer", "<pValue>@</pValue>"},
-    {"integer", "Integer",
-     "<pIndex>@</pIndex><ValueIndexed Index=\"99\">1</ValueIndexed><pValueDefault>@</pValueDefault>"},
-    {"integer", "IntSwissKnife", "<pVariable Name=\"VAR\">@</pVariable><Formula>VAR*2-VAR</Formula>"},
-    {"integer", "IntConverter",
-     "<FormulaTo>FROM</FormulaTo><FormulaFrom>TO*4/4</FormulaFrom><pValue>@</pValue>"},
-    {"integer", "IntConverter",
-     "<FormulaTo>FROM</FormulaTo><FormulaFrom>(7-TO)^7</FormulaFrom><pValue>@</pValue>"},
-}};
+const std::vector<Pattern> smallNumberPatterns{
+    {"Integer", "<Value>#</Value>"},
+    {"Integer", "<pValue>@</pValue>"},
+    {"Integer",
+     "<pIndex>@</pIndex><ValueIndexed Index='99'>1</ValueIndexed><pValueDefault>@</pValueDefault>"},
+    {"IntSwissKnife", "<pVariable Name='VAR'>@</pVariable><Formula>VAR*2-VAR</Formula>"},
+    {"IntConverter", "<FormulaTo>FROM</FormulaTo><FormulaFrom>TO*4/4</FormulaFrom><pValue>@</pValue>"},
+    {"IntConverter", "<FormulaTo>FROM</FormulaTo><FormulaFrom>(7-TO)^7</FormulaFrom><pValue>@</pValue>"},
+};
 
-/// Over a byte that is 0 or 2.
-constexpr std::array<Pattern, 8> switchPatterns{{
-    {"integer", "Integer", "<pValue>@</pValue>"},
-    {"boolean", "Boolean", "<pValue>@</pValue><OnValue>2</OnValue>"},
-    {"enumeration", "Enumeration",
-     "<EnumEntry Name=\"Off\"><Value>0</Value></EnumEntry><EnumEntry Name=\"On\"><Value>2</Value></EnumEntry>"
-     "<pValue>@</pValue>"},
-    {"integer", "IntSwissKnife", "<pVariable Name=\"X\">@</pVariable><Formula>X &gt; 1</Formula>"},
-    {"integer", "IntConverter",
-     "<FormulaTo>FROM</FormulaTo><FormulaFrom>TO/2</FormulaFrom><pValue>@</pValue>"},
-    {"float", "SwissKnife", "<pVariable Name=\"X\">@</pVariable><Formula>X*2</Formula>"},
-    {"float", "Converter", "<FormulaTo>FROM</FormulaTo><FormulaFrom>TO*2</FormulaFrom><pValue>@</pValue>"},
-    {"float", "Float", "<Value>#</Value>"},
-}};
+/// Over a byte that is 0 or 2. Each can be a condition.
+const std::vector<Pattern> switchPatterns{
+    {"Integer", "<pValue>@</pValue>", {"7", "-1", "256"}},
+    {"Float", "<Value>#</Value>", {"2.5"}},
+    {"Boolean", "<Value>1</Value>", {"true", "false"}},
+    {"Boolean", "<pValue>@</pValue><OnValue>2</OnValue>", {"true", "false"}},
+    {"Boolean", "<pValue>@</pValue><OnValue>6</OnValue><OffValue>0x3</OffValue>", {"true", "false"}},
+    {"Enumeration",
+     "<EnumEntry Name='Off'><Value>0</Value></EnumEntry><EnumEntry Name='On'><NumericValue>1.5</NumericValue>"
+     "<Value>2</Value></EnumEntry><EnumEntry Name='Far'><Value>255</Value></EnumEntry><pValue>@</pValue>",
+     {"On", "Far", "NoEntry"}},
+    {"Enumeration", "<EnumEntry Name='One'><Value>#</Value></EnumEntry><Value>#</Value>", {"One"}},
+    {"IntSwissKnife", "<pVariable Name='X'>@</pVariable><Formula>X &gt; 1</Formula>"},
+    {"IntConverter", "<FormulaTo>FROM*2</FormulaTo><FormulaFrom>TO/2</FormulaFrom><pValue>@</pValue>", {"3"}},
+    {"SwissKnife", "<pVariable Name='X'>@</pVariable><Formula>X*2</Formula>"},
+    {"Converter", "<FormulaTo>FROM/2</FormulaTo><FormulaFrom>TO*2</FormulaFrom><pValue>@</pValue>", {"6"}},
+};
+
+/// The pattern with the texts in the place of its "@"s, in order.
+std::string fill(std::string_view pattern, std::initializer_list<std::string> texts)
+{
+    std::string result;
+    const std::string *next = texts.begin();
+    for (const char letter : pattern)
+        result += letter == '@' ? *next++ : std::string(1, letter);
+    return result;
+}
 
 std::string element(const std::string &tag, const std::string &text)
 {
-    return "<" + tag + ">" + text + "</" + tag.substr(0, tag.find(' ')) + ">";
-}
-
-std::string named(const std::string &tag, const std::string &name)
-{
-    return tag + " Name=\"" + name + "\"";
+    return fill("<@>@</@>", {tag, text, tag});
 }
 
 std::string escaped(const std::string &text)
@@ -104,11 +112,6 @@ std::vector<std::uint8_t> bytesOf(Value value, bool isBigEndian)
     return bytes;
 }
 
-std::string endianess(bool isBigEndian)
-{
-    return element("Endianess", isBigEndian ? "BigEndian" : "LittleEndian");
-}
-
 bool isWritable(const std::string &mode)
 {
     return mode == "RW" || mode == "WO";
@@ -127,37 +130,30 @@ public:
         using Maker = void (Self::*)(bool isInteger);
         constexpr std::array<Maker, 20> makers{
             &Self::makeIntReg,     &Self::makeIntReg,     &Self::makeStructReg,  &Self::makeFloatReg,
-            &Self::makeString,     &Self::makeRegister,   &Self::makeBoolean,    &Self::makeEnumeration,
+            &Self::makeString,     &Self::makeRegister,   &Self::makeSwitch,     &Self::makeSwitch,
             &Self::makeCommand,    &Self::makeValueNode,  &Self::makeValueNode,  &Self::makeLinearConverter,
             &Self::makeIndexed,    &Self::makeConverter,  &Self::makeConverter,  &Self::makeSwissKnife,
-            &Self::makeSwissKnife, &Self::makeSwissKnife, &Self::makeSwissKnife, &Self::makeConditioned};
+            &Self::makeSwissKnife, &Self::makeSwissKnife, &Self::makeSwissKnife, &Self::makeEnumerated};
         for (int base = 0; base < 8; ++base)
             makeSmallNumber();
         for (int base = 0; base < 6; ++base) {
             makeIntReg(true);
             makeFloatReg(false);
             makeString(true);
-            makeSwitch();
+            makeSwitch(false);
         }
         for (int made = 0; made < count; ++made) {
             const Maker maker = random.pick(makers);
             (this->*maker)(random.chance(50));
         }
         reads.insert(reads.end(), writes.begin(), writes.end());
-        return {"<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<RegisterDescription ModelName=\"Generated\" "
-                "xmlns=\"http://www.genicam.org/GenApi/Version_1_1\">\n<Port Name=\"Device\"/>\n" +
+        return {"<RegisterDescription ModelName='Generated' "
+                "xmlns='http://www.genicam.org/GenApi/Version_1_1'>\n<Port Name='Device'/>\n" +
                     xml + "</RegisterDescription>\n",
                 memory, reads};
     }
 
 private:
-    struct Symbols
-    {
-        std::string elements; ///< pVariable, Constant and Expression
-        std::vector<Term> leaves;
-        bool areVariables = false; ///< all of them
-    };
-
     // What all makers use.
 
     std::string newName(const std::string &stem) { return stem + std::to_string(++nodeCount); }
@@ -165,36 +161,35 @@ private:
     std::string add(const std::string &tag, const std::string &children)
     {
         const std::string name = newName(tag);
-        xml += element(named(tag, name), children) + "\n";
+        xml += fill("<@ Name='@'>@</@>\n", {tag, name, children, tag});
         return name;
     }
 
-    void askValue(const std::string &kind, const std::string &node)
+    void askValue(const std::string &node)
     {
-        reads.push_back({"get", kind, node, ""});
-        reads.push_back({"mode", kind, node, ""});
+        reads.push_back({"get", node, ""});
+        reads.push_back({"mode", node, ""});
     }
 
-    void askWrite(const std::string &kind, const std::string &node, const std::string &value)
+    void askWrite(const std::string &node, const std::string &value)
     {
-        writes.push_back({"set", kind, node, value});
+        writes.push_back({"set", node, value});
     }
 
     /// Asks for all that the node has, and offers it to later nodes.
     void keep(Refs &pool, const Ref &ref, const std::string &mode = "RW")
     {
-        const std::string kind = &pool == &floats ? "float" : "integer";
-        askValue(kind, ref.name);
+        askValue(ref.name);
         if (ref.hasRange) {
-            reads.push_back({"min", kind, ref.name, ""});
-            reads.push_back({"max", kind, ref.name, ""});
-            if (ref.increment > 1)
-                reads.push_back({"inc", kind, ref.name, ""});
+            for (const char *const action : {"min", "max", "inc"}) {
+                if (action != std::string{"inc"} || ref.increment > 1)
+                    reads.push_back({action, ref.name, ""});
+            }
             if (ref.isWritable)
-                askWrite(kind, ref.name, decimal(ref.high + 1));
+                askWrite(ref.name, decimal(ref.high + 1));
         }
         if (ref.isWritable)
-            askWrite(kind, ref.name, numberIn(ref));
+            askWrite(ref.name, numberIn(ref));
         if (mode != "WO")
             pool.push_back(ref);
     }
@@ -220,34 +215,18 @@ private:
             return "";
         ref.hasRange = true;
         ref.high = ref.low + std::floor((ref.high - ref.low) / 2);
-        std::string children = element("Max", decimal(ref.high));
+        const std::string least = element("Min", decimal(ref.low));
         if (ref.isWhole && random.chance(30))
-            children = element("pMax", constantNode(static_cast<std::int64_t>(ref.high)));
-        const Ref &least = random.pick(smallNumbers);
-        const bool isLinked = ref.low <= 0 && ref.high > 7 && random.chance(30);
-        ref.low = isLinked ? static_cast<double>(least.known) : ref.low;
-        return children + (isLinked ? element("pMin", least.name) : element("Min", decimal(ref.low)));
-    }
-
-    std::string conditions(bool canBeWritten)
-    {
-        std::string children;
-        for (const char *const condition : {"pIsImplemented", "pIsAvailable", "pIsLocked"}) {
-            if (random.chance(40))
-                children += element(condition, random.pick(switches).name);
-        }
-        constexpr std::array<const char *, 3> imposed{"RO", "RW", "WO"};
-        if (canBeWritten && random.chance(30))
-            children += element("ImposedAccessMode", random.pick(imposed));
-        return children;
+            return least + element("pMax", constantNode(static_cast<std::int64_t>(ref.high)));
+        return least + element("Max", decimal(ref.high));
     }
 
     std::uint64_t place(const std::vector<std::uint8_t> &bytes)
     {
         const std::uint64_t address = nextAddress + random.below(4);
-        for (std::size_t at = 0; at < bytes.size(); ++at)
-            memory[address + at] = bytes[at];
-        nextAddress = address + bytes.size();
+        nextAddress = address;
+        for (const std::uint8_t byte : bytes)
+            memory[nextAddress++] = byte;
         return address;
     }
 
@@ -262,27 +241,27 @@ private:
     /// One summand of an address, taken from \p rest.
     std::string addressPart(std::uint64_t &rest, std::size_t length)
     {
-        const Ref &index = random.pick(smallNumbers);
-        const Ref &offset = random.pick(smallNumbers);
+        const auto &[index, value] = random.pick(smallNumbers);
+        const auto &[offset, offsetValue] = random.pick(smallNumbers);
         const std::int64_t factor = random.between(1, 300);
-        const std::string factorText = std::to_string(factor);
+        const std::string text = std::to_string(factor);
         const std::string formula =
-            element("pVariable Name=\"I\"", index.name) + element("Formula", "5+I*" + factorText);
+            fill("<pVariable Name='I'>@</pVariable><Formula>5+I*@</Formula>", {index, text});
         const std::string inlineName = newName("Inline");
         const std::array<std::pair<std::int64_t, std::string>, 7> parts{{
-            {factor, element("Address", factorText)},
-            {index.known, element("pAddress", index.name)},
-            {5 + index.known * factor, element("IntSwissKnife", formula)},
-            {index.known * factor, element("pIndex Offset=\"" + factorText + "\"", index.name)},
-            {index.known * offset.known, element("pIndex pOffset=\"" + offset.name + "\"", index.name)},
-            {index.known * static_cast<std::int64_t>(length), element("pIndex", index.name)},
-            {5 + index.known * factor, element(named("IntSwissKnife", inlineName), formula)},
+            {factor, element("Address", text)},
+            {value, element("pAddress", index)},
+            {5 + value * factor, element("IntSwissKnife", formula)},
+            {value * factor, fill("<pIndex Offset='@'>@</pIndex>", {text, index})},
+            {value * offsetValue, fill("<pIndex pOffset='@'>@</pIndex>", {offset, index})},
+            {value * static_cast<std::int64_t>(length), element("pIndex", index)},
+            {5 + value * factor, fill("<IntSwissKnife Name='@'>@</IntSwissKnife>", {inlineName, formula})},
         }};
-        const auto &[value, text] = random.pick(parts);
-        if (&text == &parts.back().second)
-            askValue("integer", inlineName);
-        rest -= static_cast<std::uint64_t>(value);
-        return text;
+        const auto &[summand, part] = random.pick(parts);
+        if (&part == &parts.back().second)
+            askValue(inlineName);
+        rest -= static_cast<std::uint64_t>(summand);
+        return part;
     }
 
     std::string registerAt(std::uint64_t address, std::size_t length, const std::string &mode)
@@ -291,40 +270,51 @@ private:
         std::string children;
         for (std::size_t count = smallNumbers.empty() ? 0 : random.below(3); count > 0; --count)
             children += addressPart(rest, length);
-        std::array<char, 24> constant{};
-        std::snprintf(constant.data(), constant.size(), random.chance(70) ? "0x%llX" : "%llu",
-                      static_cast<unsigned long long>(rest));
         const std::string first = random.chance(10)
                                       ? element("pAddress", constantNode(static_cast<std::int64_t>(rest)))
-                                      : element("Address", constant.data());
+                                      : element("Address", random.notation(rest));
         children = random.chance(50) ? first + children : children + first;
         children += random.chance(20) ? element("pLength", constantNode(static_cast<std::int64_t>(length)))
                                       : element("Length", std::to_string(length));
-        constexpr std::array<const char *, 3> cachings{"NoCache", "WriteThrough", "WriteAround"};
         if (random.chance(70))
-            children += element("Cachable", random.pick(cachings));
+            children += element("Cachable", random.pick({"NoCache", "WriteThrough", "WriteAround"}));
         return children + (mode.empty() ? "" : element("AccessMode", mode)) + element("pPort", "Device");
     }
 
-    std::string byteRegister(std::int64_t content, const std::string &mode = "RW")
+    std::string byteRegister(std::int64_t content)
     {
-        return add("IntReg", registerAt(place({static_cast<std::uint8_t>(content)}), 1, mode));
+        return add("IntReg", registerAt(place({static_cast<std::uint8_t>(content)}), 1, "RW"));
     }
 
-    std::string addPattern(const Pattern &pattern, std::int64_t content)
+    std::string addPattern(const Pattern &pattern, std::int64_t content, const std::string &more = "")
     {
         const std::string source = byteRegister(content);
         std::string children;
-        for (const char letter : std::string{pattern.children})
+        for (const char letter : std::string_view{pattern.children})
             children += letter == '@'   ? source
                         : letter == '#' ? std::to_string(content)
                                         : std::string(1, letter);
-        const std::string name = add(pattern.tag, children);
-        askValue(pattern.kind, name);
+        const std::string name = add(pattern.tag, children + more);
+        askValue(name);
+        for (const char *const value : pattern.written)
+            askWrite(name, value);
         return name;
     }
 
-    std::string field(std::size_t length, bool isBigEndian, int &width)
+    std::string endianess(bool isBigEndian)
+    {
+        return isBigEndian         ? element("Endianess", "BigEndian")
+               : random.chance(50) ? element("Endianess", "LittleEndian")
+                                   : "";
+    }
+
+    std::string signedness(bool isSigned)
+    {
+        return isSigned ? element("Sign", "Signed") : random.chance(50) ? element("Sign", "Unsigned") : "";
+    }
+
+    /// Some bits of a register, and how many.
+    std::pair<std::string, int> field(std::size_t length, bool isBigEndian)
     {
         const std::size_t size = 8 * length;
         const std::size_t count = 1 + random.below(std::min<std::size_t>(size, 60));
@@ -332,136 +322,129 @@ private:
         const auto numbered = [&](std::size_t bit) {
             return std::to_string(isBigEndian ? size - 1 - bit : bit);
         };
-        width = static_cast<int>(count);
-        return count == 1 ? element("Bit", numbered(lowest))
-                          : element("LSB", numbered(lowest)) + element("MSB", numbered(lowest + count - 1));
+        const std::string bits = fill(count == 1 ? "<Bit>@</Bit>" : "<LSB>@</LSB><MSB>@</MSB>",
+                                      {numbered(lowest), numbered(lowest + count - 1)});
+        return {bits, static_cast<int>(count)};
     }
 
-    Ref integerRef(const std::string &name, int width, bool isSigned, const std::string &mode) const
+    static Ref integerRef(const std::string &name, int width, bool isSigned, const std::string &mode)
     {
         const double half = std::ldexp(1, width - 1);
-        return {name,
-                2 * half,
-                true,
-                isWritable(mode),
-                isSigned ? std::max(-half, -exactWhole) : 0,
-                std::min(isSigned ? half - 1 : 2 * half - 1, exactWhole)};
+        const double low = isSigned ? std::max(-half, -exactWhole) : 0;
+        const double high = std::min(isSigned ? half - 1 : 2 * half - 1, exactWhole);
+        return {name, 2 * half, true, isWritable(mode), low, high};
     }
 
     /// The first of a pool can be read and written.
-    std::string randomMode(const Refs &pool)
+    template <class Pool>
+    std::string randomMode(const Pool &pool)
     {
-        constexpr std::array<const char *, 8> modes{"", "RO", "RO", "RW", "RW", "RW", "RW", "WO"};
-        return pool.empty() ? "RW" : random.pick(modes);
+        return pool.empty() ? "RW" : random.pick({"", "RO", "RO", "RW", "RW", "RW", "RW", "WO"});
+    }
+
+    /// Nobody refers to those with conditions: the oracle looks at the conditions of a node, but not at those behind it.
+    void makeSwitch(bool hasConditions)
+    {
+        const Pattern &pattern = random.pick(switchPatterns);
+        std::string conditions;
+        for (const char *const tag : {"pIsImplemented", "pIsAvailable", "pIsLocked"}) {
+            if (hasConditions && random.chance(40))
+                conditions += element(tag, random.pick(switches));
+        }
+        if (hasConditions && !pattern.written.empty() && random.chance(30))
+            conditions += element("ImposedAccessMode", random.pick({"RO", "RW", "WO"}));
+        const std::string name = addPattern(pattern, random.chance(60) ? 2 : 0, conditions);
+        if (conditions.empty())
+            switches.push_back(name);
     }
 
     void makeSmallNumber()
     {
         const std::int64_t value = random.between(0, 7);
-        Ref ref{addPattern(random.pick(smallNumberPatterns), value), 8};
-        ref.known = value;
-        smallNumbers.push_back(ref);
-    }
-
-    void makeSwitch()
-    {
-        const Pattern &pattern = random.pick(switchPatterns);
-        switches.push_back({addPattern(pattern, random.chance(60) ? 2 : 0)});
+        smallNumbers.emplace_back(addPattern(random.pick(smallNumberPatterns), value), value);
     }
 
     /// Wider fields can't be written: the oracle loses their limits.
     void makeIntReg(bool isPlain)
     {
-        constexpr std::array<std::size_t, 7> lengths{1, 2, 2, 3, 4, 4, 8};
-        const std::size_t length = random.pick(lengths);
+        const std::size_t length = random.pick({1U, 2U, 2U, 3U, 4U, 4U, 8U});
         const bool isBigEndian = random.chance(50);
         const bool isSigned = random.chance(40);
-        int width = static_cast<int>(8 * length);
-        std::string children = isPlain ? "" : field(length, isBigEndian, width);
+        const auto [bits, width] =
+            isPlain ? std::pair{std::string{}, static_cast<int>(8 * length)} : field(length, isBigEndian);
         const std::string mode = !isPlain && width > 32 ? "RO" : randomMode(integers);
-        if (isSigned || random.chance(50))
-            children += element("Sign", isSigned ? "Signed" : "Unsigned");
-        if (isBigEndian || random.chance(50))
-            children += endianess(isBigEndian);
-        children = registerAt(placeRandom(length), length, mode) + children;
+        std::string children = registerAt(placeRandom(length), length, mode) + bits;
+        children += signedness(isSigned);
+        children += endianess(isBigEndian);
         Ref ref = integerRef(add(isPlain ? "IntReg" : "MaskedIntReg", children), width, isSigned, mode);
         ref.hasRange = width <= 32;
         keep(integers, ref, mode);
     }
 
-    void makeStructReg(bool)
+    void makeStructReg(bool isBigEndian)
     {
-        const bool isBigEndian = random.chance(50);
         std::string children = registerAt(placeRandom(4), 4, "RW") + endianess(isBigEndian);
         for (std::size_t count = 1 + random.below(4); count > 0; --count) {
-            int width = 0;
+            const auto [bits, width] = field(4, isBigEndian);
             const bool isSigned = random.chance(30);
-            const std::string bits =
-                field(4, isBigEndian, width) + element("Sign", isSigned ? "Signed" : "Unsigned");
-            const std::string mode = random.chance(50) ? "RO" : "RW";
             const std::string name = newName("StructEntry");
-            children += element(named("StructEntry", name), element("AccessMode", mode) + bits);
+            const std::string mode = random.pick({"RO", "RW"});
+            children += fill("<StructEntry Name='@'><AccessMode>@</AccessMode>@@</StructEntry>",
+                             {name, mode, bits, signedness(isSigned)});
             keep(integers, integerRef(name, width, isSigned, mode));
         }
-        xml += element("StructReg Comment=\"fields\"", children) + "\n";
+        xml += element("StructReg", children) + "\n";
     }
 
-    void makeFloatReg(bool)
+    void makeFloatReg(bool isDouble)
     {
-        constexpr double infinity = std::numeric_limits<double>::infinity();
-        constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-        constexpr std::array<double, 7> odd{infinity, -infinity, nan, -0.0, 5e-324, 1e-42, 1.7e308};
         const bool isOdd = !floats.empty() && random.chance(20);
-        const bool isDouble = random.chance(50);
         const bool isBigEndian = random.chance(50);
         const double value =
-            isOdd ? random.pick(odd) : static_cast<double>(random.between(-1000000, 1000000)) / 64;
+            isOdd ? random.pick(oddFloats) : static_cast<double>(random.between(-1000000, 1000000)) / 64;
         const std::uint64_t address =
             place(isDouble ? bytesOf(value, isBigEndian) : bytesOf(static_cast<float>(value), isBigEndian));
         const std::string mode = randomMode(floats);
-        const std::string name =
-            add("FloatReg", registerAt(address, isDouble ? 8 : 4, mode) + endianess(isBigEndian));
+        const std::string children = registerAt(address, isDouble ? 8 : 4, mode) + endianess(isBigEndian);
         Refs unused;
-        keep(isOdd ? unused : floats, {name, 20000, false, isWritable(mode), -1000, 1000}, mode);
+        keep(isOdd ? unused : floats,
+             {add("FloatReg", children), 20000, false, isWritable(mode), -1000, 1000}, mode);
     }
 
     void makeString(bool isRegister)
     {
         if (!isRegister) {
-            const std::string target = element("pValue", random.pick(strings).name);
+            const std::string target = element("pValue", random.pick(strings));
             const std::string name = add("String", random.chance(30) ? "<Value>some text</Value>" : target);
-            askValue("string", name);
-            return askWrite("string", name, "v");
+            askValue(name);
+            return askWrite(name, "v");
         }
         std::vector<std::uint8_t> bytes(1 + random.below(24));
         for (std::uint8_t &byte : bytes)
             byte = static_cast<std::uint8_t>(random.between(' ', '~'));
         if (random.chance(50))
-            random.pick(bytes) = 0;
+            bytes[random.below(bytes.size())] = 0;
         const std::string mode = randomMode(strings);
         const std::string name = add("StringReg", registerAt(place(bytes), bytes.size(), mode));
-        askValue("string", name);
-        askWrite("string", name, std::string(1 + random.below(bytes.size()), 'w'));
-        askWrite("string", name, std::string(bytes.size() + 1, 'w'));
+        askValue(name);
+        askWrite(name, std::string(1 + random.below(bytes.size()), 'w'));
+        askWrite(name, std::string(bytes.size() + 1, 'w'));
         if (mode != "WO")
-            strings.push_back({name});
+            strings.push_back(name);
     }
 
     void makeRegister(bool)
     {
         const std::size_t length = 1 + random.below(40);
-        askValue("register", add("Register", registerAt(placeRandom(length), length, "RW")));
+        askValue(add("Register", registerAt(placeRandom(length), length, "RW")));
     }
 
     void makeValueNode(bool isInteger)
     {
-        Refs &pool = isInteger || random.chance(20) ? integers : floats;
         Ref ref{"", 1e6, isInteger, true, -1000, 1e6};
-        std::string children;
-        if (random.chance(30))
-            children = element("Value", numberIn(ref));
-        else {
-            ref = random.pick(pool);
+        std::string children = element("Value", numberIn(ref));
+        if (random.chance(70)) {
+            ref = random.pick(isInteger || random.chance(20) ? integers : floats);
             ref.hasRange = false;
             children = element("pValue", ref.name);
         }
@@ -479,76 +462,72 @@ private:
     {
         Refs &pool = isInteger ? integers : floats;
         Ref ref{"", 1e6, isInteger, false, -1000, 1e6};
-        const auto value = [&](const std::string &tag) {
+        const auto value = [&](const std::string &tag, const std::string &attribute) {
             const Ref &target = random.pick(pool);
-            if (!target.isWritable || random.chance(50))
-                return element(tag, numberIn(ref));
-            ref.bound = std::max(ref.bound, target.bound);
-            return element("p" + tag, target.name);
+            const bool isLink = target.isWritable && random.chance(50);
+            ref.bound = isLink ? std::max(ref.bound, target.bound) : ref.bound;
+            return fill(isLink ? "<p@@>@</p@>" : "<@@>@</@>",
+                        {tag, attribute, isLink ? target.name : numberIn(ref), tag});
         };
-        std::string children = element("pIndex", random.pick(smallNumbers).name);
+        std::string children = element("pIndex", random.pick(smallNumbers).first);
         for (int index = 0; index < 8; ++index) {
             if (random.chance(50))
-                children += value("ValueIndexed Index=\"" + std::to_string(index) + "\"");
+                children += value("ValueIndexed", " Index='" + std::to_string(index) + "'");
         }
-        children += value("ValueDefault");
+        children += value("ValueDefault", "");
         ref.name = add(isInteger ? "Integer" : "Float", children);
         keep(pool, ref);
     }
 
-    /// Names that begin as functions and keywords do are among them.
-    Symbols symbols(Arithmetic arithmetic)
+    /// Variables, a constant and an expression for a formula, and what stands for them in it. Names that begin as
+    /// functions and keywords do are among them.
+    std::pair<std::string, std::vector<Term>> symbols(Arithmetic arithmetic)
     {
         constexpr std::array<const char *, 8> names{"A", "AB", "X1", "E1", "SINE", "PIX", "FROMA", "TOP"};
-        const bool isInteger = arithmetic != Arithmetic::Float;
-        Symbols result;
+        const bool isInteger = arithmetic == Arithmetic::Integer;
+        std::string elements;
+        std::vector<Term> leaves;
         for (std::size_t at = random.below(3); at < names.size(); at += 1 + random.below(4)) {
             const Ref &ref = random.pick(isInteger || random.chance(40) ? integers : floats);
             const std::string name = names[at] + std::string{random.chance(10) ? ".Value" : ""};
-            if (arithmetic != Arithmetic::Integer && ref.bound > smallEnoughForFloats)
+            if (!isInteger && ref.bound > smallEnoughForFloats)
                 continue;
-            result.elements += element(named("pVariable", name), ref.name);
-            result.leaves.push_back({name, ref.bound, ref.isWhole});
+            elements += fill("<pVariable Name='@'>@</pVariable>", {name, ref.name});
+            leaves.push_back({name, ref.bound, ref.isWhole});
         }
-        result.areVariables = random.chance(50);
-        if (result.areVariables)
-            return result;
+        if (random.chance(50))
+            return {elements, leaves};
+        leaves.push_back({"CONST", 1e5, isInteger});
+        const Term term = randomTerm(random, arithmetic, leaves, 2);
+        leaves.push_back({"EXPR", term.bound, term.isWhole});
         const std::string constant = isInteger ? std::to_string(random.below(100000)) : "0.125";
-        result.elements += element(named("Constant", "CONST"), constant);
-        result.leaves.push_back({"CONST", 1e5, isInteger});
-        Term term = randomFormula(random, arithmetic, result.leaves, false, 2);
-        result.elements += element(named("Expression", "EXPR"), escaped(term.text));
-        term.text = "EXPR";
-        term.precedence = Term{}.precedence;
-        result.leaves.push_back(term);
-        return result;
+        return {elements + fill("<Constant Name='CONST'>@</Constant><Expression Name='EXPR'>@</Expression>",
+                                {constant, escaped(term.text)}),
+                leaves};
     }
 
     void makeSwissKnife(bool isInteger)
     {
         const Arithmetic arithmetic = isInteger ? Arithmetic::Integer : Arithmetic::Float;
-        const Symbols known = symbols(arithmetic);
-        const Term formula = randomFormula(random, arithmetic, known.leaves, known.areVariables, 4);
+        const auto [elements, leaves] = symbols(arithmetic);
+        const Term formula = randomFormula(random, arithmetic, leaves, 4);
         const std::string name = add(isInteger ? "IntSwissKnife" : "SwissKnife",
-                                     known.elements + element("Formula", escaped(formula.text)));
+                                     elements + element("Formula", escaped(formula.text)));
         keep(isInteger ? integers : floats, {name, isInteger ? anything : formula.bound, formula.isWhole});
     }
 
-    /// With any formula, to be read only.
-    void makeConverter(bool isInteger)
+    /// With any formula, to be read only; not of integers, which the oracle computes with doubles here.
+    void makeConverter(bool)
     {
-        const Arithmetic arithmetic = isInteger ? Arithmetic::ExactInteger : Arithmetic::Float;
-        const Ref inner = random.pick(isInteger || random.chance(30) ? integers : floats);
+        const Ref &inner = random.pick(random.chance(30) ? integers : floats);
         if (inner.bound > smallEnoughForFloats)
             return;
-        Symbols known = symbols(arithmetic);
-        known.leaves.push_back({"TO", inner.bound, inner.isWhole});
-        const Term formula = randomFormula(random, arithmetic, known.leaves, known.areVariables, 3);
-        const std::string formulas =
-            "<FormulaTo>FROM</FormulaTo>" + element("FormulaFrom", escaped(formula.text));
-        const std::string name = add(isInteger ? "IntConverter" : "Converter",
-                                     known.elements + formulas + element("pValue", inner.name));
-        keep(isInteger ? integers : floats, {name, formula.bound, formula.isWhole});
+        auto [elements, leaves] = symbols(Arithmetic::Float);
+        leaves.push_back({"TO", inner.bound, inner.isWhole});
+        const Term formula = randomFormula(random, Arithmetic::Float, leaves, 3);
+        elements += fill("<FormulaTo>FROM</FormulaTo><FormulaFrom>@</FormulaFrom><pValue>@</pValue>",
+                         {escaped(formula.text), inner.name});
+        keep(floats, {add("Converter", elements), formula.bound, formula.isWhole});
     }
 
     /// With formulas that undo each other, to be written too.
@@ -562,14 +541,14 @@ private:
         const bool isFalling = random.chance(30);
         const std::string a = decimal(factor);
         const std::string b = decimal(offset);
-        const std::string from = isFalling ? b + "-TO*" + a : "TO*" + a + "+" + b;
-        const std::string to = isFalling ? "(" + b + "-FROM)/" + a : "(FROM-" + b + ")/" + a;
-        const std::array<const char *, 3> slopes{"Automatic", "Varying",
-                                                 isFalling ? "Decreasing" : "Increasing"};
-        const std::string slope = random.pick(slopes);
+        const std::string slope =
+            random.pick({"Automatic", "Varying", isFalling ? "Decreasing" : "Increasing"});
+        const std::string formulas =
+            isFalling
+                ? fill("<FormulaTo>(@-FROM)/@</FormulaTo><FormulaFrom>@-TO*@</FormulaFrom>", {b, a, b, a})
+                : fill("<FormulaTo>(FROM-@)/@</FormulaTo><FormulaFrom>TO*@+@</FormulaFrom>", {b, a, a, b});
         ref.name = add(isInteger ? "IntConverter" : "Converter",
-                       element("FormulaTo", to) + element("FormulaFrom", from) + element("pValue", ref.name) +
-                           element("Slope", slope));
+                       formulas + fill("<pValue>@</pValue><Slope>@</Slope>", {ref.name, slope}));
         const double rise = isFalling ? -factor : factor;
         ref.bound = ref.bound * factor + offset;
         std::tie(ref.low, ref.high) = std::minmax({ref.low * rise + offset, ref.high * rise + offset});
@@ -578,77 +557,25 @@ private:
         keep(isInteger ? integers : floats, ref);
     }
 
-    void makeBoolean(bool)
-    {
-        constexpr std::array<const char *, 3> values{"", "<OnValue>6</OnValue>",
-                                                     "<OnValue>6</OnValue><OffValue>0x3</OffValue>"};
-        const std::string source = element("pValue", byteRegister(random.between(0, 7)));
-        const std::string name =
-            add("Boolean", random.chance(20) ? "<Value>1</Value>" : source + random.pick(values));
-        askValue("boolean", name);
-        askWrite("boolean", name, "true");
-        askWrite("boolean", name, "false");
-        switches.push_back({name});
-    }
-
-    /// Also as a variable, and as the target of an integer, which the oracle can't write.
-    void makeEnumeration(bool)
-    {
-        const std::size_t count = 1 + random.below(6);
-        std::vector<std::int64_t> values;
-        std::string children;
-        for (std::size_t entry = 0; entry < count; ++entry) {
-            values.push_back(static_cast<std::int64_t>(entry) * 37 + random.between(0, 36));
-            children += element(named("EnumEntry", "Entry" + std::to_string(entry)),
-                                "<DisplayName>E</DisplayName><NumericValue>1.5</NumericValue>" +
-                                    element("Value", std::to_string(values.back())));
-        }
-        const std::int64_t value = random.pick(values);
-        const std::string mode = random.chance(30) ? "RO" : "RW";
-        children += random.chance(20) ? element("Value", std::to_string(value))
-                                      : element("pValue", byteRegister(value, mode));
-        const std::string name = add("Enumeration", children);
-        askValue("enumeration", name);
-        askWrite("enumeration", name, "Entry" + std::to_string(random.below(count)));
-        askWrite("enumeration", name, "NoEntry");
-        askValue("integer", add("Integer", element("pValue", name)));
-        switches.push_back({name});
-        integers.push_back({name, 256});
-    }
-
-    void makeCommand(bool)
+    void makeCommand(bool hasNode)
     {
         const Ref &target = random.pick(integers);
         if (!target.isWritable || target.low > 0 || target.high < 8)
             return;
-        const Ref &value = random.pick(smallNumbers);
-        const std::string name = add("Command", element("pValue", target.name) +
-                                                    (random.chance(50) ? element("pCommandValue", value.name)
-                                                                       : element("CommandValue", "0x7")));
-        reads.push_back({"mode", "command", name, ""});
-        askWrite("command", name, "");
+        const std::string name =
+            add("Command", fill(hasNode ? "<pValue>@</pValue><pCommandValue>@</pCommandValue>"
+                                        : "<pValue>@</pValue><CommandValue>0x7</CommandValue>",
+                                {target.name, random.pick(smallNumbers).first}));
+        reads.push_back({"mode", name, ""});
+        askWrite(name, "");
     }
 
-    /// Nobody refers to these: the oracle looks at the conditions of a node, but not at those behind it.
-    void makeConditioned(bool isInteger)
+    /// An enumeration as the target of an integer, which the oracle can't write, and as a variable.
+    void makeEnumerated(bool)
     {
-        const std::string kind = isInteger ? "integer" : "float";
-        const Ref inner = random.pick(isInteger ? integers : floats);
-        const bool isRegister = isInteger && random.chance(30);
-        std::string name;
-        if (isRegister) {
-            const std::string children = registerAt(placeRandom(2), 2, "RW");
-            name = add("IntReg", children + conditions(true));
-        } else if (random.chance(20)) {
-            name =
-                add(isInteger ? "IntSwissKnife" : "SwissKnife",
-                    element("pVariable Name=\"V\"", inner.name) + "<Formula>V</Formula>" + conditions(false));
-        } else
-            name = add(isInteger ? "Integer" : "Float",
-                       element("pValue", inner.name) + conditions(inner.isWritable));
-        askValue(kind, name);
-        if (inner.isWritable)
-            askWrite(kind, name, isRegister ? "1" : numberIn(inner));
+        const std::string name = addPattern(switchPatterns[5], 255);
+        keep(integers, {add("Integer", element("pValue", name)), 256});
+        integers.push_back({name, 256});
     }
 
     Random random;
@@ -659,11 +586,12 @@ private:
     std::vector<Question> reads;
     std::vector<Question> writes; ///< asked behind all reads: constants keep what is written to them
 
-    Refs smallNumbers; ///< integers of 0 to 7 that nobody writes
-    Refs switches;     ///< all that can be a condition
+    std::vector<std::pair<std::string, std::int64_t>>
+        smallNumbers;                  ///< from 0 to 7, with their values; nobody writes them
+    std::vector<std::string> switches; ///< all that can be a condition
+    std::vector<std::string> strings;
     Refs integers;
     Refs floats;
-    Refs strings;
 };
 
 } // namespace

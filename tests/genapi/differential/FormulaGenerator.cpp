@@ -5,21 +5,49 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdio>
 #include <string_view>
 
 namespace {
 
-constexpr int conditionalPrecedence = 0;
-constexpr int unaryPrecedence = 11;
-constexpr int powerPrecedence = 12;
 constexpr double exactWhole = 0x1p50; ///< doubles up to here hold each integer, sums of a few included
 constexpr double bitsLimit = 0x1p31;
 
-/// The operators between two operands, and the precedence of each.
-constexpr std::array<std::string_view, 18> symbols{"||", "&&", "|",  "^",  "&", "=", "<>", "<", ">",
-                                                   "<=", ">=", "<<", ">>", "+", "-", "*",  "/", "%"};
-constexpr std::array<int, 18> precedences{1, 2, 3, 4, 5, 6, 6, 7, 7, 7, 7, 8, 8, 9, 9, 10, 10, 10};
+struct Operator
+{
+    std::string_view symbol;
+    int precedence;
+};
+
+constexpr std::array<Operator, 18> operators{{{"||", 1},
+                                              {"&&", 2},
+                                              {"|", 3},
+                                              {"^", 4},
+                                              {"&", 5},
+                                              {"=", 6},
+                                              {"<>", 6},
+                                              {"<", 7},
+                                              {">", 7},
+                                              {"<=", 7},
+                                              {">=", 7},
+                                              {"<<", 8},
+                                              {">>", 8},
+                                              {"+", 9},
+                                              {"-", 9},
+                                              {"*", 10},
+                                              {"/", 10},
+                                              {"%", 10}}};
+constexpr int conditionalPrecedence = 0;
+constexpr int logicPrecedence = 2; ///< this and below
+constexpr int shiftPrecedence = 8;
+constexpr int sumPrecedence = 9;
+constexpr int unaryPrecedence = 11;
+constexpr int powerPrecedence = 12;
+
+/// Functions of a float, of arguments that they are defined for, with a bound of the result.
+constexpr std::array<std::string_view, 9> functions{"SIN(@)",       "COS(@)",       "ATAN(@)",
+                                                    "LN(ABS(@)+1)", "LG(ABS(@)+1)", "EXP(-ABS(@))",
+                                                    "ASIN(SIN(@))", "ACOS(COS(@))", "TAN(ATAN(@)/2)"};
+constexpr double functionBound = 100;
 
 std::string within(const Term &term, int precedence)
 {
@@ -29,117 +57,62 @@ std::string within(const Term &term, int precedence)
 class FormulaGenerator
 {
 public:
-    FormulaGenerator(Random &random, Arithmetic arithmetic, const std::vector<Term> &leaves,
-                     bool areVariables)
-        : random{random},
-          isFloat{arithmetic == Arithmetic::Float},
-          isBounded{arithmetic != Arithmetic::Integer},
-          leaves{leaves},
-          areVariables{areVariables}
+    FormulaGenerator(Random &random, Arithmetic arithmetic, const std::vector<Term> &leaves)
+        : random{random}, isFloat{arithmetic == Arithmetic::Float}, leaves{leaves}
     {}
 
-    /// ROUND comes first if at all: behind parentheses the oracle does not take it.
     Term formula(int depth)
     {
         const Term rest = term(depth);
-        if (!isFloat || !areVariables || random.chance(75))
+        if (!isFloat || random.chance(75))
             return rest;
-        const Term rounded = leaf();
-        const std::string digits =
-            random.chance(50) ? spaced(",") + std::to_string(rounded.text.size() % 4) : "";
-        return {"ROUND(" + rounded.text + digits + ")" + spaced("+") + within(rest, 10),
-                rest.bound + rounded.bound + 1, false, 9};
-    }
-
-private:
-    Term fit(const Term &term) { return !isBounded || term.bound <= exactWhole ? term : literal(); }
-    bool canTakeBits(const Term &term) const
-    {
-        return !isBounded || (term.isWhole && term.bound <= bitsLimit);
+        const std::string number = std::to_string(random.below(1000)) + random.pick({".25", ".5"});
+        const std::string digits = random.pick({"", ",0", ", 1", " ,2"});
+        return {"ROUND(" + number + digits + ")" + spaced("+") + within(rest, sumPrecedence + 1),
+                rest.bound + 1001, false, sumPrecedence};
     }
 
     Term term(int depth)
     {
-        if (depth == 0)
-            return leaf();
-        switch (random.below(8)) {
+        switch (depth == 0 ? 0 : random.below(8)) {
         case 0:
-            return unary(depth - 1);
+            return leaf();
         case 1:
-            return power();
+            return unary(depth - 1);
         case 2:
-            return function(depth - 1);
+            return power();
         case 3:
-            return conditional(depth - 1);
+            return function(depth - 1);
         case 4:
-            if (!isBounded)
-                return chain();
-            [[fallthrough]];
+            return conditional(depth - 1);
         default:
             return binary(depth - 1);
         }
     }
 
-    /// Operators of all precedences in a row, without parentheses: only integers, which wrap, can take what comes out.
-    Term chain()
+private:
+    Term fit(const Term &term) { return !isFloat || term.bound <= exactWhole ? term : literal(); }
+    bool canTakeBits(const Term &term) const { return !isFloat || (term.isWhole && term.bound <= bitsLimit); }
+    std::string spaced(std::string_view symbol)
     {
-        std::string text = leaf().text;
-        bool isDistance = false;
-        for (std::size_t length = 3 + random.below(5); length > 0;) {
-            const std::size_t chosen = random.below(symbols.size());
-            const std::string_view symbol = symbols[chosen];
-            const int precedence = precedences[chosen];
-            if (isDistance && precedence > 7) // it would reckon on with the distance of a shift
-                continue;
-            isDistance = precedence == 8;
-            const bool isDivision = symbol == "/" || symbol == "%";
-            constexpr std::array<const char *, 6> signs{"", "", "", "", "-", "~"};
-            constexpr std::array<const char *, 7> distances{"1", "13", "62", "3+2", "4*5", "9-4", "~-4"};
-            const std::string sign = random.pick(signs);
-            const std::string operand = isDistance   ? random.pick(distances)
-                                        : isDivision ? std::to_string(1 + random.below(62))
-                                                     : sign + leaf().text;
-            text += spaced(symbol) + operand;
-            --length;
-        }
-        return {text, 0, true, conditionalPrecedence + 1};
+        const std::string before = random.pick({"", " "});
+        return before + std::string{symbol} + random.pick({"", " "});
     }
 
-    Term leaf()
-    {
-        if (!leaves.empty() && random.chance(75))
-            return random.pick(leaves);
-        return literal();
-    }
+    Term leaf() { return !leaves.empty() && random.chance(75) ? random.pick(leaves) : literal(); }
 
     /// Fractions are those that the oracle reads exactly.
     Term literal()
     {
-        const std::uint64_t number = random.bits() >> (32 + random.below(32));
         if (!isFloat || random.chance(50)) {
-            std::array<char, 24> text{};
-            std::snprintf(text.data(), text.size(), random.chance(30) ? "0x%llX" : "%llu",
-                          static_cast<unsigned long long>(number));
-            return {text.data(), static_cast<double>(number)};
+            const std::uint64_t number = random.bits() >> (32 + random.below(32));
+            return {random.notation(number), static_cast<double>(number)};
         }
-        switch (random.below(4)) {
-        case 0:
-            return {"PI()", 4, false};
-        case 1:
-            return {random.chance(50) ? "E()" : "E", 3, false};
-        case 2:
-            return {std::to_string(number % 100) + ".5e+" + std::to_string(random.below(4)), 1e5, false};
-        default:
-            return {std::to_string(number % 1000) + (random.chance(50) ? ".25" : ".5"), 1000, false};
-        }
-    }
-
-    std::string spaced(std::string_view symbol)
-    {
-        constexpr std::array<const char *, 4> before{"", " ", "", " "};
-        constexpr std::array<const char *, 4> behind{"", "", " ", " "};
-        const std::size_t kind = random.below(4);
-        return before[kind] + std::string{symbol} + behind[kind];
+        const std::string number = std::to_string(random.below(1000));
+        const std::string exponent = std::to_string(random.below(4));
+        return {random.pick({std::string{"PI()"}, std::string{"E"}, std::string{"E()"}, number + ".5",
+                             number + ".25", number + ".5e+" + exponent}),
+                1e6, false};
     }
 
     Term unary(int depth)
@@ -150,14 +123,13 @@ private:
             inner.precedence == powerPrecedence ? "(" + inner.text + ")" : within(inner, unaryPrecedence);
         if (canTakeBits(inner) && random.chance(40))
             return {"~" + operand, inner.bound + 1, true, unaryPrecedence};
-        return {(random.chance(80) ? "-" : "+") + operand, inner.bound, inner.isWhole, unaryPrecedence};
+        return {random.pick({"-", "-", "+"}) + operand, inner.bound, inner.isWhole, unaryPrecedence};
     }
 
     /// In integers of a base below 16, since the oracle computes powers as doubles.
     Term power()
     {
-        constexpr std::array<const char *, 5> exponents{"0", "1", "2", "3", "2**1"};
-        const std::string exponent = random.pick(exponents);
+        const std::string exponent = random.pick({"0", "1", "2", "3", "2**1"});
         const Term base = leaf();
         if (!isFloat)
             return {"(" + base.text + "& 15)" + spaced("**") + exponent, 4096, true, powerPrecedence};
@@ -169,32 +141,22 @@ private:
 
     Term function(int depth)
     {
-        if (isFloat && random.chance(80))
-            return floatFunction(depth);
-        const Term inner = term(depth);
-        return random.chance(50) ? Term{"SGN(" + inner.text + ")", 1, true}
-                                 : Term{"NEG(" + inner.text + ")", inner.bound, inner.isWhole};
-    }
-
-    /// Of arguments that they are defined for.
-    Term floatFunction(int depth)
-    {
-        constexpr std::array<std::string_view, 3> toWhole{"TRUNC", "FLOOR", "CEIL"};
-        constexpr std::array<std::string_view, 9> bounded{"SIN(@)",       "COS(@)",       "ATAN(@)",
-                                                          "LN(ABS(@)+1)", "LG(ABS(@)+1)", "EXP(-ABS(@))",
-                                                          "ASIN(SIN(@))", "ACOS(COS(@))", "TAN(ATAN(@)/2)"};
         const Term inner = term(depth);
         const std::string argument = "(" + inner.text + ")";
-        switch (random.below(6)) {
+        switch (random.below(isFloat ? 8 : 2)) {
         case 0:
-            return {"ABS" + argument, inner.bound, inner.isWhole};
+            return {"SGN" + argument, 1};
         case 1:
-            return {"SQRT(ABS" + argument + ")", inner.bound + 1, false};
+            return {"NEG" + argument, inner.bound, inner.isWhole};
         case 2:
-            return {std::string{random.pick(toWhole)} + argument, inner.bound + 1, true};
+            return {"ABS" + argument, inner.bound, inner.isWhole};
+        case 3:
+            return {"SQRT(ABS" + argument + ")", inner.bound + 1, false};
+        case 4:
+            return {random.pick({"TRUNC", "FLOOR", "CEIL"}) + argument, inner.bound + 1};
         default:
-            std::string text{random.pick(bounded)};
-            return {text.replace(text.find('@'), 1, inner.text), 100, false};
+            std::string text{random.pick(functions)};
+            return {text.replace(text.find('@'), 1, inner.text), functionBound, false};
         }
     }
 
@@ -216,52 +178,58 @@ private:
                 std::max(yes.bound, no.bound), yes.isWhole && no.isWhole, conditionalPrecedence};
     }
 
+    /// A distance of a shift is small, a divisor neither zero nor, in integers, negative.
+    Term rightOperand(const Operator &by, const Term &operand)
+    {
+        const bool isDivision = by.symbol == "/" || by.symbol == "%";
+        if (isDivision && !isFloat)
+            return {"(" + within(operand, 6) + " & 255 | 1)", 255};
+        if (isDivision && !operand.isWhole)
+            return {"(ABS(" + operand.text + ")+1)", operand.bound + 1, false};
+        if (isDivision || by.precedence == shiftPrecedence)
+            return {std::to_string(1 + random.below(isFloat ? 15 : 62)), 62};
+        return operand;
+    }
+
     Term binary(int depth)
     {
-        const std::size_t chosen = random.below(symbols.size());
-        const std::string_view symbol = symbols[chosen];
-        const int precedence = precedences[chosen];
-        const bool isLogic = precedence <= 2;
+        const Operator &by = random.pick(operators);
+        const bool isLogic = by.precedence <= logicPrecedence;
         const Term left = isLogic ? truth(depth) : term(depth);
-        Term right = isLogic ? truth(depth) : term(depth);
+        const Term right = rightOperand(by, isLogic ? truth(depth) : term(depth));
         const bool areWhole = left.isWhole && right.isWhole;
-        const bool isDivision = symbol == "/" || symbol == "%";
-        if (isDivision && !isBounded)
-            right = {"(" + within(right, 6) + " & 255 | 1)", 255}; // never zero and never negative
-        else if (isDivision && !right.isWhole)
-            right = {"(ABS(" + right.text + ")+1)", right.bound + 1, false};
-        else if (isDivision || precedence == 8)
-            right = {std::to_string(1 + random.below(isBounded ? 15 : 62)), 62};
-        const auto joined = [&](double bound, bool isWhole) {
-            return fit({within(left, precedence) + spaced(symbol) + within(right, precedence + 1), bound,
-                        isWhole, precedence});
-        };
-        if (isLogic || precedence == 6 || precedence == 7)
-            return joined(1, true);
-        if (precedence == 9)
-            return joined(left.bound + right.bound, areWhole);
-        if (symbol == "*")
-            return joined(left.bound * right.bound, areWhole);
-        if (symbol == "/")
-            return isFloat || !isBounded ? joined(left.bound, !isFloat) : left;
-        if (!canTakeBits(left) || !canTakeBits(right))
+        const bool isOnBits = by.symbol == "%" || by.precedence == shiftPrecedence ||
+                              (by.precedence > logicPrecedence && by.precedence < 6);
+        if (isOnBits && (!canTakeBits(left) || !canTakeBits(right)))
             return left;
-        if (precedence == 8)
+        const auto joined = [&](double bound, bool isWhole) {
+            return fit({within(left, by.precedence) + spaced(by.symbol) + within(right, by.precedence + 1),
+                        bound, isWhole, by.precedence});
+        };
+        if (by.symbol == "*")
+            return joined(left.bound * right.bound, areWhole);
+        if (by.symbol == "/")
+            return joined(left.bound, !isFloat);
+        if (by.precedence == sumPrecedence)
+            return joined(left.bound + right.bound, areWhole);
+        if (by.precedence == shiftPrecedence)
             return joined(left.bound * 0x1p15, true);
-        return joined(2 * std::max(left.bound, right.bound) + 1, true);
+        return joined(isOnBits ? 2 * std::max(left.bound, right.bound) + 1 : 1, true);
     }
 
     Random &random;
     bool isFloat;
-    bool isBounded;
     const std::vector<Term> &leaves;
-    bool areVariables;
 };
 
 } // namespace
 
-Term randomFormula(Random &random, Arithmetic arithmetic, const std::vector<Term> &leaves, bool areVariables,
-                   int depth)
+Term randomTerm(Random &random, Arithmetic arithmetic, const std::vector<Term> &leaves, int depth)
 {
-    return FormulaGenerator{random, arithmetic, leaves, areVariables}.formula(depth);
+    return FormulaGenerator{random, arithmetic, leaves}.term(depth);
+}
+
+Term randomFormula(Random &random, Arithmetic arithmetic, const std::vector<Term> &leaves, int depth)
+{
+    return FormulaGenerator{random, arithmetic, leaves}.formula(depth);
 }

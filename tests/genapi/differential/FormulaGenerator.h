@@ -20,11 +20,10 @@ struct Term
 enum class Arithmetic
 {
     Integer, ///< 64 bits, which wrap: bounds don't matter
-    Float,
-    ExactInteger ///< integers that doubles can hold, and no division: where the oracle computes with doubles
+    Float
 };
 
-/// \param areVariables  all of \p leaves, and this is no Expression: then ROUND can be used
-/// \param depth         operators within each other
-Term randomFormula(Random &random, Arithmetic arithmetic, const std::vector<Term> &leaves, bool areVariables,
-                   int depth);
+/// \param depth  operators within each other
+Term randomTerm(Random &random, Arithmetic arithmetic, const std::vector<Term> &leaves, int depth);
+/// The same for a whole formula, which can begin with ROUND: behind parentheses the oracle does not take it.
+Term randomFormula(Random &random, Arithmetic arithmetic, const std::vector<Term> &leaves, int depth);

@@ -3,11 +3,7 @@
 #include "Comparison.h"
 #include "DescriptionGenerator.h"
 
-#include <gtest/gtest.h>
-
-#include <iostream>
-#include <string>
-#include <vector>
+#include <gmock/gmock.h>
 
 namespace {
 
@@ -25,10 +21,8 @@ TEST_P(Generated, CamerasReadAndWriteAsTheOracleSays)
     const std::uint64_t first = GetParam() * descriptionsPerShare;
     for (std::uint64_t seed = first; seed < first + descriptionsPerShare; ++seed)
         comparison.compare("seed " + std::to_string(seed), generatedCamera(seed, nodesPerDescription));
-    std::cout << comparison.summary() << std::endl;
-    EXPECT_EQ(comparison.differences(), std::vector<std::string>{});
-    EXPECT_GE(comparison.values(), valuesPerShare);
-    EXPECT_EQ(comparison.crashes(), 0);
+    EXPECT_THAT(comparison.differences, testing::IsEmpty());
+    EXPECT_GE(comparison.values, valuesPerShare);
 }
 
 INSTANTIATE_TEST_SUITE_P(Share, Generated, testing::Range<std::uint64_t>(0, 16));

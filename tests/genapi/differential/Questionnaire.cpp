@@ -5,42 +5,17 @@
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <cstring>
 #include <istream>
 #include <iterator>
 #include <ostream>
 #include <sstream>
 
-namespace {
-
-std::string hexadecimal(std::uint64_t number, int digits)
-{
-    std::array<char, 20> text{};
-    std::snprintf(text.data(), text.size(), "%0*llx", digits, static_cast<unsigned long long>(number));
-    return text.data();
-}
-
-bool contains(const Memory &memory, std::uint64_t address, std::size_t length)
-{
-    for (std::size_t place = 0; place < length; ++place) {
-        if (!memory.contains(address + place))
-            return false;
-    }
-    return true;
-}
-
-} // namespace
-
-std::string Question::text() const
-{
-    return action + " " + kind + " " + node + (value.empty() ? "" : " " + value);
-}
-
 /// Lines of memory ("@1000 0a0b"), of questions, one that is empty, and the description.
 void write(std::ostream &out, const Questionnaire &questionnaire)
 {
+    out << std::hex;
     for (const auto &[address, byte] : questionnaire.memory)
-        out << '@' << hexadecimal(address, 1) << ' ' << hexadecimal(byte, 2) << '\n';
+        out << '@' << address << ' ' << (byte < 16 ? "0" : "") << unsigned{byte} << '\n';
     for (const Question &question : questionnaire.questions)
         out << question.text() << '\n';
     out << '\n' << questionnaire.description;
@@ -49,23 +24,21 @@ void write(std::ostream &out, const Questionnaire &questionnaire)
 Questionnaire readQuestionnaire(std::istream &in)
 {
     Questionnaire result;
-    std::string line;
-    while (std::getline(in, line) && !line.empty()) {
+    for (std::string line; std::getline(in, line) && !line.empty();) {
         std::istringstream words{line};
-        if (line.front() == '@') {
-            std::string bytes;
-            words.ignore() >> std::hex;
-            std::uint64_t address = 0;
-            words >> address >> bytes;
-            for (std::size_t place = 0; place + 1 < bytes.size(); place += 2)
-                result.memory[address++] =
-                    static_cast<std::uint8_t>(std::stoul(bytes.substr(place, 2), nullptr, 16));
+        if (line.front() != '@') {
+            Question question;
+            words >> question.action >> question.node >> std::ws;
+            std::getline(words, question.value);
+            result.questions.push_back(question);
             continue;
         }
-        Question question;
-        words >> question.action >> question.kind >> question.node >> std::ws;
-        std::getline(words, question.value);
-        result.questions.push_back(std::move(question));
+        std::uint64_t address = 0;
+        std::string bytes;
+        words.ignore() >> std::hex >> address >> bytes;
+        for (std::size_t place = 0; place < bytes.size(); place += 2)
+            result.memory[address++] =
+                static_cast<std::uint8_t>(std::stoul(bytes.substr(place, 2), nullptr, 16));
     }
     result.description.assign(std::istreambuf_iterator<char>{in}, {});
     return result;
@@ -81,8 +54,8 @@ std::string answerOf(double value)
     if (std::isnan(value))
         return "float nan";
     std::array<char, 32> text{};
-    const auto end = std::to_chars(text.begin(), text.end(), value + 0.0).ptr; // minus zero becomes zero
-    return "float " + std::string{text.begin(), end};
+    std::to_chars(text.begin(), text.end(), value + 0.0); // minus zero becomes zero
+    return std::string{"float "} + text.data();
 }
 
 std::string answerOf(bool value)
@@ -92,36 +65,43 @@ std::string answerOf(bool value)
 
 std::string answerOf(std::string_view text)
 {
-    std::string quoted = "text \"";
+    std::ostringstream quoted;
+    quoted << "text \"" << std::hex;
     for (const char byte : text) {
-        const bool isPlain = byte >= ' ' && byte <= '~' && byte != '"' && byte != '\\';
-        quoted += isPlain ? std::string(1, byte) : "\\" + hexadecimal(static_cast<std::uint8_t>(byte), 2);
+        if (byte >= ' ' && byte <= '~' && byte != '"' && byte != '\\')
+            quoted << byte;
+        else
+            quoted << '\\' << unsigned{static_cast<std::uint8_t>(byte)} << ';';
     }
-    return quoted + '"';
+    return quoted.str() + '"';
 }
 
 std::string answerOfWrite(const Memory &before, const Memory &after)
 {
-    std::string answer = "wrote";
+    std::ostringstream answer;
+    answer << "wrote" << std::hex;
     for (const auto &[address, byte] : after) {
         if (before.at(address) != byte)
-            answer += " " + hexadecimal(address, 1) + "=" + hexadecimal(byte, 2);
+            answer << ' ' << address << '=' << unsigned{byte};
     }
-    return answer;
+    return answer.str();
 }
 
 bool load(const Memory &memory, std::uint64_t address, std::size_t length, void *buffer)
 {
-    if (!contains(memory, address, length))
-        return false;
-    for (std::size_t place = 0; place < length; ++place)
-        static_cast<std::uint8_t *>(buffer)[place] = memory.at(address + place);
+    for (std::size_t place = 0; place < length; ++place) {
+        const auto byte = memory.find(address + place);
+        if (byte == memory.end())
+            return false;
+        static_cast<std::uint8_t *>(buffer)[place] = byte->second;
+    }
     return true;
 }
 
 bool store(Memory &memory, std::uint64_t address, std::size_t length, const void *buffer)
 {
-    if (!contains(memory, address, length))
+    std::vector<std::uint8_t> present(length);
+    if (!load(memory, address, length, present.data()))
         return false;
     for (std::size_t place = 0; place < length; ++place)
         memory[address + place] = static_cast<const std::uint8_t *>(buffer)[place];

@@ -13,19 +13,16 @@
 /// The memory of a device, byte by byte; an access to any other address fails.
 using Memory = std::map<std::uint64_t, std::uint8_t>;
 
-/// One line each in the text form: the action, the kind of the node's interface, the node and, where there is
-/// one, the value to be set.
+/// One line each in the text form, "set Gain 12".
 struct Question
 {
-    std::string action; ///< "get", "min", "max", "inc", "set", "run", "mode"
-    std::string kind;   ///< "integer", "float", "boolean", "string", "enumeration", "register", "command"
+    std::string action; ///< "get", "min", "max", "inc", "set" or "mode"
     std::string node;
-    std::string value; ///< an integer, a float as %.17g, a text, or the name of an entry
+    std::string value; ///< to be set: an integer, a float as %.17g, a text, "true", or the name of an entry
 
-    std::string text() const;
+    std::string text() const { return action + " " + node + (value.empty() ? "" : " " + value); }
 };
 
-/// All that both sides are given.
 struct Questionnaire
 {
     std::string description;
@@ -45,10 +42,10 @@ std::string answerOf(std::int64_t value);
 std::string answerOf(double value);
 std::string answerOf(bool value);
 std::string answerOf(std::string_view text);
-/// What a write did: "wrote 1000=0a 1001=0b", the bytes that differ from before.
+/// What a write did: "wrote 1000=a 1001=b", the bytes that differ from before.
 std::string answerOfWrite(const Memory &before, const Memory &after);
 
 /// Copies \p length bytes at \p address between the memory and \p buffer.
-/// \return false when some of them are not there; then nothing has been copied
+/// \return false when some of them are not there; then the memory is unchanged
 bool load(const Memory &memory, std::uint64_t address, std::size_t length, void *buffer);
 bool store(Memory &memory, std::uint64_t address, std::size_t length, const void *buffer);

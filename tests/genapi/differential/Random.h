@@ -5,8 +5,10 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <iterator>
+#include <initializer_list>
 #include <random>
+#include <sstream>
+#include <string>
 
 class Random
 {
@@ -22,9 +24,23 @@ public:
         return low + static_cast<std::int64_t>(bits() % (static_cast<std::uint64_t>(high - low) + 1));
     }
     template <class Range>
-    auto &pick(Range &range)
+    const auto &pick(const Range &range)
     {
-        return *std::next(std::begin(range), static_cast<std::ptrdiff_t>(below(std::size(range))));
+        return range[below(range.size())];
+    }
+    template <class Item>
+    Item pick(std::initializer_list<Item> items)
+    {
+        return items.begin()[below(items.size())];
+    }
+    /// Decimal or hexadecimal.
+    std::string notation(std::uint64_t number)
+    {
+        std::ostringstream text;
+        if (chance(50))
+            text << std::hex << std::uppercase << "0x";
+        text << number;
+        return text.str();
     }
 
 private:

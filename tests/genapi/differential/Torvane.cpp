@@ -3,7 +3,7 @@
 #include "CNodeMapRef.h"
 #include "CPointer.h"
 #include "CPortImpl.h"
-#include "Sides.h"
+#include "Comparison.h"
 
 #include <array>
 #include <stdexcept>
@@ -39,59 +39,55 @@ private:
     }
 };
 
-std::string_view view(const gcstring &text)
+std::string answerOf(const gcstring &text)
 {
-    return static_cast<std::string_view>(text);
+    return ::answerOf(std::string_view{text});
 }
 
-std::string get(INode *node, const std::string &kind)
+std::string get(INode *node)
 {
-    if (kind == "integer")
-        return answerOf(CIntegerPtr(node)->GetValue());
-    if (kind == "float")
-        return answerOf(CFloatPtr(node)->GetValue());
-    if (kind == "boolean")
-        return answerOf(CBooleanPtr(node)->GetValue());
-    if (kind == "string")
-        return answerOf(view(CStringPtr(node)->GetValue()));
-    if (kind == "enumeration") {
-        const CEnumerationPtr enumeration{node};
-        const std::string value = answerOf(enumeration->GetIntValue());
-        return value + " " + answerOf(view(CEnumEntryPtr(enumeration->GetCurrentEntry())->GetSymbolic()));
-    }
+    if (const CEnumerationPtr enumeration{node})
+        return ::answerOf(enumeration->GetIntValue()) + " " +
+               answerOf(CEnumEntryPtr(enumeration->GetCurrentEntry())->GetSymbolic());
+    if (const CBooleanPtr boolean{node})
+        return ::answerOf(boolean->GetValue());
+    if (const CIntegerPtr integer{node})
+        return ::answerOf(integer->GetValue());
+    if (const CFloatPtr real{node})
+        return ::answerOf(real->GetValue());
+    if (const CStringPtr string{node})
+        return answerOf(string->GetValue());
     const CRegisterPtr bytes{node};
     std::string all(static_cast<std::size_t>(bytes->GetLength()), '\0');
-    bytes->Get(reinterpret_cast<std::uint8_t *>(all.data()), static_cast<std::int64_t>(all.size()));
-    return answerOf(std::string_view{all});
+    bytes->Get(reinterpret_cast<std::uint8_t *>(all.data()), bytes->GetLength());
+    return ::answerOf(std::string_view{all});
 }
 
-std::string bound(INode *node, const Question &question)
+std::string bound(INode *node, const std::string &which)
 {
-    if (question.kind == "float")
-        return answerOf(question.action == "min" ? CFloatPtr(node)->GetMin() : CFloatPtr(node)->GetMax());
+    const auto ask = [&](const auto &number) {
+        return ::answerOf(which == "min"   ? number->GetMin()
+                          : which == "max" ? number->GetMax()
+                                           : number->GetInc());
+    };
     const CIntegerPtr integer{node};
-    return answerOf(question.action == "min"   ? integer->GetMin()
-                    : question.action == "max" ? integer->GetMax()
-                                               : integer->GetInc());
+    return integer ? ask(integer) : ask(CFloatPtr{node});
 }
 
-void set(INode *node, const Question &question)
+void set(INode *node, const std::string &value)
 {
-    if (question.kind == "integer")
-        CIntegerPtr(node)->SetValue(std::stoll(question.value));
-    else if (question.kind == "float")
-        CFloatPtr(node)->SetValue(std::stod(question.value));
-    else if (question.kind == "boolean")
-        CBooleanPtr(node)->SetValue(question.value == "true");
-    else if (question.kind == "string")
-        CStringPtr(node)->SetValue(question.value.c_str());
-    else if (question.kind == "command")
+    if (const CEnumerationPtr enumeration{node})
+        enumeration->SetIntValue(CEnumEntryPtr(enumeration->GetEntryByName(value.c_str()))->GetValue());
+    else if (const CBooleanPtr boolean{node})
+        boolean->SetValue(value == "true");
+    else if (const CIntegerPtr integer{node})
+        integer->SetValue(std::strtoll(value.c_str(), nullptr, 10));
+    else if (const CFloatPtr real{node})
+        real->SetValue(std::strtod(value.c_str(), nullptr));
+    else if (const CStringPtr string{node})
+        string->SetValue(value.c_str());
+    else
         CCommandPtr(node)->Execute();
-    else {
-        const CEnumerationPtr enumeration{node};
-        enumeration->SetIntValue(
-            CEnumEntryPtr(enumeration->GetEntryByName(question.value.c_str()))->GetValue());
-    }
 }
 
 std::string mode(const INode *node)
@@ -100,33 +96,24 @@ std::string mode(const INode *node)
     return std::string{"mode "} + names.at(static_cast<std::size_t>(node->GetAccessMode()));
 }
 
-std::string answer(const CNodeMapRef &nodes, const Question &question, MemoryPort &port)
+std::string answer(INode *node, const Question &question, const Memory &memory)
 {
-    try {
-        INode *const node = nodes._GetNode(question.node.c_str());
-        if (node == nullptr)
-            return std::string{refusal} + ": no such node";
-        if (question.action == "get")
-            return get(node, question.kind);
-        if (question.action == "mode")
-            return mode(node);
-        if (question.action != "set")
-            return bound(node, question);
-        const Memory before = port.memory;
-        set(node, question);
-        const std::string answer = answerOfWrite(before, port.memory);
-        port.memory = before;
-        nodes._InvalidateNodes();
-        return answer;
-    } catch (const GenericException &failure) {
-        return std::string{refusal} + ": " + failure.GetDescription();
-    } catch (const std::runtime_error &failure) {
-        return std::string{refusal} + ": " + failure.what();
-    }
+    if (node == nullptr)
+        throw std::runtime_error("no such node");
+    if (question.action == "get")
+        return get(node);
+    if (question.action == "mode")
+        return mode(node);
+    if (question.action != "set")
+        return bound(node, question.action);
+    const Memory before = memory;
+    set(node, question.value);
+    return answerOfWrite(before, memory);
 }
 
 } // namespace
 
+/// What a question has written to the memory is taken back behind it.
 std::vector<std::string> answersOfTorvane(const Questionnaire &questionnaire)
 {
     MemoryPort port{questionnaire.memory};
@@ -134,7 +121,18 @@ std::vector<std::string> answersOfTorvane(const Questionnaire &questionnaire)
     nodes._LoadXMLFromString(gcstring{std::string_view{questionnaire.description}});
     nodes._Connect(&port, "Device");
     std::vector<std::string> answers;
-    for (const Question &question : questionnaire.questions)
-        answers.push_back(answer(nodes, question, port));
+    for (const Question &question : questionnaire.questions) {
+        try {
+            answers.push_back(answer(nodes._GetNode(question.node.c_str()), question, port.memory));
+        } catch (const GenericException &failure) {
+            answers.push_back(std::string{refusal} + ": " + failure.GetDescription());
+        } catch (const std::runtime_error &failure) {
+            answers.push_back(std::string{refusal} + ": " + failure.what());
+        }
+        if (question.action != "set")
+            continue;
+        port.memory = questionnaire.memory;
+        nodes._InvalidateNodes();
+    }
     return answers;
 }
