@@ -19,6 +19,12 @@ inline std::string description(const std::string &nodes)
            nodes + "\n</RegisterDescription>\n";
 }
 
+/// A node of any kind.
+inline std::string element(const std::string &kind, const std::string &name, const std::string &children)
+{
+    return "<" + kind + " Name='" + name + "'>" + children + "</" + kind + ">";
+}
+
 /// The register children of most tests: one at \p address.
 inline std::string at(std::uint64_t address, int length, const std::string &more = "")
 {
@@ -29,10 +35,11 @@ inline std::string at(std::uint64_t address, int length, const std::string &more
 /// An integer node with a value of its own.
 inline std::string constant(const std::string &name, const std::string &value)
 {
-    return "<Integer Name='" + name + "'><Value>" + value + "</Value></Integer>";
+    return element("Integer", name, "<Value>" + value + "</Value>");
 }
 
-inline constexpr const char *readWrite = "<AccessMode>RW</AccessMode>";
+inline const std::string readWrite = "<AccessMode>RW</AccessMode>";
+inline const std::string bigEndian = "<Endianess>BigEndian</Endianess>";
 
 /// The text of the GenericException that \p act throws; empty when it throws none.
 template <class Act>

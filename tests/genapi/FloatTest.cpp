@@ -17,19 +17,18 @@ constexpr double largest = std::numeric_limits<double>::max();
 
 std::string floatOf(const std::string &name, const std::string &children)
 {
-    return "<Float Name='" + name + "'>" + children + "</Float>";
+    return element("Float", name, children);
 }
 
 std::string floatReg(const std::string &name, std::uint64_t address, int length, const std::string &more = "")
 {
-    return "<FloatReg Name='" + name + "'>" + at(address, length, readWrite + more) + "</FloatReg>";
+    return element("FloatReg", name, at(address, length, readWrite + more));
 }
 
 TEST(FloatReg, ReadsAndWritesIeee754InBothByteOrders)
 {
-    const std::string big = "<Endianess>BigEndian</Endianess>";
-    Camera camera{floatReg("Little4", 0, 4) + floatReg("Big4", 4, 4, big) + floatReg("Little8", 8, 8) +
-                  floatReg("Big8", 16, 8, big) + floatReg("Long", 0, 6)};
+    Camera camera{floatReg("Little4", 0, 4) + floatReg("Big4", 4, 4, bigEndian) + floatReg("Little8", 8, 8) +
+                  floatReg("Big8", 16, 8, bigEndian) + floatReg("Long", 0, 6)};
     camera.port.set(0, {0x00, 0x00, 0xc0, 0xbf, 0xbf, 0xc0, 0x00, 0x00});
     camera.port.set(8, {0x9a, 0x99, 0x99, 0x99, 0x99, 0x99, 0xb9, 0x3f});
     camera.port.set(16, {0x3f, 0xb9, 0x99, 0x99, 0x99, 0x99, 0x99, 0x9a});
@@ -82,21 +81,24 @@ TEST(Float, NumbersAreReadAsDescriptionsWriteThem)
     const auto value = [](const std::string &text) {
         return Camera{floatOf("X", "<Value>" + text + "</Value>")}.real("X")->GetValue();
     };
-    EXPECT_EQ(value(" -1.25e-2 "), -0.0125);
-    EXPECT_EQ(value("+.5"), 0.5);
-    EXPECT_EQ(value("5."), 5);
-    EXPECT_EQ(value("0x10"), 16);
-    EXPECT_EQ(value("18446744073709551615"), 0x1p64);
-    EXPECT_EQ(value("-INF"), -infinity);
+    const std::string zeros(400, '0');
+    const std::pair<std::string, double> rows[] = {{" -1.25e-2 ", -0.0125},
+                                                   {"+.5", 0.5},
+                                                   {"5.", 5},
+                                                   {"0x10", 16},
+                                                   {"18446744073709551615", 0x1p64},
+                                                   {"-INF", -infinity},
+                                                   {"1.79769313486232E+308", infinity},
+                                                   {"-" + std::string(400, '9'), -infinity},
+                                                   {"1e-999", 0},
+                                                   {"0." + zeros + "1", 0},
+                                                   {"0." + zeros + "1e+5", 0},
+                                                   {"1" + zeros + "e-5", infinity},
+                                                   {"0." + zeros + "1e99999999999999999999", infinity},
+                                                   {"9." + zeros + "1E-9223372036854775807", 0}};
+    for (const auto &[text, number] : rows)
+        EXPECT_EQ(value(text), number) << text;
     EXPECT_TRUE(std::isnan(value("NaN")));
-    EXPECT_EQ(value("1.79769313486232E+308"), infinity) << "the largest double, rounded up to 15 digits";
-    EXPECT_EQ(value("-" + std::string(400, '9')), -infinity);
-    EXPECT_EQ(value("1e-999"), 0);
-    EXPECT_EQ(value("0." + std::string(400, '0') + "1"), 0);
-    EXPECT_EQ(value("0." + std::string(400, '0') + "1e+5"), 0);
-    EXPECT_EQ(value("1" + std::string(400, '0') + "e-5"), infinity);
-    EXPECT_EQ(value("0." + std::string(400, '0') + "1e99999999999999999999"), infinity);
-    EXPECT_EQ(value("9." + std::string(400, '0') + "1E-9223372036854775807"), 0);
     for (const char *const text : {"", "1,5", "1e", "--1", "+-1", "1.5f", "0x1.8", "one"})
         EXPECT_EQ(refusal([&] { value(text); }),
                   "Node 'X': Value: '" + std::string{text} + "' is not a number");
@@ -105,12 +107,11 @@ TEST(Float, NumbersAreReadAsDescriptionsWriteThem)
 TEST(Float, MeetsIntegersInBothDirections)
 {
     Camera camera{floatOf("Half", "<Value>-2.5</Value>") + floatOf("Huge", "<Value>1e30</Value>") +
-                  "<Integer Name='Cut'><pValue>Half</pValue></Integer>"
-                  "<Integer Name='Lost'><pValue>Huge</pValue></Integer>"
-                  "<Integer Name='Ends'><pValue>Narrow</pValue></Integer>" +
+                  element("Integer", "Cut", "<pValue>Half</pValue>") +
+                  element("Integer", "Lost", "<pValue>Huge</pValue>") +
+                  element("Integer", "Ends", "<pValue>Narrow</pValue>") +
                   floatOf("Narrow", "<Value>1</Value><Min>0.5</Min><Max>2.5</Max>") +
-                  floatOf("Whole", "<pValue>Byte</pValue>") + "<IntReg Name='Byte'>" + at(0, 1, readWrite) +
-                  "</IntReg>"};
+                  floatOf("Whole", "<pValue>Byte</pValue>") + element("IntReg", "Byte", at(0, 1, readWrite))};
     EXPECT_EQ(camera.value("Cut"), -2);
     EXPECT_EQ(camera.integer("Cut")->GetMin(), std::numeric_limits<std::int64_t>::min());
     EXPECT_EQ(camera.integer("Ends")->GetMin(), 1);
@@ -131,12 +132,12 @@ TEST(Float, ConvertersKeepTheRangeOfTheirSlope)
 {
     const auto converter = [](const std::string &name, const std::string &to, const std::string &from,
                               const std::string &more) {
-        return "<Converter Name='" + name + "'><pVariable Name='K'>Scale</pVariable><FormulaTo>" + to +
-               "</FormulaTo><FormulaFrom>" + from + "</FormulaFrom><pValue>Raw</pValue>" + more +
-               "</Converter>";
+        return element("Converter", name,
+                       "<pVariable Name='K'>Scale</pVariable><FormulaTo>" + to + "</FormulaTo><FormulaFrom>" +
+                           from + "</FormulaFrom><pValue>Raw</pValue>" + more);
     };
-    Camera camera{floatOf("Scale", "<Value>0.1</Value>") + "<IntReg Name='Raw'>" + at(0, 1, readWrite) +
-                  "</IntReg>" + converter("Open", "FROM / K", "TO * K", "") +
+    Camera camera{floatOf("Scale", "<Value>0.1</Value>") + element("IntReg", "Raw", at(0, 1, readWrite)) +
+                  converter("Open", "FROM / K", "TO * K", "") +
                   converter("Down", "100 - FROM", "100 - TO", "<Slope>Automatic</Slope>") +
                   converter("Rate", "1000 / FROM", "1000 / TO", "<Slope>Decreasing</Slope>") +
                   converter("Wave", "FROM", "SIN(TO)", "<Slope>Varying</Slope>") +

@@ -15,16 +15,16 @@ namespace {
 
 std::string reg(const std::string &name, std::uint64_t address, const std::string &more = "")
 {
-    return "<IntReg Name='" + name + "'>" + at(address, 1, more) + "</IntReg>";
+    return element("IntReg", name, at(address, 1, more));
 }
 
 TEST(Register, GivesAndTakesItsBytes)
 {
     Camera camera{constant("Size", "3") +
-                  "<Register Name='Table'><Address>0x8000000000000000</Address>"
-                  "<pLength>Size</pLength><AccessMode>RW</AccessMode>"
-                  "<pPort>Device</pPort></Register>" +
-                  "<StringReg Name='Text'>" + at(16, 4) + "</StringReg>"};
+                  element("Register", "Table",
+                          "<Address>0x8000000000000000</Address><pLength>Size</pLength>" + readWrite +
+                              "<pPort>Device</pPort>") +
+                  element("StringReg", "Text", at(16, 4))};
     const CRegisterPtr table = camera.registerOf("Table");
     EXPECT_EQ(table->GetLength(), 3);
     EXPECT_EQ(static_cast<std::uint64_t>(table->GetAddress()), 0x8000000000000000U);
@@ -34,7 +34,7 @@ TEST(Register, GivesAndTakesItsBytes)
     std::array<std::uint8_t, 4> bytes{};
     table->Get(bytes.data(), 3);
     EXPECT_THAT(bytes, ElementsAre(1, 2, 3, 0));
-    for (const std::int64_t length : {std::int64_t{-1}, std::int64_t{0}, std::int64_t{2}, std::int64_t{4}}) {
+    for (const std::int64_t length : {-1, 0, 2, 4}) {
         const std::string text = "Node 'Table': " + std::to_string(length) + " bytes for a register of 3";
         EXPECT_EQ(refusal([&] { table->Set(written.data(), length); }), text);
         EXPECT_EQ(refusal([&] { table->Get(bytes.data(), length); }), text);
@@ -62,9 +62,9 @@ TEST(Register, IsNoLongerThanItWasWhenItWasAsked)
 {
     GrowingPort port;
     const std::string place = "<Address>0</Address><pLength>Size</pLength><pPort>Device</pPort>";
-    Camera camera{reg("Size", 64, "<Cachable>NoCache</Cachable>") + "<Register Name='Table'>" + place +
-                  "</Register><IntReg Name='Whole'>" + place + "</IntReg><FloatReg Name='Real'>" + place +
-                  "</FloatReg><StringReg Name='Text'>" + place + "</StringReg>"};
+    Camera camera{reg("Size", 64, "<Cachable>NoCache</Cachable>") + element("Register", "Table", place) +
+                  element("IntReg", "Whole", place) + element("FloatReg", "Real", place) +
+                  element("StringReg", "Text", place)};
     camera.nodeMap._Connect(static_cast<IPort *>(&port));
     port.set(0, {0, 0, 0x80, 0x3f, 1});
     std::array<std::uint8_t, 4> bytes{};
@@ -85,14 +85,16 @@ TEST(Register, IsNoLongerThanItWasWhenItWasAsked)
 TEST(Register, EntriesOfAStructureAreFieldsOfOneRegister)
 {
     Camera camera{constant("Where", "8") + constant("IsThere", "1") +
-                  "<StructReg Comment='no name'><pAddress>Where</pAddress>"
-                  "<IntSwissKnife Name='Offset'><Formula>8</Formula></IntSwissKnife><Length>2</Length>"
-                  "<AccessMode>RW</AccessMode><Endianess>BigEndian</Endianess><Cachable>NoCache</Cachable>"
-                  "<pIsAvailable>IsThere</pIsAvailable><pPort>Device</pPort>"
-                  "<StructEntry Name='Top'><Bit>0</Bit></StructEntry>"
-                  "<StructEntry Name='Low'><LSB>15</LSB><MSB>12</MSB><Sign>Signed</Sign></StructEntry>"
-                  "<StructEntry Name='Fixed'><LSB>11</LSB><MSB>8</MSB><AccessMode>RO</AccessMode>"
-                  "<Cachable>WriteThrough</Cachable></StructEntry></StructReg>"};
+                  "<StructReg Comment='no name'><pAddress>Where</pAddress>" +
+                  element("IntSwissKnife", "Offset", "<Formula>8</Formula>") + "<Length>2</Length>" +
+                  readWrite + bigEndian +
+                  "<Cachable>NoCache</Cachable><pIsAvailable>IsThere</pIsAvailable><pPort>Device</pPort>" +
+                  element("StructEntry", "Top", "<Bit>0</Bit>") +
+                  element("StructEntry", "Low", "<LSB>15</LSB><MSB>12</MSB><Sign>Signed</Sign>") +
+                  element("StructEntry", "Fixed",
+                          "<LSB>11</LSB><MSB>8</MSB><AccessMode>RO</AccessMode>"
+                          "<Cachable>WriteThrough</Cachable>") +
+                  "</StructReg>"};
     camera.port.set(16, {0x80, 0x5f});
     EXPECT_EQ(camera.value("Top"), 1);
     EXPECT_EQ(camera.value("Low"), -1);
@@ -112,13 +114,10 @@ TEST(Register, EntriesOfAStructureAreFieldsOfOneRegister)
 
 TEST(Register, APortThatSwapsBytesChangesTheOrderAndNotTheBits)
 {
-    const std::string place = "<Address>0</Address><Length>4</Length><AccessMode>RW</AccessMode>"
-                              "<pPort>Turned</pPort>";
-    Camera camera{"<Port Name='Turned'><SwapEndianess>Yes</SwapEndianess></Port><IntReg Name='Whole'>" +
-                  place + "</IntReg><MaskedIntReg Name='Field'>" + place +
-                  "<LSB>0</LSB><MSB>7</MSB></MaskedIntReg>"
-                  "<FloatReg Name='Real'>" +
-                  place + "</FloatReg>"};
+    const std::string place = "<Address>0</Address><Length>4</Length>" + readWrite + "<pPort>Turned</pPort>";
+    Camera camera{element("Port", "Turned", "<SwapEndianess>Yes</SwapEndianess>") +
+                  element("IntReg", "Whole", place) + element("FloatReg", "Real", place) +
+                  element("MaskedIntReg", "Field", place + "<LSB>0</LSB><MSB>7</MSB>")};
     camera.nodeMap._Connect(&camera.port, "Turned");
     camera.port.set(0, {0x3f, 0x80, 0, 1});
     EXPECT_EQ(camera.value("Whole"), 0x3f800001);
@@ -144,8 +143,8 @@ TEST(Cache, EndsWhenAReadFindsAnInvalidatorChanged)
 
 TEST(Cache, HoldsRegistersUpTo64KiB)
 {
-    Camera camera{"<StringReg Name='Table'>" + at(0, 65536) + "</StringReg><StringReg Name='File'>" +
-                  at(0, 65537) + "</StringReg>" + reg("Dependent", 1, "<pInvalidator>File</pInvalidator>")};
+    Camera camera{element("StringReg", "Table", at(0, 65536)) + element("StringReg", "File", at(0, 65537)) +
+                  reg("Dependent", 1, "<pInvalidator>File</pInvalidator>")};
     camera.text("Table");
     camera.value("Dependent");
     camera.port.set(0, {'a', 'b'});
@@ -170,14 +169,15 @@ TEST(Cache, OutlivesItsTimeWhilePollingIsBlocked)
 
 TEST(Indexed, ValuesAreThoseOfTheirIndex)
 {
+    const std::string half = "<pIndex>Selector</pIndex><ValueIndexed Index='1'>0.5</ValueIndexed>";
     Camera camera{
         constant("Selector", "1") + reg("Raw", 0, readWrite) +
-        "<Integer Name='Gain'><pIndex>Selector</pIndex><ValueIndexed Index='1'>10</ValueIndexed>"
-        "<pValueIndexed Index='0x2'>Raw</pValueIndexed><ValueIndexed Index='1'>11</ValueIndexed>"
-        "<ValueDefault>-1</ValueDefault></Integer>"
-        "<Float Name='Level'><pIndex>Selector</pIndex><ValueIndexed Index='1'>0.5</ValueIndexed>"
-        "<pValueDefault>Raw</pValueDefault></Float>"
-        "<Float Name='Bare'><pIndex>Selector</pIndex><ValueIndexed Index='1'>0.5</ValueIndexed></Float>"};
+        element("Integer", "Gain",
+                "<pIndex>Selector</pIndex><ValueIndexed Index='1'>10</ValueIndexed>"
+                "<pValueIndexed Index='0x2'>Raw</pValueIndexed><ValueIndexed Index='1'>11</ValueIndexed>"
+                "<ValueDefault>-1</ValueDefault>") +
+        element("Float", "Level", half + "<pValueDefault>Raw</pValueDefault>") +
+        element("Float", "Bare", half)};
     const auto select = [&](std::int64_t index) { camera.integer("Selector")->SetValue(index); };
     EXPECT_EQ(camera.value("Gain"), 10) << "of two for one index the first";
     EXPECT_EQ(camera.real("Level")->GetValue(), 0.5);

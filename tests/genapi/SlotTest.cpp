@@ -7,10 +7,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstddef>
-#include <cstdint>
 #include <cstring>
-#include <vector>
 
 using namespace GenApi_3_2_TVN;
 using GenICam_3_2_TVN::gcstring;
