@@ -98,20 +98,20 @@ private:
         return text;
     }
 
-    static constexpr std::array<const char *, 14> numbers{"0",
-                                                          "1",
-                                                          "-1",
-                                                          "2",
-                                                          "4",
-                                                          "8",
-                                                          "63",
-                                                          "64",
-                                                          "0x10000",
-                                                          "16777217",
-                                                          "0x7FFFFFFFFFFFFFFF",
-                                                          "-9223372036854775808",
-                                                          "1.5",
-                                                          "NaN"};
+    static constexpr std::array numbers{"0",
+                                        "1",
+                                        "-1",
+                                        "2",
+                                        "4",
+                                        "8",
+                                        "63",
+                                        "64",
+                                        "1.5",
+                                        "NaN",
+                                        "0x10000",
+                                        "16777217",
+                                        "0x7FFFFFFFFFFFFFFF",
+                                        "-9223372036854775808"};
 
     std::minstd_rand random;
     pugi::xml_document document;

@@ -69,23 +69,11 @@ public:
 
     std::vector<std::string> answers()
     {
-        ask("GetAccessMode", [&] { return static_cast<int>(node.GetAccessMode()); });
-        askProperties();
-        askNumbers(CIntegerPtr{&node});
-        askNumbers(CFloatPtr{&node});
-        if (const CFloatPtr real{&node})
-            ask("HasInc", [&] { return real->HasInc(); });
-        if (const CBooleanPtr boolean{&node})
-            ask("GetValue", [&] { return boolean->GetValue(false, ignoreCache); });
-        askText(CStringPtr{&node});
+        askAll();
+        askNumber(CIntegerPtr{&node});
+        askNumber(CFloatPtr{&node});
         askBytes(CRegisterPtr{&node});
-        if (const CCommandPtr command{&node})
-            ask("IsDone", [&] { return command->IsDone(); });
-        if (const CCategoryPtr category{&node})
-            ask("GetFeatures",
-                [&] { return listed([&](NodeList_t &list) { category->GetFeatures(list); }); });
         askEnumeration(CEnumerationPtr{&node});
-        askEntry(CEnumEntryPtr{&node});
         return std::move(given);
     }
 
@@ -96,28 +84,45 @@ private:
         given.push_back(name + " " + what + ": " + outcomeOf(question));
     }
 
-    template <class Fill>
-    static NodeList_t listed(Fill fill)
+    /// What is asked of every kind, and what kinds with few questions are asked.
+    void askAll()
     {
-        NodeList_t list;
-        fill(list);
-        return list;
-    }
-
-    void askProperties()
-    {
+        ask("GetAccessMode", [&] { return static_cast<int>(node.GetAccessMode()); });
         for (const char *const property : {"NodeType", "Name", "ToolTip", "pFeature", "pValue", "Formula"}) {
             ask(property, [&] {
-                gcstring value;
-                gcstring attribute;
-                return node.GetProperty(property, value, attribute) ? std::vector<gcstring>{value, attribute}
-                                                                    : std::vector<gcstring>{};
+                std::vector<gcstring> texts(2);
+                if (!node.GetProperty(property, texts[0], texts[1]))
+                    texts.clear();
+                return texts;
             });
+        }
+        if (const CFloatPtr real{&node})
+            ask("HasInc", [&] { return real->HasInc(); });
+        if (const CBooleanPtr boolean{&node})
+            ask("GetValue", [&] { return boolean->GetValue(false, ignoreCache); });
+        if (const CCommandPtr command{&node})
+            ask("IsDone", [&] { return command->IsDone(); });
+        if (const CStringPtr string{&node}) {
+            ask("GetValue", [&] { return string->GetValue(false, ignoreCache); });
+            ask("GetMaxLength", [&] { return string->GetMaxLength(); });
+        }
+        if (const CCategoryPtr category{&node}) {
+            ask("GetFeatures", [&] {
+                NodeList_t features;
+                category->GetFeatures(features);
+                return features;
+            });
+        }
+        if (const CEnumEntryPtr entry{&node}) {
+            ask("GetValue", [&] { return entry->GetValue(); });
+            ask("GetSymbolic", [&] { return entry->GetSymbolic(); });
+            ask("GetNumericValue", [&] { return entry->GetNumericValue(); });
+            ask("IsSelfClearing", [&] { return entry->IsSelfClearing(); });
         }
     }
 
     template <class Interface>
-    void askNumbers(const CPointer<Interface> &number)
+    void askNumber(const CPointer<Interface> &number)
     {
         if (!number)
             return;
@@ -126,14 +131,6 @@ private:
         ask("GetMin", [&] { return number->GetMin(); });
         ask("GetMax", [&] { return number->GetMax(); });
         ask("GetInc", [&] { return number->GetInc(); });
-    }
-
-    void askText(const CStringPtr &string)
-    {
-        if (!string)
-            return;
-        ask("GetValue", [&] { return string->GetValue(false, ignoreCache); });
-        ask("GetMaxLength", [&] { return string->GetMaxLength(); });
     }
 
     void askBytes(const CRegisterPtr &bytes)
@@ -169,16 +166,6 @@ private:
             std::ranges::move(Interview{*entry, ignoreCache}.answers(), std::back_inserter(given));
     }
 
-    void askEntry(const CEnumEntryPtr &entry)
-    {
-        if (!entry)
-            return;
-        ask("GetValue", [&] { return entry->GetValue(); });
-        ask("GetSymbolic", [&] { return entry->GetSymbolic(); });
-        ask("GetNumericValue", [&] { return entry->GetNumericValue(); });
-        ask("IsSelfClearing", [&] { return entry->IsSelfClearing(); });
-    }
-
     INode &node;
     std::string name;
     bool ignoreCache;
@@ -204,16 +191,6 @@ void changeNumber(const CPointer<Interface> &number)
     attempt([&] { number->SetValue(1, false); });
 }
 
-void changeBytes(const CRegisterPtr &bytes)
-{
-    attempt([&] {
-        std::vector<std::uint8_t> buffer(static_cast<std::size_t>(bytes->GetLength()));
-        bytes->Get(buffer.data(), bytes->GetLength());
-        std::ranges::reverse(buffer);
-        bytes->Set(buffer.data(), bytes->GetLength());
-    });
-}
-
 } // namespace
 
 std::vector<std::string> answersOf(INode &node, bool ignoreCache)
@@ -229,8 +206,14 @@ void change(INode &node)
         attempt([&] { boolean->SetValue(!boolean->GetValue()); });
     if (const CStringPtr string{&node})
         attempt([&] { string->SetValue("changed"); });
-    if (const CRegisterPtr bytes{&node})
-        changeBytes(bytes);
+    if (const CRegisterPtr bytes{&node}) {
+        attempt([&] {
+            std::vector<std::uint8_t> buffer(static_cast<std::size_t>(bytes->GetLength()));
+            bytes->Get(buffer.data(), bytes->GetLength());
+            std::ranges::reverse(buffer);
+            bytes->Set(buffer.data(), bytes->GetLength());
+        });
+    }
     if (const CCommandPtr command{&node})
         attempt([&] { command->Execute(); });
     if (const CEnumerationPtr enumeration{&node})

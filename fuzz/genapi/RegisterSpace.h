@@ -4,6 +4,7 @@
 #pragma once
 
 #include "CPortImpl.h"
+#include "FuzzTarget.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -18,16 +19,38 @@ public:
     {};
 
     /// \param content  fills the memory, from address 0 on, over and over; empty leaves zeros
-    explicit RegisterSpace(std::string_view content);
+    explicit RegisterSpace(std::string_view content) : memory(4096)
+    {
+        for (std::size_t place = 0; !content.empty() && place < memory.size(); ++place)
+            memory[place] = static_cast<std::uint8_t>(content[place % content.size()]);
+    }
 
-    /// Served are accesses of at most 64 KiB below 2^32.
-    void Read(void *buffer, std::int64_t address, std::int64_t length) override;
-    void Write(const void *buffer, std::int64_t address, std::int64_t length) override;
+    void Read(void *buffer, std::int64_t address, std::int64_t length) override
+    {
+        requireServed(address, length);
+        for (std::int64_t place = 0; place < length; ++place)
+            static_cast<std::uint8_t *>(buffer)[place] = at(address + place);
+    }
+    void Write(const void *buffer, std::int64_t address, std::int64_t length) override
+    {
+        requireServed(address, length);
+        for (std::int64_t place = 0; place < length; ++place)
+            at(address + place) = static_cast<const std::uint8_t *>(buffer)[place];
+    }
     GenApi_3_2_TVN::EAccessMode GetAccessMode() const override { return GenApi_3_2_TVN::RW; }
 
 private:
-    static void requireServed(std::int64_t address, std::int64_t length);
-    std::uint8_t &at(std::int64_t address);
+    /// Served are accesses of at most 64 KiB below 2^32.
+    static void requireServed(std::int64_t address, std::int64_t length)
+    {
+        require(length > 0, "an access of no bytes");
+        if (address < 0 || address >> 32 != 0 || length > 0x10000)
+            throw Refusal{};
+    }
+    std::uint8_t &at(std::int64_t address)
+    {
+        return memory[static_cast<std::size_t>(address) % memory.size()];
+    }
 
     std::vector<std::uint8_t> memory;
 };

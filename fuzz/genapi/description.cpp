@@ -52,7 +52,10 @@ public:
         else
             nodeMap._LoadXMLFromString(gcstring{text});
         for (INode *const node : nodes()) {
-            if (typeOf(*node) == "Port")
+            gcstring type;
+            gcstring attribute;
+            require(node->GetProperty("NodeType", type, attribute), "a node without a type");
+            if (type == "Port")
                 require(nodeMap._Connect(&registers, node->GetName()), "a port that can't be connected");
         }
     }
@@ -72,14 +75,6 @@ public:
     }
 
 private:
-    static gcstring typeOf(const INode &node)
-    {
-        gcstring type;
-        gcstring attribute;
-        require(node.GetProperty("NodeType", type, attribute), "a node without a type");
-        return type;
-    }
-
     RegisterSpace registers;
     CNodeMapRef nodeMap; // behind the registers, so that it goes first
 };

@@ -3,20 +3,19 @@
 #include "Camera.h"
 #include "DescriptionCache.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <zip.h>
 
 #include <array>
 #include <memory>
-#include <optional>
 #include <thread>
-#include <utility>
 
 using namespace GenApi_3_2_TVN;
+using testing::Each;
 
 namespace {
 
-const std::string sound = description("<Integer Name='Gain'><Value>7</Value></Integer>");
+const std::string sound = description(constant("Gain", "7"));
 
 /// A description whose "Gain" has these children.
 std::string body(const std::string &children)
@@ -86,33 +85,30 @@ std::string zipped(const std::vector<std::pair<std::string, std::string>> &files
 
 TEST(Description, AcceptsWhatTheFieldCarries)
 {
-    EXPECT_EQ(loadedPlain(sound), "7");
-    EXPECT_EQ(loadedPlain("\xef\xbb\xbf" + sound), "7") << "byte-order mark";
-    for (const std::size_t padding : {1U, 2U, 3U, 4U, 1000U})
-        EXPECT_EQ(loadedPlain(sound + std::string(padding, '\0')), "7")
-            << "padding of the register: " << padding;
-    EXPECT_EQ(loadedPlain("\xef\xbb\xbf" + sound + '\0'), "7");
-    std::string wide = "\xff\xfe";
     const std::size_t begin = sound.find('\n') + 1;
+    std::string utf16 = "\xff\xfe"; // whose last byte is a zero of its own
     for (const char byte : sound.substr(begin, sound.rfind('>') + 1 - begin))
-        wide += {byte, '\0'};
-    EXPECT_EQ(loadedPlain(wide), "7") << "UTF-16, whose last byte is a zero of its own";
-    EXPECT_EQ(loadedPlain(wide + std::string(7, '\0')), "7");
-    EXPECT_EQ(loadedPlain("<?xml version='1.0' encoding='iso-8859-1'?>" + sound.substr(begin) + "\xe4"), "7");
-    EXPECT_EQ(loadedPlain(sound + std::string(100, '\xff')), "7") << "padding of flash memory";
-    EXPECT_EQ(loadedPlain(body("<Value><!-- old: 6 --><![CDATA[7]]></Value>")), "7");
-    EXPECT_EQ(loadedPlain(body("<Value>&#x37;</Value>")), "7");
+        utf16 += {byte, '\0'};
+    const std::string byteOrderMark = "\xef\xbb\xbf";
+    for (const std::string &text : {
+             sound,
+             byteOrderMark + sound,
+             byteOrderMark + sound + '\0',
+             utf16,
+             utf16 + std::string(7, '\0'),
+             "<?xml version='1.0' encoding='iso-8859-1'?>" + sound.substr(begin) + "\xe4",
+             sound + std::string(100, '\xff'), // padding of flash memory
+             body("<Value><!-- old: 6 --><![CDATA[7]]></Value>"),
+             body("<Value>&#x37;</Value>"),
+         })
+        EXPECT_EQ(loadedPlain(text), "7") << text;
+    for (const std::size_t padding : {1U, 2U, 3U, 4U, 1000U})
+        EXPECT_EQ(loadedPlain(sound + std::string(padding, '\0')), "7") << padding << " zeros";
 }
 
 TEST(Description, RefusesWhatIsNone)
 {
     EXPECT_EQ(loadedPlain(""), "The description is empty");
-    EXPECT_EQ(loadedPlain(std::string(8, '\0')),
-              "The description is no XML: No document element found (line 1, byte 0)");
-    EXPECT_EQ(loadedPlain("not a description"),
-              "The description is no XML: No document element found (line 1, byte 17)");
-    EXPECT_EQ(loadedPlain("<RegisterDescription>\n<Integer Name='A'>"),
-              "The description is no XML: Start-end tags mismatch (line 2, byte 39)");
     EXPECT_EQ(loadedPlain("<Html/>"),
               "The description has the root 'Html' where RegisterDescription is expected");
     EXPECT_EQ(loadedPlain("<!DOCTYPE r [<!ENTITY a 'aaaa'><!ENTITY b '&a;&a;'>]>" +
@@ -125,16 +121,18 @@ TEST(Description, RefusesWhatIsNone)
         << "nor fetched";
     EXPECT_EQ(loadedPlain(body("<Value>7&#x7;&#x110000;</Value>")).substr(0, 23), "Node 'Gain': Value: '7?")
         << "characters that are none";
-    const std::pair<std::string, const char *> unterminated[] = {
+    const std::pair<std::string, const char *> noXml[] = {
+        {std::string(8, '\0'), "No document element found (line 1, byte 0)"},
+        {"not a description", "No document element found (line 1, byte 17)"},
+        {"<RegisterDescription>\n<Integer Name='A'>", "Start-end tags mismatch (line 2, byte 39)"},
         {"<RegisterDescription><Integer Name='Gain>", "Error parsing element attribute (line 1, byte 36)"},
         {"<RegisterDescription><!-- ", "Error parsing comment (line 1, byte 25)"},
         {"<RegisterDescription><![CDATA[", "Error parsing CDATA section (line 1, byte 29)"},
         {"<!DOCTYPE r [<!ENTITY", "Error parsing document type declaration (line 1, byte 20)"},
         {"<RegisterDescription/><", "Could not determine tag type (line 1, byte 22)"},
         {{"\xff\xfe<\0\xe4\0>\0<\0", 10}, "Could not determine tag type (byte 7 as UTF-8)"},
-        {"\xef\xbb\xbf", "No document element found (line 1, byte 3)"},
         {"\x4c\x6f\xa7\x94", "No document element found (line 1, byte 4)"}};
-    for (const auto &[text, fault] : unterminated)
+    for (const auto &[text, fault] : noXml)
         EXPECT_EQ(loadedPlain(text), std::string{"The description is no XML: "} + fault);
     EXPECT_EQ(loadedPlain(std::string((32U << 20) + 1, ' ')), "The description is larger than 32 MiB");
     EXPECT_EQ(refusal([] { CNodeMapFactory{ContentType_Xml, nullptr, 100}; }), "The description is empty");
@@ -147,14 +145,13 @@ TEST(Description, RefusesWhatIsNone)
 
 TEST(Description, DeepNestingNeedsNoStack)
 {
-    std::string nested = description("").substr(0, description("").find("\n</RegisterDescription>"));
-    const int depth = 300'000;
-    for (int level = 0; level < depth; ++level)
-        nested += "<Group>";
-    nested += "<Integer Name='Gain'><Value>7</Value></Integer>";
-    for (int level = 0; level < depth; ++level)
-        nested += "</Group>";
-    EXPECT_EQ(loadedPlain(nested + "</RegisterDescription>"), "7");
+    std::string starts;
+    std::string ends;
+    for (int level = 0; level < 300'000; ++level) {
+        starts += "<Group>";
+        ends += "</Group>";
+    }
+    EXPECT_EQ(loadedPlain(description(starts + constant("Gain", "7") + ends)), "7");
 }
 
 TEST(Description, HoldsAMillionNodes)
@@ -273,38 +270,37 @@ TEST(Sharing, EqualBytesAreParsedOnceAndLetGoWithTheirLastUser)
     EXPECT_TRUE(watched.expired());
 }
 
+/// What \p load gives on several threads at once.
+template <class Load>
+auto onThreads(Load load)
+{
+    std::vector<decltype(load())> results(8);
+    std::vector<std::thread> threads;
+    for (auto &result : results)
+        threads.emplace_back([&] { result = load(); });
+    for (std::thread &thread : threads)
+        thread.join();
+    return results;
+}
+
 /// A name that the index lacks makes the description look for formulas inside registers, once.
 TEST(Sharing, NodeMapsOnSeveralThreadsReadOneDescription)
 {
     const std::string text =
         description("<Integer Name='Gain'><pValue>Where</pValue></Integer><IntReg Name='R'>"
                     "<IntSwissKnife Name='Where'><Formula>7</Formula></IntSwissKnife></IntReg>");
-    std::vector<std::string> outcomes(8);
-    std::vector<std::thread> threads;
-    for (std::string &outcome : outcomes)
-        threads.emplace_back([&] {
-            for (int time = 0; time < 20; ++time)
-                outcome = loadedPlain(text);
-        });
-    for (std::thread &thread : threads)
-        thread.join();
-    for (const std::string &outcome : outcomes)
-        EXPECT_EQ(outcome, "7");
+    for (int time = 0; time < 20; ++time)
+        EXPECT_THAT(onThreads([&] { return loadedPlain(text); }), Each("7"));
 }
 
+/// Of a description that takes long enough to read for the others to begin as well.
 TEST(Sharing, LoadsOnSeveralThreadsGetOneDescription)
 {
-    std::vector<std::shared_ptr<const Description>> results(8);
-    std::vector<std::thread> threads;
-    for (auto &result : results)
-        threads.emplace_back([&result] {
-            for (int time = 0; time < 50; ++time)
-                result = sharedDescription(ContentType_Xml, sound);
-        });
-    for (std::thread &thread : threads)
-        thread.join();
-    for (const auto &result : results)
-        EXPECT_EQ(result, results.front());
+    const std::string text = description(std::string(100'000, ' '));
+    for (int time = 0; time < 20; ++time) {
+        const auto results = onThreads([&] { return sharedDescription(ContentType_Xml, text); });
+        EXPECT_THAT(results, Each(results.front()));
+    }
 }
 
 } // namespace
