@@ -64,7 +64,7 @@ TEST(Register, IsNoLongerThanItWasWhenItWasAsked)
     const std::string place = "<Address>0</Address><pLength>Size</pLength><pPort>Device</pPort>";
     Camera camera{reg("Size", 64, "<Cachable>NoCache</Cachable>") + element("Register", "Table", place) +
                   element("IntReg", "Whole", place) + element("FloatReg", "Real", place) +
-                  element("StringReg", "Text", place)};
+                  element("IntReg", "Back", place + bigEndian) + element("StringReg", "Text", place)};
     camera.nodeMap._Connect(static_cast<IPort *>(&port));
     port.set(0, {0, 0, 0x80, 0x3f, 1});
     std::array<std::uint8_t, 4> bytes{};
@@ -117,10 +117,12 @@ TEST(Register, APortThatSwapsBytesChangesTheOrderAndNotTheBits)
     const std::string place = "<Address>0</Address><Length>4</Length>" + readWrite + "<pPort>Turned</pPort>";
     Camera camera{element("Port", "Turned", "<SwapEndianess>Yes</SwapEndianess>") +
                   element("IntReg", "Whole", place) + element("FloatReg", "Real", place) +
+                  element("IntReg", "Back", place + bigEndian) +
                   element("MaskedIntReg", "Field", place + "<LSB>0</LSB><MSB>7</MSB>")};
     camera.nodeMap._Connect(&camera.port, "Turned");
     camera.port.set(0, {0x3f, 0x80, 0, 1});
     EXPECT_EQ(camera.value("Whole"), 0x3f800001);
+    EXPECT_EQ(camera.value("Back"), 0x0100803f);
     EXPECT_EQ(camera.value("Field"), 1);
     EXPECT_EQ(camera.real("Real")->GetValue(), 0x1.000002p0);
     camera.integer("Field")->SetValue(2);

@@ -85,6 +85,10 @@ public:
             return function(depth - 1);
         case 4:
             return conditional(depth - 1);
+        case 5:
+            if (!isFloat)
+                return chain();
+            [[fallthrough]];
         default:
             return binary(depth - 1);
         }
@@ -215,6 +219,23 @@ private:
         if (by.precedence == shiftPrecedence)
             return joined(left.bound * 0x1p15, true);
         return joined(isOnBits ? 2 * std::max(left.bound, right.bound) + 1 : 1, true);
+    }
+
+    /// Operators in a row, without parentheses: only integers, which wrap, can take what comes out. Not a shift,
+    /// which would reckon with all that follows.
+    Term chain()
+    {
+        std::string text = leaf().text;
+        for (std::size_t length = 3 + random.below(5); length > 0; --length) {
+            const Operator &by = random.pick(operators);
+            const std::string sign = random.pick({"", "", "-", "~"});
+            if (by.precedence == shiftPrecedence)
+                continue;
+            const bool isDivision = by.symbol == "/" || by.symbol == "%";
+            text += spaced(by.symbol);
+            text += isDivision ? std::to_string(1 + random.below(62)) : sign + leaf().text;
+        }
+        return {text, 0, true, logicPrecedence - 1};
     }
 
     Random &random;
