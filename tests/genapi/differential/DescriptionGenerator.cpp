@@ -54,7 +54,7 @@ const std::vector<Pattern> smallNumberPatterns{
     {"IntConverter", "<FormulaTo>FROM</FormulaTo><FormulaFrom>(7-TO)^7</FormulaFrom><pValue>@</pValue>"},
 };
 
-/// Over a byte that is 0 or 2. Each can be a condition.
+/// Over a byte that is 0 or 2. Each but a Command can be a condition.
 const std::vector<Pattern> switchPatterns{
     {"Integer", "<pValue>@</pValue>", {"7", "-1", "256"}},
     {"Float", "<Value>#</Value>", {"2.5"}},
@@ -70,6 +70,8 @@ const std::vector<Pattern> switchPatterns{
     {"IntConverter", "<FormulaTo>FROM*2</FormulaTo><FormulaFrom>TO/2</FormulaFrom><pValue>@</pValue>", {"3"}},
     {"SwissKnife", "<pVariable Name='X'>@</pVariable><Formula>X*2</Formula>"},
     {"Converter", "<FormulaTo>FROM/2</FormulaTo><FormulaFrom>TO*2</FormulaFrom><pValue>@</pValue>", {"6"}},
+    {"Command", "<pValue>@</pValue><CommandValue>0x7</CommandValue>", {""}},
+    {"Command", "<pValue>@</pValue><pCommandValue>@</pCommandValue>", {""}},
 };
 
 /// The pattern with the texts in the place of its "@"s, in order.
@@ -131,7 +133,7 @@ public:
         constexpr std::array<Maker, 20> makers{
             &Self::makeIntReg,     &Self::makeIntReg,     &Self::makeStructReg,  &Self::makeFloatReg,
             &Self::makeString,     &Self::makeRegister,   &Self::makeSwitch,     &Self::makeSwitch,
-            &Self::makeCommand,    &Self::makeValueNode,  &Self::makeValueNode,  &Self::makeLinearConverter,
+            &Self::makeSwitch,     &Self::makeValueNode,  &Self::makeValueNode,  &Self::makeLinearConverter,
             &Self::makeIndexed,    &Self::makeConverter,  &Self::makeConverter,  &Self::makeSwissKnife,
             &Self::makeSwissKnife, &Self::makeSwissKnife, &Self::makeSwissKnife, &Self::makeEnumerated};
         for (int base = 0; base < 8; ++base)
@@ -354,7 +356,7 @@ private:
         if (hasConditions && !pattern.written.empty() && random.chance(30))
             conditions += element("ImposedAccessMode", random.pick({"RO", "RW", "WO"}));
         const std::string name = addPattern(pattern, random.chance(60) ? 2 : 0, conditions);
-        if (conditions.empty())
+        if (conditions.empty() && pattern.tag != std::string_view{"Command"})
             switches.push_back(name);
     }
 
@@ -555,19 +557,6 @@ private:
         ref.increment = 1;
         ref.hasRange = ref.hasRange && slope != "Varying"; // then ours has no limits
         keep(isInteger ? integers : floats, ref);
-    }
-
-    void makeCommand(bool hasNode)
-    {
-        const Ref &target = random.pick(integers);
-        if (!target.isWritable || target.low > 0 || target.high < 8)
-            return;
-        const std::string name =
-            add("Command", fill(hasNode ? "<pValue>@</pValue><pCommandValue>@</pCommandValue>"
-                                        : "<pValue>@</pValue><CommandValue>0x7</CommandValue>",
-                                {target.name, random.pick(smallNumbers).first}));
-        reads.push_back({"mode", name, ""});
-        askWrite(name, "");
     }
 
     /// An enumeration as the target of an integer, which the oracle can't write, and as a variable.
