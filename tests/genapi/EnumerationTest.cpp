@@ -39,12 +39,12 @@ TEST(Enumeration, TellsItsValueAndTheEntryOfIt)
     Camera camera{mode +
                   "<String Name='Text'><pValue>Mode</pValue></String>"
                   "<Enumeration Name='Own'><Value>2</Value>" +
-                  entry("Two", "2") + "</Enumeration>"};
+                  entry("Two", "2") + entry("Second", "2") + "</Enumeration>"};
     const CEnumerationPtr e = camera.enumeration("Mode");
     camera.port.set(0, {0xff});
     EXPECT_EQ(e->GetIntValue(), -1);
     EXPECT_EQ(symbolic(e->GetCurrentEntry()), "Off");
-    EXPECT_EQ(symbolic(camera.enumeration("Own")->GetCurrentEntry()), "Two");
+    EXPECT_EQ(symbolic(camera.enumeration("Own")->GetCurrentEntry()), "Two") << "of two the first";
     e->SetIntValue(3);
     EXPECT_EQ(symbolic(e->GetCurrentEntry()), "Very Fast");
     EXPECT_EQ(camera.text("Text"), "Very Fast");

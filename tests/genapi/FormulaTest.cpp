@@ -191,6 +191,7 @@ TEST(Formula, ConstantsAndExpressionsStandForTheirTexts)
                         "<Constant Name='K'>0x20</Constant><Expression Name='Once'>A + 1</Expression>"
                         "<Expression Name='Twice'>Once * Once</Expression>")};
     EXPECT_EQ(camera.value("F"), 96) << "an expression is a value, not a piece of text";
+    EXPECT_EQ(Camera{knife("K", "<Constant Name='K'>-2</Constant>")}.value("F"), -2);
     Camera faulty{knife("K", "<Constant Name='K'>ten</Constant>")};
     EXPECT_EQ(refusal([&] { faulty.value("F"); }), "Node 'F': Formula: 'ten' is not a number at character 1");
     Camera inner{knife("E1", "<Expression Name='E1'>2 +</Expression>")};

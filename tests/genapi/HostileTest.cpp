@@ -181,6 +181,8 @@ TEST(Hostile, FaultsAreToldWithTheirPlace)
     expectRefusals(
         {Row{gain("Integer", "<pValue>Nothing</pValue>"),
              "Gain': pValue names 'Nothing', which the description does not have"},
+         Row{gain("Integer", "<pIsAvailable>Gone</pIsAvailable><Value>1</Value>"),
+             "Gain': pIsAvailable names 'Gone', which the description does not have"},
          Row{constant("Gain", "1") + constant("Gain", "2"), "Gain' is defined more than once"},
          Row{gain("Integer", "<pValue>Two</pValue>") + constant("Two", "1") + constant("Two", "2"),
              "Two' is defined more than once"},

@@ -57,6 +57,13 @@ TEST(Integer, ReadsAndWritesTheSameBitsOfARegister)
     }
 }
 
+TEST(Integer, LiteralsAreDecimalOrHexadecimal)
+{
+    Camera camera{constant("Zero", "010") + constant("All", "0xFFFFFFFFFFFFFFFF")};
+    EXPECT_EQ(camera.value("Zero"), 10);
+    EXPECT_EQ(camera.value("All"), -1);
+}
+
 TEST(Integer, WritesPastTheRegisterAreRefusedAndReachNoDevice)
 {
     Camera camera{
@@ -142,8 +149,8 @@ TEST(Integer, ConvertersRunOneFormulaForReadsAndOneForWrites)
                   element("IntConverter", "Down",
                           "<FormulaTo>100 - FROM</FormulaTo><FormulaFrom>100 - TO</FormulaFrom>"
                           "<pValue>R</pValue><Slope>Decreasing</Slope>")};
-    camera.integer("Up")->SetValue(36);
-    EXPECT_THAT(camera.port.get(0, 1), ElementsAre(9));
+    camera.integer("Up")->SetValue(39);
+    EXPECT_THAT(camera.port.get(0, 1), ElementsAre(9)) << "by the division of integers";
     EXPECT_EQ(camera.value("Up"), 36);
     EXPECT_EQ(camera.integer("Up")->GetMax(), 1020);
     EXPECT_EQ(camera.integer("Open")->GetMax(), 1020) << "as the converted ends show";

@@ -132,16 +132,18 @@ TEST(Node, ConditionsNarrowTheAccessInTheirOrder)
         element("Boolean", "Flag", "<pValue>Raw</pValue><OnValue>5</OnValue>") + constant("Raw", "5") +
         element("Integer", "Gain",
                 "<pIsImplemented>Flag</pIsImplemented><pIsAvailable>Switch</pIsAvailable><Value>1</Value>") +
-        constant("Switch", "-1") +
+        constant("Switch", "-1") + element("Integer", "Outer", "<pValue>Gain</pValue>") +
         element("Command", "Go",
                 "<pIsLocked>Switch</pIsLocked><pValue>Raw</pValue><CommandValue>9</CommandValue>")};
     EXPECT_EQ(camera.node("Gain")->GetAccessMode(), RW);
     camera.integer("Switch")->SetValue(0);
     EXPECT_EQ(camera.node("Gain")->GetAccessMode(), NA);
+    EXPECT_EQ(camera.node("Outer")->GetAccessMode(), NA);
     EXPECT_EQ(refusal([&] { camera.value("Gain"); }), "Node 'Gain': not available at present");
     camera.integer("Switch")->SetValue(1);
     camera.integer("Raw")->SetValue(6);
     EXPECT_EQ(camera.node("Gain")->GetAccessMode(), NI) << "the flag compares with its OnValue";
+    EXPECT_EQ(camera.node("Outer")->GetAccessMode(), NI);
     EXPECT_EQ(refusal([&] { camera.value("Gain"); }), "Node 'Gain': not implemented");
     EXPECT_EQ(refusal([&] { camera.command("Go")->Execute(); }), "Node 'Go': can only be read");
     camera.boolean("Flag")->SetValue(true);
@@ -186,6 +188,7 @@ TEST(Node, BooleansCommandsAndStringsReachTheirInnerNodes)
         reg("Door", "<Address>8</Address><Length>1</Length>", "<AccessMode>WO</AccessMode>") +
         element("Command", "Go", "<pValue>Raw</pValue><CommandValue>3</CommandValue>") +
         element("Command", "Knock", "<pValue>Door</pValue><pCommandValue>Code</pCommandValue>") +
+        element("Command", "Idle", "<Value>0</Value><CommandValue>7</CommandValue>") +
         constant("Code", "0x2a") + element("String", "Name", "<pValue>NameReg</pValue>") +
         element("String", "Fixed", "<Value>  steady </Value>") +
         element("StringReg", "NameReg", at(16, 6, readWrite))};
@@ -202,6 +205,7 @@ TEST(Node, BooleansCommandsAndStringsReachTheirInnerNodes)
     camera.command("Knock")->Execute();
     EXPECT_THAT(camera.port.get(8, 1), ElementsAre(0x2a));
     EXPECT_TRUE(camera.command("Knock")->IsDone());
+    EXPECT_EQ(camera.node("Idle")->GetAccessMode(), WO);
 
     camera.port.set(16, {'a', 'b', 0, 'x', 'y', 'z'});
     EXPECT_EQ(camera.text("Name"), "ab");

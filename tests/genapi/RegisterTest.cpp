@@ -98,6 +98,7 @@ TEST(Register, EntriesOfAStructureAreFieldsOfOneRegister)
     camera.port.set(16, {0x80, 0x5f});
     EXPECT_EQ(camera.value("Top"), 1);
     EXPECT_EQ(camera.value("Low"), -1);
+    EXPECT_EQ(camera.integer("Low")->GetInc(), 1);
     EXPECT_EQ(camera.value("Fixed"), 5);
     EXPECT_EQ(camera.value("Offset"), 8) << "its formula is found by name";
     camera.integer("Low")->SetValue(-8);
@@ -179,9 +180,12 @@ TEST(Indexed, ValuesAreThoseOfTheirIndex)
                 "<pValueIndexed Index='0x2'>Raw</pValueIndexed><ValueIndexed Index='1'>11</ValueIndexed>"
                 "<ValueDefault>-1</ValueDefault>") +
         element("Float", "Level", half + "<pValueDefault>Raw</pValueDefault>") +
-        element("Float", "Bare", half)};
+        element("Float", "Bare", half) + reg("Fixed", 1) +
+        element("Integer", "Kept",
+                "<pIndex>Selector</pIndex><pValueIndexed Index='1'>Fixed</pValueIndexed>")};
     const auto select = [&](std::int64_t index) { camera.integer("Selector")->SetValue(index); };
     EXPECT_EQ(camera.value("Gain"), 10) << "of two for one index the first";
+    EXPECT_EQ(camera.node("Kept")->GetAccessMode(), RO) << "as the node behind the index";
     EXPECT_EQ(camera.real("Level")->GetValue(), 0.5);
     camera.integer("Gain")->SetValue(12);
     EXPECT_EQ(camera.integer("Gain")->GetMax(), std::numeric_limits<std::int64_t>::max());
