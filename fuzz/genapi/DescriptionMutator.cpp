@@ -11,7 +11,6 @@
 #include <sstream>
 #include <string>
 #include <string_view>
-#include <vector>
 
 /// libFuzzer's own change of bytes in place. \return the new size
 extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t *bytes, std::size_t size, std::size_t maximum);
@@ -23,9 +22,8 @@ class Mutation
 public:
     Mutation(std::string_view xml, unsigned seed) : random{seed}
     {
-        if (!document.load_buffer(xml.data(), xml.size()))
-            return;
-        collect(document.document_element());
+        if (document.load_buffer(xml.data(), xml.size()))
+            elements = document.select_nodes("//*");
     }
 
     /// Whether there is a tree to change.
@@ -34,23 +32,14 @@ public:
     std::string result()
     {
         for (std::size_t changes = 1 + random() % 3; changes > 0; --changes)
-            change(elements[1 + random() % (elements.size() - 1)]);
+            change(elements[1 + random() % (elements.size() - 1)].node());
         std::ostringstream text;
         document.save(text, "", pugi::format_raw | pugi::format_no_declaration);
         return text.str();
     }
 
 private:
-    void collect(pugi::xml_node element)
-    {
-        elements.push_back(element);
-        for (const pugi::xml_node child : element.children()) {
-            if (child.type() == pugi::node_element)
-                collect(child);
-        }
-    }
-
-    pugi::xml_node any() { return elements[random() % elements.size()]; }
+    pugi::xml_node any() { return elements[random() % elements.size()].node(); }
 
     /// The root is never \p element, so it stays.
     void change(pugi::xml_node element)
@@ -98,24 +87,11 @@ private:
         return text;
     }
 
-    static constexpr std::array numbers{"0",
-                                        "1",
-                                        "-1",
-                                        "2",
-                                        "4",
-                                        "8",
-                                        "63",
-                                        "64",
-                                        "1.5",
-                                        "NaN",
-                                        "0x10000",
-                                        "16777217",
-                                        "0x7FFFFFFFFFFFFFFF",
-                                        "-9223372036854775808"};
+    static constexpr std::array numbers{"0", "1", "2", "4", "8", "63", "64", "1.5", "0x10000"};
 
     std::minstd_rand random;
     pugi::xml_document document;
-    std::vector<pugi::xml_node> elements;
+    pugi::xpath_node_set elements;
 };
 
 } // namespace
