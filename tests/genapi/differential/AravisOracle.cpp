@@ -86,93 +86,68 @@ std::string answerOfText(const char *text)
     return text != nullptr ? answerOf(std::string_view{text}) : throw std::runtime_error("no text");
 }
 
-/// Null for a node of another kind.
-template <class Node>
-Node *as(GType type, ArvGcNode *node)
+/// An enumeration is an integer and a text as well, so it is asked first.
+std::string get(ArvGcNode *node)
 {
-    return G_TYPE_CHECK_INSTANCE_TYPE(node, type) ? reinterpret_cast<Node *>(node) : nullptr;
-}
-
-template <class Node>
-Node *require(Node *node)
-{
-    return node != nullptr ? node : throw std::runtime_error("a node of another kind");
-}
-
-/// A node by its interfaces. An enumeration is an integer and a text as well, so it is to be asked first.
-struct Interfaces
-{
-    explicit Interfaces(ArvGcNode *node)
-        : enumeration{as<ArvGcEnumeration>(ARV_TYPE_GC_ENUMERATION, node)},
-          boolean{as<ArvGcBoolean>(ARV_TYPE_GC_BOOLEAN, node)},
-          integer{as<ArvGcInteger>(ARV_TYPE_GC_INTEGER, node)},
-          real{as<ArvGcFloat>(ARV_TYPE_GC_FLOAT, node)},
-          string{as<ArvGcString>(ARV_TYPE_GC_STRING, node)},
-          bytes{as<ArvGcRegister>(ARV_TYPE_GC_REGISTER, node)},
-          command{as<ArvGcCommand>(ARV_TYPE_GC_COMMAND, node)}
-    {}
-
-    ArvGcEnumeration *enumeration;
-    ArvGcBoolean *boolean;
-    ArvGcInteger *integer;
-    ArvGcFloat *real;
-    ArvGcString *string;
-    ArvGcRegister *bytes;
-    ArvGcCommand *command;
-};
-
-std::string get(const Interfaces &node)
-{
-    if (node.enumeration != nullptr)
-        return answerOf(std::int64_t{call(arv_gc_enumeration_get_int_value, node.enumeration)}) + " " +
-               answerOfText(call(arv_gc_enumeration_get_string_value, node.enumeration));
-    if (node.boolean != nullptr)
-        return answerOf(call(arv_gc_boolean_get_value, node.boolean) != FALSE);
-    if (node.integer != nullptr)
-        return answerOf(std::int64_t{call(arv_gc_integer_get_value, node.integer)});
-    if (node.real != nullptr)
-        return answerOf(call(arv_gc_float_get_value, node.real));
-    if (node.string != nullptr)
-        return answerOfText(call(arv_gc_string_get_value, node.string));
-    std::string all(call(arv_gc_register_get_length, require(node.bytes)), '\0');
-    call(arv_gc_register_get, node.bytes, all.data(), all.size());
+    if (ARV_IS_GC_ENUMERATION(node)) {
+        auto *const enumeration = ARV_GC_ENUMERATION(node);
+        return answerOf(std::int64_t{call(arv_gc_enumeration_get_int_value, enumeration)}) + " " +
+               answerOfText(call(arv_gc_enumeration_get_string_value, enumeration));
+    }
+    if (ARV_IS_GC_BOOLEAN(node))
+        return answerOf(call(arv_gc_boolean_get_value, ARV_GC_BOOLEAN(node)) != FALSE);
+    if (ARV_IS_GC_INTEGER(node))
+        return answerOf(std::int64_t{call(arv_gc_integer_get_value, ARV_GC_INTEGER(node))});
+    if (ARV_IS_GC_FLOAT(node))
+        return answerOf(call(arv_gc_float_get_value, ARV_GC_FLOAT(node)));
+    if (ARV_IS_GC_STRING(node))
+        return answerOfText(call(arv_gc_string_get_value, ARV_GC_STRING(node)));
+    if (!ARV_IS_GC_REGISTER(node))
+        throw std::runtime_error("a node without a value");
+    auto *const bytes = ARV_GC_REGISTER(node);
+    std::string all(call(arv_gc_register_get_length, bytes), '\0');
+    call(arv_gc_register_get, bytes, all.data(), all.size());
     return answerOf(std::string_view{all});
 }
 
-std::string bound(const Interfaces &node, const std::string &which)
+std::string bound(ArvGcNode *node, const std::string &which)
 {
-    if (node.integer == nullptr)
-        return answerOf(call(which == "min"   ? arv_gc_float_get_min
-                             : which == "max" ? arv_gc_float_get_max
-                                              : arv_gc_float_get_inc,
-                             require(node.real)));
-    return answerOf(std::int64_t{call(which == "min"   ? arv_gc_integer_get_min
-                                      : which == "max" ? arv_gc_integer_get_max
-                                                       : arv_gc_integer_get_inc,
-                                      node.integer)});
+    if (ARV_IS_GC_INTEGER(node))
+        return answerOf(std::int64_t{call(which == "min"   ? arv_gc_integer_get_min
+                                          : which == "max" ? arv_gc_integer_get_max
+                                                           : arv_gc_integer_get_inc,
+                                          ARV_GC_INTEGER(node))});
+    return answerOf(call(which == "min"   ? arv_gc_float_get_min
+                         : which == "max" ? arv_gc_float_get_max
+                                          : arv_gc_float_get_inc,
+                         ARV_GC_FLOAT(node)));
 }
 
-void set(const Interfaces &node, const std::string &text)
+void set(ArvGcNode *node, const std::string &text)
 {
     const char *const value = text.c_str();
-    if (node.enumeration != nullptr)
-        call(arv_gc_enumeration_set_string_value, node.enumeration, value);
-    else if (node.boolean != nullptr)
-        call(arv_gc_boolean_set_value, node.boolean, text == "true");
-    else if (node.integer != nullptr)
-        call(arv_gc_integer_set_value, node.integer, std::strtoll(value, nullptr, 10));
-    else if (node.real != nullptr)
-        call(arv_gc_float_set_value, node.real, std::strtod(value, nullptr));
-    else if (node.string != nullptr)
-        call(arv_gc_string_set_value, node.string, value);
+    if (ARV_IS_GC_ENUMERATION(node))
+        call(arv_gc_enumeration_set_string_value, ARV_GC_ENUMERATION(node), value);
+    else if (ARV_IS_GC_BOOLEAN(node))
+        call(arv_gc_boolean_set_value, ARV_GC_BOOLEAN(node), text == "true");
+    else if (ARV_IS_GC_INTEGER(node))
+        call(arv_gc_integer_set_value, ARV_GC_INTEGER(node), std::strtoll(value, nullptr, 10));
+    else if (ARV_IS_GC_FLOAT(node))
+        call(arv_gc_float_set_value, ARV_GC_FLOAT(node), std::strtod(value, nullptr));
+    else if (ARV_IS_GC_STRING(node))
+        call(arv_gc_string_set_value, ARV_GC_STRING(node), value);
+    else if (ARV_IS_GC_COMMAND(node))
+        call(arv_gc_command_execute, ARV_GC_COMMAND(node));
     else
-        call(arv_gc_command_execute, require(node.command));
+        throw std::runtime_error("a node that can't be written");
 }
 
 /// The library leaves it to its callers to put these together.
 std::string mode(ArvGcNode *node)
 {
-    auto *const feature = require(as<ArvGcFeatureNode>(ARV_TYPE_GC_FEATURE_NODE, node));
+    if (!ARV_IS_GC_FEATURE_NODE(node))
+        throw std::runtime_error("a node without a mode");
+    auto *const feature = ARV_GC_FEATURE_NODE(node);
     if (call(arv_gc_feature_node_is_implemented, feature) == FALSE)
         return "NI";
     if (call(arv_gc_feature_node_is_available, feature) == FALSE)
@@ -193,13 +168,13 @@ std::string answer(ArvGcNode *node, const Question &question)
     if (question.action == "mode")
         return "mode " + accessMode;
     if (!isGet && question.action != "set")
-        return bound(Interfaces{node}, question.action);
+        return bound(node, question.action);
     if (accessMode == "NI" || accessMode == "NA" || accessMode == (isGet ? "WO" : "RO"))
         throw std::runtime_error(accessMode);
     if (isGet)
-        return get(Interfaces{node});
+        return get(node);
     const Memory before = memory;
-    set(Interfaces{node}, question.value);
+    set(node, question.value);
     return answerOfWrite(before, memory);
 }
 
