@@ -12,22 +12,20 @@ namespace {
 
 std::string entry(const std::string &name, const std::string &value, const std::string &more = "")
 {
-    return "<EnumEntry Name='" + name + "'><Value>" + value + "</Value>" + more + "</EnumEntry>";
+    return element("EnumEntry", name, "<Value>" + value + "</Value>" + more);
 }
 
 /// "Mode" over a register at 0. "Slow" and "Fast" share a value; which of them is there, "IsFast" says.
 const std::string mode =
     constant("IsFast", "1") +
-    "<IntSwissKnife Name='IsSlow'><pVariable Name='F'>IsFast</pVariable>"
-    "<Formula>F = 0</Formula></IntSwissKnife>"
-    "<Enumeration Name='Mode'>" +
-    entry("Off", "-1", "<NumericValue>0.25</NumericValue>") +
+    element("IntSwissKnife", "IsSlow", "<pVariable Name='F'>IsFast</pVariable><Formula>F = 0</Formula>") +
+    "<Enumeration Name='Mode'>" + entry("Off", "-1", "<NumericValue>0.25</NumericValue>") +
     entry("Slow", "3", "<pIsAvailable>IsSlow</pIsAvailable>") +
     entry("Fast", "3", "<pIsAvailable>IsFast</pIsAvailable><Symbolic>Very Fast</Symbolic>") +
-    entry("Twice", "4") + entry("Twice", "5") + "<EnumEntry Name='Broken'><Value>x</Value></EnumEntry>" +
+    entry("Twice", "4") + entry("Twice", "5") + entry("Broken", "x") +
     entry("Once", "6", "<pIsImplemented>IsSlow</pIsImplemented><IsSelfClearing>Yes</IsSelfClearing>") +
-    "<pValue>Raw</pValue></Enumeration><IntReg Name='Raw'>" +
-    at(0, 1, std::string{readWrite} + "<Sign>Signed</Sign>") + "</IntReg>";
+    "<pValue>Raw</pValue></Enumeration>" +
+    element("IntReg", "Raw", at(0, 1, readWrite + "<Sign>Signed</Sign>"));
 
 std::string symbolic(IEnumEntry *entry)
 {
@@ -36,10 +34,9 @@ std::string symbolic(IEnumEntry *entry)
 
 TEST(Enumeration, TellsItsValueAndTheEntryOfIt)
 {
-    Camera camera{mode +
-                  "<String Name='Text'><pValue>Mode</pValue></String>"
-                  "<Enumeration Name='Own'><Value>2</Value>" +
-                  entry("Two", "2") + entry("Second", "2") + "</Enumeration>"};
+    Camera camera{
+        mode + element("String", "Text", "<pValue>Mode</pValue>") +
+        element("Enumeration", "Own", "<Value>2</Value>" + entry("Two", "2") + entry("Second", "2"))};
     const CEnumerationPtr e = camera.enumeration("Mode");
     camera.port.set(0, {0xff});
     EXPECT_EQ(e->GetIntValue(), -1);
@@ -103,13 +100,14 @@ TEST(Enumeration, TakesTheValuesOfEntriesThatAreThere)
 
 TEST(Enumeration, IsANumberForOtherNodes)
 {
-    Camera camera{mode +
-                  "<IntSwissKnife Name='Knife'><pVariable Name='M'>Mode</pVariable>"
-                  "<Formula>M.Enum.Fast * 1000 + M.Min * 100 + M.Max * 10 + M</Formula></IntSwissKnife>"
-                  "<IntSwissKnife Name='Lost'><pVariable Name='M'>Mode</pVariable>"
-                  "<Formula>M.Enum.Up</Formula></IntSwissKnife>"
-                  "<Integer Name='Number'><pValue>Mode</pValue></Integer>"
-                  "<Integer Name='Fixed'><pValue>EnumEntry_Mode_Off</pValue></Integer>"};
+    Camera camera{
+        mode +
+        element("IntSwissKnife", "Knife",
+                "<pVariable Name='M'>Mode</pVariable>"
+                "<Formula>M.Enum.Fast * 1000 + M.Min * 100 + M.Max * 10 + M</Formula>") +
+        element("IntSwissKnife", "Lost", "<pVariable Name='M'>Mode</pVariable><Formula>M.Enum.Up</Formula>") +
+        element("Integer", "Number", "<pValue>Mode</pValue>") +
+        element("Integer", "Fixed", "<pValue>EnumEntry_Mode_Off</pValue>")};
     camera.integer("Number")->SetValue(5);
     EXPECT_EQ(camera.value("Number"), 5);
     EXPECT_EQ(camera.value("Knife"), 3000 - 100 + 60 + 5);

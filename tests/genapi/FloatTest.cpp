@@ -82,20 +82,21 @@ TEST(Float, NumbersAreReadAsDescriptionsWriteThem)
         return Camera{floatOf("X", "<Value>" + text + "</Value>")}.real("X")->GetValue();
     };
     const std::string zeros(400, '0');
-    const std::pair<std::string, double> rows[] = {{" -1.25e-2 ", -0.0125},
-                                                   {"+.5", 0.5},
-                                                   {"5.", 5},
-                                                   {"0x10", 16},
-                                                   {"18446744073709551615", 0x1p64},
-                                                   {"-INF", -infinity},
-                                                   {"1.79769313486232E+308", infinity},
-                                                   {"-" + std::string(400, '9'), -infinity},
-                                                   {"1e-999", 0},
-                                                   {"0." + zeros + "1", 0},
-                                                   {"0." + zeros + "1e+5", 0},
-                                                   {"1" + zeros + "e-5", infinity},
-                                                   {"0." + zeros + "1e99999999999999999999", infinity},
-                                                   {"9." + zeros + "1E-9223372036854775807", 0}};
+    const std::pair<std::string, double> rows[] = {
+        {" -1.25e-2 ", -0.0125},
+        {"+.5", 0.5},
+        {"5.", 5},
+        {"0x10", 16},
+        {"18446744073709551615", 0x1p64},
+        {"-INF", -infinity},
+        {"1.79769313486232E+308", infinity}, // the largest double, rounded up to 15 digits
+        {"-" + std::string(400, '9'), -infinity},
+        {"1e-999", 0},
+        {"0." + zeros + "1", 0},
+        {"0." + zeros + "1e+5", 0},
+        {"1" + zeros + "e-5", infinity},
+        {"0." + zeros + "1e99999999999999999999", infinity},
+        {"9." + zeros + "1E-9223372036854775807", 0}};
     for (const auto &[text, number] : rows)
         EXPECT_EQ(value(text), number) << text;
     EXPECT_TRUE(std::isnan(value("NaN")));
