@@ -146,6 +146,9 @@ TEST(Integer, ConvertersRunOneFormulaForReadsAndOneForWrites)
     Camera camera{constant("Factor", "4") + element("IntReg", "R", at(0, 1, readWrite)) +
                   element("IntConverter", "Up", formulas + "<Slope>Increasing</Slope>") +
                   element("IntConverter", "Open", formulas) +
+                  element("IntConverter", "Wide",
+                          "<FormulaTo>FROM / 2</FormulaTo><FormulaFrom>TO * 2</FormulaFrom>"
+                          "<pValue>Factor</pValue><Slope>Increasing</Slope>") +
                   element("IntConverter", "Down",
                           "<FormulaTo>100 - FROM</FormulaTo><FormulaFrom>100 - TO</FormulaFrom>"
                           "<pValue>R</pValue><Slope>Decreasing</Slope>")};
@@ -154,6 +157,7 @@ TEST(Integer, ConvertersRunOneFormulaForReadsAndOneForWrites)
     EXPECT_EQ(camera.value("Up"), 36);
     EXPECT_EQ(camera.integer("Up")->GetMax(), 1020);
     EXPECT_EQ(camera.integer("Open")->GetMax(), 1020) << "as the converted ends show";
+    EXPECT_EQ(camera.integer("Wide")->GetMax(), highest) << "where the formula would wrap";
     EXPECT_EQ(camera.integer("Down")->GetMin(), -155);
     EXPECT_EQ(camera.integer("Down")->GetMax(), 100);
 }

@@ -104,14 +104,15 @@ TEST(Node, AccessModeIsTheNarrowestOfAllThatIsReferredTo)
         reg("In", oneByte, "<AccessMode>WO</AccessMode>") +
         reg("Imposed", oneByte, "<AccessMode>RW</AccessMode><ImposedAccessMode>RO</ImposedAccessMode>") +
         reg("Torn", oneByte, "<AccessMode>WO</AccessMode><ImposedAccessMode>RO</ImposedAccessMode>") +
+        reg("Shut", oneByte, "<AccessMode>WO</AccessMode><pIsLocked>Own</pIsLocked>") +
         element("Integer", "Outer", "<pValue>Imposed</pValue>") +
         element("IntSwissKnife", "Knife", "<pVariable Name='B'>Both</pVariable><Formula>B</Formula>") +
         element("IntSwissKnife", "Blind", "<pVariable Name='I'>In</pVariable><Formula>I</Formula>") +
         constant("Own", "1")};
     const auto mode = [&](const char *name) { return camera.node(name)->GetAccessMode(); };
     EXPECT_THAT((std::vector{mode("Default"), mode("Both"), mode("In"), mode("Imposed"), mode("Torn"),
-                             mode("Outer"), mode("Knife"), mode("Blind"), mode("Own")}),
-                ElementsAre(RO, RW, WO, RO, NA, RO, RO, NA, RW));
+                             mode("Shut"), mode("Outer"), mode("Knife"), mode("Blind"), mode("Own")}),
+                ElementsAre(RO, RW, WO, RO, NA, NA, RO, RO, NA, RW));
     camera.port.accessMode = RO;
     EXPECT_EQ(mode("Both"), RO);
     EXPECT_EQ(mode("In"), NA);
