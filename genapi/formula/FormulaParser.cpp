@@ -207,7 +207,7 @@ void FormulaParser::parsePrimary()
     if (current.kind != Token::Kind::Number)
         failUnexpected();
     const Token number = std::exchange(current, lexer.next());
-    pushLiteral(number, number.text);
+    emit(Operation::Push, addLiteral(number, number.text));
 }
 
 void FormulaParser::parseIdentifier()
@@ -225,7 +225,7 @@ void FormulaParser::parseIdentifier()
     if (variable != symbols.variables.end())
         return parseVariable(identifier, variable->second, suffix);
     if (const auto constant = symbols.constants.find(identifier.text); constant != symbols.constants.end())
-        return pushLiteral(identifier, constant->second);
+        return pushConstant(identifier, constant->first, constant->second);
     if (const auto found = symbols.expressions.find(identifier.text); found != symbols.expressions.end())
         return parseExpression(found->first, found->second);
     parseFunction(identifier);
@@ -316,13 +316,23 @@ void FormulaParser::requireExpressionDepth(const std::string &name, std::size_t 
                            std::to_string(limits::expressionNesting) + " expressions deep"};
 }
 
-void FormulaParser::pushLiteral(const Token &place, std::string_view text)
+/// The text of a constant may be long, so it is read once, however often it is used.
+void FormulaParser::pushConstant(const Token &place, const std::string &name, const std::string &text)
+{
+    auto known = build.constants.find(name);
+    if (known == build.constants.end())
+        known = build.constants.emplace(name, addLiteral(place, text)).first;
+    emit(Operation::Push, known->second);
+}
+
+/// \return its number
+std::size_t FormulaParser::addLiteral(const Token &place, std::string_view text)
 {
     const std::optional<Literal> literal = parseLiteral(text);
     if (!literal)
         failAt(place, "'" + std::string{text} + "' is not a number");
     formula.literals.push_back(*literal);
-    emit(Operation::Push, formula.literals.size() - 1);
+    return formula.literals.size() - 1;
 }
 
 std::size_t FormulaParser::emit(Operation operation, std::size_t operand)

@@ -24,8 +24,10 @@ struct FormulaBuild
     };
     const FormulaSymbols &symbols;
     std::map<std::string, Expression, std::less<>> expressions{}; ///< those that are done
-    std::map<VariableUse, std::size_t> uses{};                    ///< to their numbers
-    std::vector<std::string> openExpressions{};                   ///< those on the way, outermost first
+    std::map<std::string, std::size_t, std::less<>>
+        constants{};                            ///< those that are used, to their literals' numbers
+    std::map<VariableUse, std::size_t> uses{};  ///< to their numbers
+    std::vector<std::string> openExpressions{}; ///< those on the way, outermost first
     std::size_t totalLength = 0;
     std::size_t nesting = 0;
 };
@@ -56,7 +58,8 @@ private:
     FormulaBuild::Expression compileExpression(const std::string &name, const std::string &text);
     void requireExpressionDepth(const std::string &name, std::size_t ownDepth) const;
     void parseVariable(const Token &identifier, std::size_t variable, std::string_view suffix);
-    void pushLiteral(const Token &place, std::string_view text);
+    void pushConstant(const Token &place, const std::string &name, const std::string &text);
+    std::size_t addLiteral(const Token &place, std::string_view text);
 
     std::size_t emit(Operation operation, std::size_t operand = 0);
     void landHere(std::size_t jump);

@@ -206,20 +206,27 @@ TEST(Formula, ExpressionsThatUseOneAnotherAreBounded)
     EXPECT_EQ(refusal([&] { circle.value("F"); }),
               "Node 'F': Formula: Expression 'E1' leads back to itself (E1 > E2 > E1)");
 
-    const auto doubling = [](int count) {
+    const auto fourfold = [](int count) {
         std::string expressions = "<Expression Name='E0'>1</Expression>";
-        for (int step = 1; step <= count; ++step)
-            expressions += "<Expression Name='E" + std::to_string(step) + "'>E" + std::to_string(step - 1) +
-                           " + E" + std::to_string(step - 1) + "</Expression>";
+        for (int step = 1; step <= count; ++step) {
+            const std::string last = "E" + std::to_string(step - 1);
+            expressions += "<Expression Name='E" + std::to_string(step) + "'>" + last + " + " + last + " + " +
+                           last + " + " + last + "</Expression>";
+        }
         return expressions;
     };
-    EXPECT_EQ(Camera{knife("E16 + E31", doubling(31))}.value("F"), 0x80010000) << "each is evaluated once";
-    Camera deep{knife("E40", doubling(40))};
+    EXPECT_EQ(Camera{knife("E8 + E15", fourfold(15))}.value("F"), 0x40010000) << "each is evaluated once";
+    std::string uses = "C";
+    for (int use = 0; use < 8000; ++use)
+        uses += "+C";
+    Camera longConstant{knife(uses, "<Constant Name='C'>" + std::string(1'000'000, '0') + "1</Constant>")};
+    EXPECT_EQ(longConstant.value("F"), 8001) << "a constant is read once";
+    Camera deep{knife("E40", fourfold(40))};
     EXPECT_EQ(refusal([&] { deep.value("F"); }),
-              "Node 'F': Formula: Expression 'E8' reaches more than 32 expressions deep");
-    Camera steps{knife("E20 + E40", doubling(40))};
+              "Node 'F': Formula: Expression 'E24' reaches more than 16 expressions deep");
+    Camera steps{knife("E10 + E20", fourfold(20))};
     EXPECT_EQ(refusal([&] { steps.value("F"); }),
-              "Node 'F': Formula: Expression 'E20' reaches more than 32 expressions deep")
+              "Node 'F': Formula: Expression 'E10' reaches more than 16 expressions deep")
         << "compiled in steps that are short enough";
 }
 
