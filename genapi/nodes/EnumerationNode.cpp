@@ -39,13 +39,19 @@ void EnumerationNode::GetSymbolics(StringList_t &symbolics)
 {
     NodeList_t nodes;
     GetEntries(nodes);
-    symbolics.clear();
+    StringList_t found;
     const Trail::Step step{map().trail(), *this, Aspect::Entry, ""};
     for (INode *const node : nodes) {
         const auto &entry = dynamic_cast<EnumEntryNode &>(*node);
-        if (isReadable(accessOf(entry)))
-            symbolics.push_back(entry.GetSymbolic());
+        try {
+            if (isReadable(accessOf(entry)))
+                found.push_back(entry.GetSymbolic());
+        } catch (const GenericException &) {
+            if (map().trail().isSpent())
+                throw;
+        }
     }
+    symbolics = found;
 }
 
 std::int64_t EnumerationNode::GetIntValue(bool verify, bool ignoreCache)

@@ -7,6 +7,7 @@
 
 namespace GenApi_3_2_TVN {
 
+using GenICam_3_2_TVN::AccessException;
 using GenICam_3_2_TVN::OutOfRangeException;
 using GenICam_3_2_TVN::PropertyException;
 
@@ -74,6 +75,10 @@ T FeatureValue<T>::read(Reading reading) const
 template <class T>
 void FeatureValue<T>::write(T newValue)
 {
+    for (const Link &copy : pValueCopies)
+        if (!isWritable(copy.accessMode({.includePort = false})))
+            owner.template fail<AccessException>(std::string{"pValueCopy names '"} + copy.node().name() +
+                                                 "', which can't be written");
     current(*this).setValue(newValue);
     for (const Link &copy : pValueCopies)
         copy.set(newValue);
@@ -83,7 +88,7 @@ template <class T>
 Number FeatureValue<T>::minimum()
 {
     if (min.isPresent())
-        return min.value({});
+        return min.number();
     const Link *const inner = current(*this).link();
     return inner != nullptr ? inner->minimum() : lowestOf<T>;
 }
@@ -92,7 +97,7 @@ template <class T>
 Number FeatureValue<T>::maximum()
 {
     if (max.isPresent())
-        return max.value({});
+        return max.number();
     const Link *const inner = current(*this).link();
     return inner != nullptr ? inner->maximum() : highestOf<T>;
 }

@@ -34,9 +34,14 @@ Node &Link::node() const
     return *target;
 }
 
+Number Link::number(Reading reading) const
+{
+    return node().number(tag_, reading);
+}
+
 std::int64_t Link::integer(Reading reading) const
 {
-    const Number value = node().number(tag_, reading);
+    const Number value = number(reading);
     if (const std::optional<std::int64_t> integer = value.truncated())
         return *integer;
     owner->fail<GenICam_3_2_TVN::OutOfRangeException>(std::string{tag_} + " gives " + value.text() +
@@ -45,12 +50,12 @@ std::int64_t Link::integer(Reading reading) const
 
 double Link::real(Reading reading) const
 {
-    return node().number(tag_, reading).real();
+    return number(reading).real();
 }
 
 bool Link::isTrue() const
 {
-    return !node().number(tag_, {}).isZero();
+    return !number({}).isZero();
 }
 
 void Link::set(Number value) const

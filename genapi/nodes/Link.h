@@ -36,7 +36,9 @@ public:
     Node &node() const;
     const char *tag() const { return tag_; }
 
-    /// As an integer, a fraction cut off. As for the following ones, what the other node throws passes through.
+    /// What the other node throws passes through, here and below.
+    Number number(Reading reading) const;
+    /// As an integer, a fraction cut off.
     /// \throws OutOfRangeException  64 bits do not hold it
     std::int64_t integer(Reading reading) const;
     double real(Reading reading) const;

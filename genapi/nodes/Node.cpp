@@ -16,6 +16,34 @@ using GenICam_3_2_TVN::gcstring;
 using GenICam_3_2_TVN::OutOfRangeException;
 using GenICam_3_2_TVN::PropertyException;
 
+namespace {
+
+std::string whole(const char *name)
+{
+    return name;
+}
+
+bool isInsideCharacter(char byte)
+{
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
+/// Of a name that may have megabytes nothing is looked at behind the cut, which lies between characters of UTF-8.
+std::string shortened(const char *name)
+{
+    std::size_t length = 0;
+    while (length <= limits::shownNameLength && name[length] != '\0')
+        ++length;
+    if (length <= limits::shownNameLength)
+        return name;
+    do
+        --length;
+    while (length > 0 && isInsideCharacter(name[length]));
+    return std::string{name, length} + "...";
+}
+
+} // namespace
+
 Node::Node(NodeMap &nodeMap, pugi::xml_node element)
     : nodeMap{nodeMap},
       element{element},
@@ -27,19 +55,24 @@ Node::Node(NodeMap &nodeMap, pugi::xml_node element)
 
 gcstring Node::GetName() const
 {
-    return gcstring{std::string_view{name()}};
+    return gcstring{std::string_view{composeName(whole)}};
 }
 
 std::string Node::name() const
 {
-    std::string own = element.attribute("Name").value();
+    return composeName(shortened);
+}
+
+std::string Node::composeName(std::string (*part)(const char *)) const
+{
+    const std::string own = part(element.attribute("Name").value());
+    const pugi::xml_node parent = element.parent();
+    const std::string outer = part(parent.attribute("Name").value());
     if (std::strcmp(element.name(), "EnumEntry") == 0)
-        return std::string{"EnumEntry_"} + element.parent().attribute("Name").value() + "_" + own;
+        return "EnumEntry_" + outer + "_" + own;
     if (!own.empty())
         return own;
-    const pugi::xml_node parent = element.parent();
-    const std::string outer = parent.attribute("Name").value();
-    return (outer.empty() ? parent.name() : outer) + "/" + element.name();
+    return (outer.empty() ? part(parent.name()) : outer) + "/" + element.name();
 }
 
 bool Node::GetProperty(const gcstring &property, gcstring &value, gcstring &attribute) const
@@ -175,11 +208,13 @@ std::vector<pugi::xml_node> Node::placeChildren() const
 
 const std::vector<pugi::xml_node> &Node::sharedChildren(pugi::xml_node outer) const
 {
-    const auto &shared = nodeMap.structRegs().sharedChildren(outer);
-    if (shared.size() > limits::structRegChildren)
-        fail<PropertyException>("its StructReg has more than " + std::to_string(limits::structRegChildren) +
-                                " children beside the entries");
-    return shared;
+    const StructRegs::Shared &shared = nodeMap.structRegs().shared(outer);
+    if (shared.isTooMuch)
+        fail<PropertyException>("its StructReg has more for its entries than " +
+                                std::to_string(limits::structRegChildren) + " children with " +
+                                std::to_string(limits::structRegAddressParts) + " parts of an address and " +
+                                std::to_string(limits::structRegLength >> 10) + " KiB of text");
+    return shared.children;
 }
 
 std::optional<std::string> Node::childText(const char *tag) const

@@ -58,7 +58,7 @@ public:
     std::int64_t maximumLength(const char *by);
     EAccessMode accessMode(const char *by, AccessQuestion question) const;
 
-    /// For messages and for the trail.
+    /// For messages: a name longer than limits::shownNameLength without its end.
     std::string name() const;
     bool isAsked(Aspect aspect) const { return (askedAspects & static_cast<std::uint8_t>(aspect)) != 0; }
     void setAsked(Aspect aspect, bool isAskedNow) const;
@@ -68,7 +68,7 @@ public:
     /// The first child \p tag. What an entry of a StructReg does not state, its StructReg does.
     pugi::xml_node child(const char *tag) const;
     /// The children that tell where a register lies: of an entry of a StructReg, they stand in its StructReg.
-    /// \throws PropertyException  a StructReg has more children than limits::structRegChildren
+    /// \throws PropertyException  a StructReg has more to share than the limits allow
     std::vector<pugi::xml_node> placeChildren() const;
 
     /// \throws Exception  with the name of this node before \p fault
@@ -116,6 +116,8 @@ protected:
 
 private:
     [[noreturn]] void refuseUse(const char *fault) const;
+    /// The name of the node, of parts that are each made by \p part of a name in the description.
+    std::string composeName(std::string (*part)(const char *)) const;
     /// The StructReg around an entry of one; null for every other node.
     pugi::xml_node structReg() const;
     const std::vector<pugi::xml_node> &sharedChildren(pugi::xml_node structReg) const;

@@ -88,11 +88,25 @@ Node *NodeMap::findEntry(std::string_view name)
 
 Node &NodeMap::nodeOf(pugi::xml_node element)
 {
-    const auto known = nodes.find(element);
-    if (known != nodes.end())
+    if (const auto known = nodes.find(element); known != nodes.end())
         return *known->second;
-    std::unique_ptr<Node> made = makeNode(*this, element);
-    return *nodes.emplace(element, std::move(made)).first->second;
+    if (const auto failure = failures.find(element); failure != failures.end())
+        std::rethrow_exception(failure->second);
+    try {
+        return *nodes.emplace(element, makeNode(*this, element)).first->second;
+    } catch (const GenericException &) {
+        failures.emplace(element, std::current_exception());
+        throw;
+    }
+}
+
+bool NodeMap::keepBytes(std::size_t before, std::size_t after)
+{
+    const std::size_t wanted = keptBytes - before + after;
+    if (wanted > limits::cachedLength)
+        return false;
+    keptBytes = wanted;
+    return true;
 }
 
 bool NodeMap::Connect(IPortStacked *port)

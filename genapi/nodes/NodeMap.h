@@ -11,6 +11,7 @@
 #include "Trail.h"
 
 #include <cstdint>
+#include <exception>
 #include <map>
 #include <memory>
 #include <string_view>
@@ -41,6 +42,7 @@ public:
     /// As GetNode().
     Node *find(std::string_view name);
     /// The node of an element of the description, made if it is the first time.
+    /// \throws GenericException  the element is no node; each time the same
     Node &nodeOf(pugi::xml_node element);
 
     Trail &trail() { return trail_; }
@@ -54,6 +56,8 @@ public:
     void noteChange() { ++changes; }
     std::uint64_t changeCount() const { return changes; }
     bool isCachingEnabled() const { return cachingEnabled; }
+    /// Whether a register may keep \p after bytes in place of \p before; they count as kept then.
+    bool keepBytes(std::size_t before, std::size_t after);
     /// Milliseconds that Poll() has counted.
     std::uint64_t pollClock() const { return pollClock_; }
 
@@ -66,9 +70,11 @@ private:
     std::uint64_t pollClock_ = 0;
     std::uint64_t generation = 0;
     std::uint64_t changes = 0;
+    std::size_t keptBytes = 0;
     Trail trail_;
     StructRegs structRegs_;
     std::map<pugi::xml_node, std::unique_ptr<Node>> nodes;
+    std::map<pugi::xml_node, std::exception_ptr> failures;
 };
 
 } // namespace GenApi_3_2_TVN

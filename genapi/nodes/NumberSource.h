@@ -44,6 +44,9 @@ public:
             return other->integer(reading);
     }
 
+    /// As it is, not yet as a T.
+    Number number() const { return link() != nullptr ? link()->number({}) : Number{std::get<T>(source)}; }
+
     /// A value of the description is kept here, for this node map alone.
     void setValue(T value)
     {

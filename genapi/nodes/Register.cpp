@@ -94,7 +94,7 @@ void Register::read(Reading reading, std::span<std::uint8_t> to)
     std::ranges::copy(cache.bytes, to.begin());
 }
 
-/// The cache is empty until the port has delivered. Of a register too large for it nobody knows whether it has
+/// The cache is empty until the port has delivered. Where it was empty before, nobody knows whether the register has
 /// changed, so it counts as changed.
 void Register::readDevice(std::uint64_t place, std::span<std::uint8_t> to)
 {
@@ -102,11 +102,10 @@ void Register::readDevice(std::uint64_t place, std::span<std::uint8_t> to)
     const bool isKnown = std::exchange(cache.isFilled, false) && cache.address == place;
     std::ranges::fill(to, std::uint8_t{0});
     port.Read(to.data(), static_cast<std::int64_t>(place), std::ssize(to));
-    const bool isKept = to.size() <= limits::cachedRegisterLength;
-    if (!isKept || (isKnown && !std::ranges::equal(cache.bytes, to)))
+    if (!isKnown || !std::ranges::equal(cache.bytes, to))
         owner.map().noteChange();
-    if (!isKept)
-        return cache.bytes.clear();
+    if (to.size() > limits::cachedRegisterLength || !owner.map().keepBytes(cache.bytes.size(), to.size()))
+        return;
     cache.bytes.assign(to.begin(), to.end());
     cache.address = place;
     cache.generation = owner.map().cacheGeneration();

@@ -13,12 +13,18 @@ namespace GenApi_3_2_TVN {
 class StructRegs
 {
 public:
-    /// The children of \p structReg that hold for each of its entries: all parts of the address, and the first of every
-    /// other tag. There is one more than limits::structRegChildren at most, which then stand for too many.
-    const std::vector<pugi::xml_node> &sharedChildren(pugi::xml_node structReg);
+    struct Shared
+    {
+        /// All parts of the address, and the first child of every other tag.
+        std::vector<pugi::xml_node> children;
+        bool isTooMuch = false; ///< a limit is passed, and more was not looked at
+    };
+
+    /// What holds for each entry of \p structReg.
+    const Shared &shared(pugi::xml_node structReg);
 
 private:
-    std::map<pugi::xml_node, std::vector<pugi::xml_node>> known;
+    std::map<pugi::xml_node, Shared> known;
 };
 
 } // namespace GenApi_3_2_TVN

@@ -50,10 +50,15 @@ Trail::Step::~Step()
 void Trail::spend(std::size_t steps)
 {
     spent += steps;
-    if (spent > limits::stepsPerCall)
+    if (isSpent())
         raise<PropertyException>(sourceFileName, quoted(*waiting.front().node) + ": leads to more than " +
                                                      std::to_string(nodesPerCall) +
                                                      " nodes, or to formulas of as much work");
+}
+
+bool Trail::isSpent() const
+{
+    return spent > limits::stepsPerCall;
 }
 
 std::string Trail::arrival() const

@@ -47,6 +47,8 @@ public:
     /// Counts work that a node on the way does, in steps of a formula.
     /// \throws PropertyException  the call has done more than limits::stepsPerCall
     void spend(std::size_t steps);
+    /// Whether it has, so that all that the call still asks is refused.
+    bool isSpent() const;
 
     /// How the node that is being asked was reached: "Node 'Gain': pValue names 'Text'"; from outside,
     /// "Node 'Text'".

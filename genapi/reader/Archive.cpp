@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// See the header. Neither the sizes nor the counts that an archive states are believed: bytes are counted as
-// they come out.
+// See the header. Neither the sizes nor the counts that an archive states are believed: records are counted in its
+// bytes, and the description's bytes as they come out.
 #include "Archive.h"
 
 #include "Limits.h"
@@ -31,6 +31,16 @@ using OpenFile = std::unique_ptr<zip_file_t, CloseFile>;
 [[noreturn]] void refuse(const std::string &text)
 {
     raise<GenICam_3_2_TVN::InvalidArgumentException>("GenApi/Archive", "The zipped description " + text);
+}
+
+/// Each file and each end of an archive has a record with a signature of its own.
+void requireFew(std::string_view bytes, std::string_view signature, std::size_t most, const char *what)
+{
+    std::size_t count = 0;
+    for (std::size_t place = bytes.find(signature); place != std::string_view::npos;
+         place = bytes.find(signature, place + signature.size()))
+        if (++count > most)
+            refuse("holds more than " + std::to_string(most) + " " + what);
 }
 
 OpenArchive openArchive(std::string_view bytes)
@@ -88,6 +98,8 @@ zip_uint64_t findDescription(zip_t *archive)
 
 std::string unpackDescription(std::string_view bytes)
 {
+    requireFew(bytes, "PK\1\2", limits::archiveFiles, "files");
+    requireFew(bytes, "PK\5\6", limits::archiveEnds, "ends");
     const OpenArchive archive = openArchive(bytes);
     const zip_uint64_t index = findDescription(archive.get());
     const OpenFile file{zip_fopen_index(archive.get(), index, 0)};

@@ -28,7 +28,6 @@ public:
 
     /// Whether it was made of exactly these bytes.
     bool isMadeOf(EContentType_t contentType, std::string_view source) const;
-    std::size_t sourceSize() const { return source.size(); }
 
     struct Found
     {

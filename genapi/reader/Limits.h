@@ -9,8 +9,15 @@
 namespace GenApi_3_2_TVN::limits {
 
 /// Bytes of a description, plain or unpacked, and of an archive. Real ones reach 5 MB; parsed, a byte costs
-/// up to sixteen.
+/// up to thirty.
 inline constexpr std::size_t descriptionSize = std::size_t{32} << 20;
+
+/// Files in an archive, and records that end one. The archive's reader takes time with the square of both.
+inline constexpr std::size_t archiveFiles = 256;
+inline constexpr std::size_t archiveEnds = 16;
+
+/// Bytes of a name in a message. A way shows eight names, and each is copied into every message of its node's children.
+inline constexpr std::size_t shownNameLength = 64;
 
 /// Bytes of a name that is taken apart at its underscores.
 inline constexpr std::size_t entryNameLength = 1024;
@@ -23,13 +30,17 @@ inline constexpr std::size_t chainLength = 100;
 inline constexpr std::size_t stepsPerCall = 500'000;
 inline constexpr std::size_t stepsPerNode = 50;
 
-/// Bytes of one register, and of one whose bytes are kept for later reads: a description may have a million.
+/// Bytes of one register, of one whose bytes are kept for later reads, and of all that one node map keeps: a description
+/// may have a million registers.
 inline constexpr std::int64_t registerLength = std::int64_t{16} << 20;
 inline constexpr std::size_t cachedRegisterLength = std::size_t{64} << 10;
+inline constexpr std::size_t cachedLength = std::size_t{16} << 20;
 
-/// Children of a StructReg that each of its entries shares, and so holds a copy of; those with equal tags count once
-/// unless they are parts of the address.
+/// What each entry of a StructReg takes over from it, and so reads and holds for itself: children, of which those with
+/// equal tags count once unless they are parts of the address, those parts, and the bytes of all that.
 inline constexpr std::size_t structRegChildren = 64;
+inline constexpr std::size_t structRegAddressParts = 8;
+inline constexpr std::size_t structRegLength = std::size_t{8} << 10;
 
 /// Bytes of one formula text, and of all texts that one formula leads to.
 inline constexpr std::size_t formulaLength = std::size_t{16} << 10;
@@ -38,6 +49,6 @@ inline constexpr std::size_t formulaTotalLength = std::size_t{64} << 10;
 /// Parentheses, signs, powers and branches within one another in a formula, the operand in the middle counted
 /// in, and expressions that lead to one another.
 inline constexpr std::size_t formulaNesting = 128;
-inline constexpr std::size_t expressionNesting = 32;
+inline constexpr std::size_t expressionNesting = 16;
 
 } // namespace GenApi_3_2_TVN::limits

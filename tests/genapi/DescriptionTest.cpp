@@ -212,6 +212,21 @@ TEST(Archive, BombsAreNotUnpacked)
     EXPECT_EQ(loadedZip(bomb), "The zipped description unpacks to more than 32 MiB");
 }
 
+TEST(Archive, ManyFilesAreNotReadThrough)
+{
+    std::vector<std::pair<std::string, std::string>> files{{"camera.xml", sound}};
+    for (int file = 1; file < 256; ++file)
+        files.emplace_back("f" + std::to_string(file), "");
+    EXPECT_EQ(loadedZip(zipped(files)), "7");
+    files.emplace_back("last", "");
+    EXPECT_EQ(loadedZip(zipped(files)), "The zipped description holds more than 256 files");
+
+    std::string ends = zipped({{"camera.xml", sound}});
+    for (int end = 0; end < 16; ++end)
+        ends += ends.substr(ends.find("PK\x05\x06"), 22);
+    EXPECT_EQ(loadedZip(ends), "The zipped description holds more than 16 ends");
+}
+
 /// What an archive states of a file is not believed: neither does a size of gigabytes take memory, nor does an extra
 /// field that passes the end lead a reader there.
 TEST(Archive, SizesThatLieAreFound)

@@ -64,6 +64,11 @@ TEST(Enumeration, ListsItsEntriesAndFindsThem)
     GenICam_3_2_TVN::gcstring_vector symbolics;
     e->GetSymbolics(symbolics);
     EXPECT_THAT(symbolics, ElementsAre("Off", "Very Fast", "Twice", "Twice"));
+    Camera faulty{"<Enumeration Name='Mode'><Value>2</Value>" +
+                  entry("A", "1", "<pIsAvailable>Nowhere</pIsAvailable>") + entry("B", "2") +
+                  "</Enumeration>"};
+    faulty.enumeration("Mode")->GetSymbolics(symbolics);
+    EXPECT_THAT(symbolics, ElementsAre("B"));
     NodeList_t nodes;
     e->GetEntries(nodes);
     EXPECT_EQ(nodes.size(), 6U) << "without the broken one";

@@ -238,7 +238,7 @@ TEST(Hostile, WritesToWhatIsComputedAreRefused)
     Camera camera{others + formula("Knife", "One") +
                   gain("Integer", "<Value>1</Value><pValueCopy>Knife</pValueCopy>")};
     EXPECT_EQ(refusal([&] { camera.integer("Gain")->SetValue(2); }),
-              "Node 'Gain': pValueCopy names 'Knife', a IntSwissKnife, which takes no number");
+              "Node 'Gain': pValueCopy names 'Knife', which can't be written");
 }
 
 TEST(Hostile, FaultyFeaturesDoNotHideTheOthers)
@@ -251,30 +251,69 @@ TEST(Hostile, FaultyFeaturesDoNotHideTheOthers)
     EXPECT_EQ(features, GenApi_3_2_TVN::NodeList_t{camera.node("One")});
 }
 
-/// Were the children of the StructReg searched and copied anew for each entry, this would take minutes and gigabytes.
-TEST(Hostile, EntriesOfAStructRegShareItsChildren)
+/// Were what they share read and kept by each entry without a limit, this would take minutes and gigabytes.
+TEST(Hostile, EntriesOfAStructRegShareLittle)
 {
     std::string entries;
     for (int entry = 0; entry < 5'000; ++entry)
         entries += element("StructEntry", "E" + std::to_string(entry), "<Bit>0</Bit>");
-    const auto withLinks = [&entries](int links) {
-        std::string nodes = "<StructReg>" + entries + at(0, 1, "<pInvalidator>One</pInvalidator>");
-        for (int link = 0; link < links; ++link)
-            nodes += "<pAddress>One</pAddress>";
-        return others + nodes + "</StructReg>";
+    const auto structReg = [&entries](const std::string &more) {
+        return others + "<StructReg>" + entries + at(0, 1) + more + "</StructReg>";
     };
+    const auto children = [](int count, const std::string &tag, bool areNumbered = false) {
+        std::string made;
+        for (int number = 0; number < count; ++number) {
+            const std::string own = areNumbered ? tag + std::to_string(number) : tag;
+            made += "<" + own + ">One</" + own + ">";
+        }
+        return made;
+    };
+    Camera camera{
+        structReg(children(7, "pAddress") + children(1000, "pInvalidator") + children(53, "Tag", true))};
     GenApi_3_2_TVN::NodeList_t list;
-    Camera camera{withLinks(60)};
     camera.nodeMap._GetNodes(list);
     EXPECT_GT(list.size(), 5'000U);
-    camera.port.set(60, {1});
+    camera.port.set(7, {1});
     EXPECT_EQ(camera.value("E4999"), 1);
 
-    Camera greedy{withLinks(61)};
-    greedy.nodeMap._GetNodes(list);
-    EXPECT_LT(list.size(), 10U);
-    EXPECT_EQ(refusal([&] { greedy.value("E0"); }),
-              "Node 'E0': its StructReg has more than 64 children beside the entries");
+    for (const std::string &more : {children(8, "pAddress"), children(62, "Tag", true),
+                                    "<Unit>" + std::string(8200, 'm') + "</Unit>"}) {
+        Camera greedy{structReg(more)};
+        greedy.nodeMap._GetNodes(list);
+        EXPECT_LT(list.size(), 10U);
+        EXPECT_EQ(refusal([&] { greedy.value("E0"); }), "Node 'E0': its StructReg has more for its entries "
+                                                        "than 64 children with 8 parts of an address and "
+                                                        "8 KiB of text");
+    }
+}
+
+/// A node that can't be made is not tried again for each reference to it.
+TEST(Hostile, FailuresAreRemembered)
+{
+    std::string entries;
+    std::string features;
+    for (int count = 0; count < 5'000; ++count) {
+        entries += "<EnumEntry Name='E" + std::to_string(count) + "'/>";
+        features += "<pFeature>Gain</pFeature>";
+    }
+    Camera camera{gain("Enumeration", entries) + element("Category", "Root", features)};
+    GenApi_3_2_TVN::NodeList_t list;
+    GenApi_3_2_TVN::CCategoryPtr(camera.node("Root"))->GetFeatures(list);
+    EXPECT_TRUE(list.empty());
+    for (int time = 0; time < 2; ++time)
+        EXPECT_EQ(refusal([&] { camera.node("Gain"); }), "Node 'Gain': neither Value nor pValue");
+}
+
+TEST(Hostile, LongNamesAreCutInMessages)
+{
+    const std::string name = std::string(63, 'n') + "\xc3\xa4" + std::string(1000, 'n');
+    Camera camera{element("Integer", name, "")};
+    EXPECT_EQ(refusal([&] { camera.node(name); }),
+              "Node '" + std::string(63, 'n') + "...': neither Value nor pValue");
+    const std::string fit(64, 'n');
+    Camera other{constant(fit, "x") + constant(name, "1")};
+    EXPECT_EQ(refusal([&] { other.node(fit); }), "Node '" + fit + "': Value: 'x' is not a 64-bit integer");
+    EXPECT_EQ(other.node(name)->GetName(), name.c_str());
 }
 
 TEST(Hostile, TextsAreCutToTheirBuffer)

@@ -9,6 +9,7 @@
 #include <limits>
 
 using testing::ElementsAre;
+using testing::IsEmpty;
 
 namespace {
 
@@ -107,6 +108,12 @@ TEST(Integer, RangeAndStepComeFromItselfFirstAndThenFromWhatItRefersTo)
     EXPECT_EQ(camera.integer("Outer")->GetInc(), 8);
     EXPECT_EQ(camera.integer("Sensor")->GetMin(), lowest);
 
+    Camera between{"<SwissKnife Name='Low'><Formula>1.5</Formula></SwissKnife>"
+                   "<SwissKnife Name='Endless'><Formula>1/0</Formula></SwissKnife>" +
+                   element("Integer", "Gain", "<Value>2</Value><pMin>Low</pMin><pMax>Endless</pMax>")};
+    EXPECT_EQ(between.integer("Gain")->GetMin(), 2) << "the first integer inside";
+    EXPECT_EQ(between.integer("Gain")->GetMax(), highest);
+
     camera.integer("Width")->SetValue(640);
     EXPECT_EQ(refusal([&] { camera.integer("Width")->SetValue(648); }),
               "Node 'Width': 648 lies outside 16 to 640");
@@ -133,6 +140,12 @@ TEST(Integer, CopiesAreWrittenAlongInOrderAndOwnValuesStayInTheirNodeMap)
     camera.integer("Gain")->SetValue(7);
     EXPECT_THAT(camera.port.accesses, ElementsAre("W 0 1", "W 1 1", "W 2 1"));
     EXPECT_THAT(camera.port.get(0, 3), ElementsAre(7, 7, 7));
+
+    Camera half{element("Integer", "Gain", "<pValue>A</pValue><pValueCopy>B</pValueCopy>") +
+                element("IntReg", "A", at(0, 1, readWrite)) + element("IntReg", "B", at(1, 1))};
+    EXPECT_EQ(refusal([&] { half.integer("Gain")->SetValue(7); }),
+              "Node 'Gain': pValueCopy names 'B', which can't be written");
+    EXPECT_THAT(half.port.accesses, IsEmpty()) << "all or none";
 
     camera.integer("Own")->SetValue(17);
     EXPECT_EQ(camera.value("Own"), 17);

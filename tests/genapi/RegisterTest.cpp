@@ -144,6 +144,35 @@ TEST(Cache, EndsWhenAReadFindsAnInvalidatorChanged)
     EXPECT_EQ(camera.value("Kept"), 0);
 }
 
+TEST(Cache, EndsWhenAnInvalidatorIsReadOfWhichNothingWasKnown)
+{
+    Camera camera{reg("Live", 0) + reg("Dependent", 1, "<pInvalidator>Live</pInvalidator>")};
+    EXPECT_EQ(camera.value("Dependent"), 0);
+    camera.port.set(0, {1, 1});
+    camera.value("Live");
+    EXPECT_EQ(camera.value("Dependent"), 1) << "it may have been another before";
+
+    camera.port.failure = "timeout";
+    EXPECT_THROW(camera.integer("Live")->GetValue(false, true), std::runtime_error);
+    camera.port.failure.clear();
+    camera.port.set(0, {2, 2});
+    camera.value("Live");
+    EXPECT_EQ(camera.value("Dependent"), 2);
+}
+
+TEST(Cache, HoldsSixteenMegabytesInAll)
+{
+    std::string tables;
+    for (int table = 0; table < 257; ++table)
+        tables += element("StringReg", "T" + std::to_string(table), at(0, 65536));
+    Camera camera{tables};
+    for (int table = 0; table < 257; ++table)
+        camera.text("T" + std::to_string(table));
+    camera.port.set(0, {'a'});
+    EXPECT_EQ(camera.text("T0") + camera.text("T255"), "");
+    EXPECT_EQ(camera.text("T256"), "a");
+}
+
 TEST(Cache, HoldsRegistersUpTo64KiB)
 {
     Camera camera{element("StringReg", "Table", at(0, 65536)) + element("StringReg", "File", at(0, 65537)) +
