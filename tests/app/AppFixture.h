@@ -13,6 +13,8 @@
 #include <QApplication>
 #include <QEventLoop>
 #include <QMessageBox>
+#include <QPushButton>
+#include <QRegularExpression>
 #include <QSemaphore>
 #include <QTest>
 #include <QTimer>
@@ -22,7 +24,7 @@
 #include <utility>
 #include <vector>
 
-/// The rows of a test, each a name and then the texts of the \p columns.
+/// The rows of a test, each a name and then the texts of the \p columns, of which the last ones may be missing.
 inline void addRows(const std::vector<const char *> &columns,
                     const std::vector<std::vector<const char *>> &rows)
 {
@@ -30,23 +32,25 @@ inline void addRows(const std::vector<const char *> &columns,
         QTest::addColumn<QString>(column);
     for (const auto &row : rows) {
         QTestData &data = QTest::newRow(row.front());
-        for (std::size_t place = 1; place < row.size(); ++place)
-            data << QString(row[place]);
+        for (std::size_t place = 1; place <= columns.size(); ++place)
+            data << QString(place < row.size() ? row[place] : "");
     }
 }
 
-/// A configuration of cameras: "A B,lock=none / C" has A and B on one interface, and C on a second one.
+/// A configuration of cameras: "A B,lock=none / C" has A and B on one interface, and C on a second one. Of "//C" there is
+/// the third interface alone.
 inline std::string cameras(const QString &plan)
 {
+    static const QRegularExpression text("=(?!\\d+$)(.*)");
     QString toml;
     const QStringList interfaces = plan.split('/');
     for (int number = 0; number < interfaces.size(); ++number) {
-        toml += QString("[[interface]]\nid = \"eth%1\"\n").arg(number);
+        if (!interfaces[number].isEmpty())
+            toml += QString("[[interface]]\nid = \"eth%1\"\n").arg(number);
         for (const QString &camera : interfaces[number].split(' ', Qt::SkipEmptyParts)) {
-            QStringList settings = camera.split(',');
-            toml += "[[interface.camera]]\nid = \"" + settings.takeFirst() + "\"\n";
-            for (const QString &setting : settings)
-                toml += QString(setting).replace("=", " = \"") + "\"\n";
+            toml += "[[interface.camera]]\n";
+            for (QString &setting : ("id=" + camera).split(','))
+                toml += setting.replace(text, "=\"\\1\"") + '\n';
         }
     }
     return toml.toStdString();
@@ -90,7 +94,7 @@ public:
         QObject::disconnect(connection);
     }
 
-    /// What the model has emitted since the last call: "dataChanged 0..1, selectedChanged 0 from -".
+    /// What the model has emitted since the last call, such as "dataChanged 0..1, selectedChanged 0 from -".
     QString takeEmitted() { return std::exchange(emitted, {}).join(", "); }
 
     QModelIndex row(int position) const { return model->index(position, 0); }
@@ -156,14 +160,17 @@ struct ModelList : CameraList
     DeviceItemModel deviceModel{nullptr, backEnd};
 };
 
-/// Closes each message box by its first button as soon as it is seen, and keeps what it showed.
+/// Answers each message box as soon as it is seen, and keeps what it showed.
 class MessageBoxes : public QObject
 {
 public:
-    MessageBoxes() { startTimer(20); }
+    MessageBoxes() { startTimer(5); }
 
-    /// Their texts. For a box that has more than a text and the default button: title, and class of the parent.
+    /// Their texts, and what else they have: "informative text", "icon 1", "CANCEL" by default. Of those of a parent:
+    /// title and class of the parent.
     QStringList taken() { return std::exchange(texts, {}); }
+
+    QMessageBox::StandardButton answer = QMessageBox::Ok;
 
 protected:
     void timerEvent(QTimerEvent *) override
@@ -171,12 +178,17 @@ protected:
         auto *const box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
         if (!box || !box->isVisible())
             return;
-        const bool isPlain = box->windowTitle().isEmpty() && box->icon() == QMessageBox::NoIcon &&
-                             box->informativeText().isEmpty() && !box->parent() &&
-                             box->standardButtons() == QMessageBox::Ok;
-        const char *const owner = box->parent() ? box->parent()->metaObject()->className() : "nobody";
-        texts << (isPlain ? box->text() : box->windowTitle() + " of " + owner);
-        QTest::mouseClick(box->buttons().first(), Qt::LeftButton);
+        QStringList parts{box->text()};
+        if (!box->informativeText().isEmpty())
+            parts << box->informativeText();
+        if (box->icon() != QMessageBox::NoIcon)
+            parts << QString("icon %1").arg(box->icon());
+        if (QPushButton *const cancel = qobject_cast<QPushButton *>(box->button(QMessageBox::Cancel)))
+            parts << (box->defaultButton() == cancel ? "CANCEL" : "Cancel");
+        if (box->parent())
+            parts = QStringList{box->windowTitle(), "of", box->parent()->metaObject()->className()};
+        texts << parts.join(' ');
+        QTest::mouseClick(box->button(answer), Qt::LeftButton);
     }
 
 private:

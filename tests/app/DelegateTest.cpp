@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QSignalSpy>
 #include <QStandardItemModel>
+#include <functional>
 
 class DelegateTest : public QObject
 {
@@ -18,8 +19,6 @@ private slots:
 };
 
 namespace {
-
-const QRect place(30, 20, 520, 64); // away from the corner, so that edges and sizes differ
 
 QImage painted(const std::function<void(QPainter &)> &paint)
 {
@@ -37,33 +36,6 @@ QImage painted(const std::function<void(QPainter &)> &paint)
     return image;
 }
 
-QImage expectedRow(const QStandardItem &item, const QColor &background, const QColor &ink, bool isItalic)
-{
-    return painted([&](QPainter &painter) {
-        painter.save();
-        if (background.isValid())
-            painter.fillRect(30, 20, 520, 64, background);
-        painter.drawPixmap(34, 28, 24, 24, item.data(Qt::DecorationRole).value<QPixmap>());
-        QFont font = painter.font();
-        font.setItalic(isItalic);
-        font.setBold(true);
-        painter.setPen(ink);
-        painter.setFont(font);
-        // Past the right edge, which is at 549.
-        painter.drawText(70, 28, 541, 24, Qt::AlignVCenter, item.data(258).toString());
-        font.setBold(false);
-        painter.setFont(font);
-        QRect end;
-        painter.drawText(70, 52, 484, 24, Qt::AlignVCenter, "Serial: " + item.data(259).toString(), &end);
-        const auto next = [&end] { return QRect(QPoint(end.right() + 16, 52), QPoint(541, 75)); };
-        if (const QString ip = item.data(260).toString(); !ip.isEmpty())
-            painter.drawText(next(), Qt::AlignVCenter, ip, &end);
-        if (const QString mac = item.data(261).toString(); !mac.isEmpty())
-            painter.drawText(next(), Qt::AlignVCenter, "MAC: " + mac);
-        painter.restore();
-    });
-}
-
 } // namespace
 
 void DelegateTest::row_data()
@@ -72,50 +44,63 @@ void DelegateTest::row_data()
     const char *const tooLong =
         "A name that does not end at the edge of the row, nor at any other place that is near to it|"
         "S-0123456789-0123456789-0123456789-0123456789-0123456789|192.168.0.11|00:11:22:33:44:01";
-    addRows(
-        {"texts", "icon", "flags", "background"},
-        {{"all", texts, "lock", "available", ""},
-         {"no addresses", "SimCam U3|U3-1||", "", "available", ""},
-         {"MAC alone", "SimCam G5|G5-0001||00:11:22:33:44:01", "lock-alert", "available", ""},
-         {"IP alone", "SimCam G5|7|10.0.0.1|", "lock-open-variant", "available", ""},
-         {"no texts", "|||", "", "available", ""},
-         {"too long", tooLong, "", "available", ""},
-         {"not room for all", "|S-0123456789-0123456789|192.168.0.11|00:11:22:33:44:01", "", "available", ""},
-         {"not available", texts, "lock", "", ""},
-         {"not available, open", texts, "lock", "open", ""},
-         {"selected", texts, "lock", "available selected", "#f8f8f8"},
-         {"hover", texts, "lock", "hover", "#c9e0e2"},
-         {"selected, hover", texts, "lock", "available selected hover", "#c9e0e2"}});
+    addRows({"texts", "flags", "background"},
+            {{"all", texts, "available", ""},
+             {"MAC alone", "SimCam G5|G5-0001||00:11:22:33:44:01", "available", ""},
+             {"IP alone", "SimCam G5|7|10.0.0.1|", "available", ""},
+             {"too long", tooLong, "available", ""},
+             {"not room for all", "|S-0123456789-0123456789|192.168.0.11|00:11:22:33:44:01", "available", ""},
+             {"not available", texts, "", ""},
+             {"not available, open", texts, "open", ""},
+             {"selected", texts, "available selected", "#f8f8f8"},
+             {"selected, hover", texts, "available selected hover", "#c9e0e2"}});
 }
 
 void DelegateTest::row()
 {
     QFETCH(QString, texts);
-    QFETCH(QString, icon);
     QFETCH(QString, flags);
     QFETCH(QString, background);
+    const QStringList text = texts.split('|');
+    const QPixmap icon(":/icons/lock.png");
     auto *const item = new QStandardItem;
-    int role = DeviceItemModel::ModelNameRole;
-    for (const QString &text : texts.split('|'))
-        item->setData(text, role++);
-    item->setData(QPixmap(":/icons/" + icon + ".png"), Qt::DecorationRole);
+    for (int place = 0; place < text.size(); ++place)
+        item->setData(text[place], DeviceItemModel::ModelNameRole + place);
+    item->setData(icon, Qt::DecorationRole);
     item->setData(flags.contains("available"), DeviceItemModel::IsAvailableRole);
     item->setData(flags.contains("open"), DeviceItemModel::IsOpenRole);
     QStandardItemModel model;
     model.appendRow(item);
-
-    const DeviceItemDelegate delegate(nullptr);
     QStyleOptionViewItem option;
-    option.rect = place;
+    option.rect = QRect(30, 20, 520, 64); // away from the corner, so that edges and sizes differ
     option.state.setFlag(QStyle::State_Selected, flags.contains("selected"));
     option.state.setFlag(QStyle::State_MouseOver, flags.contains("hover"));
-    const QImage image = painted([&](QPainter &painter) { delegate.paint(&painter, option, item->index()); });
-    const bool isInactive = !flags.contains("available") && !flags.contains("open");
-    QCOMPARE(image, expectedRow(*item, background.isEmpty() ? QColor() : QColor(background),
-                                isInactive ? QColor(100, 100, 100) : QColor(0, 0, 0), isInactive));
-    QCOMPARE(image.pixelColor(place.topLeft()),
-             background.isEmpty() ? QColor(Qt::yellow) : QColor(background));
-    QCOMPARE(image.pixelColor(place.bottomRight()), image.pixelColor(place.topLeft()));
+    const QImage image = painted(
+        [&](QPainter &painter) { DeviceItemDelegate(nullptr).paint(&painter, option, item->index()); });
+
+    const QImage expected = painted([&](QPainter &painter) {
+        painter.save();
+        if (!background.isEmpty())
+            painter.fillRect(option.rect, QColor(background));
+        painter.drawPixmap(34, 28, 24, 24, icon);
+        QFont font = painter.font();
+        font.setItalic(flags.isEmpty());
+        font.setBold(true);
+        painter.setFont(font);
+        painter.setPen(flags.isEmpty() ? QColor(100, 100, 100) : QColor(0, 0, 0));
+        painter.drawText(70, 28, 541, 24, Qt::AlignVCenter, text[0]); // past the right edge, which is at 549
+        font.setBold(false);
+        painter.setFont(font);
+        QRect end;
+        painter.drawText(70, 52, 484, 24, Qt::AlignVCenter, "Serial: " + text[1], &end);
+        const auto next = [&end] { return QRect(QPoint(end.right() + 16, 52), QPoint(541, 75)); };
+        if (!text[2].isEmpty())
+            painter.drawText(next(), Qt::AlignVCenter, text[2], &end);
+        if (!text[3].isEmpty())
+            painter.drawText(next(), Qt::AlignVCenter, "MAC: " + text[3]);
+        painter.restore();
+    });
+    QCOMPARE(image, expected);
 }
 
 void DelegateTest::sizes()
@@ -125,9 +110,8 @@ void DelegateTest::sizes()
     const QStandardItemModel model(2, 1);
     const QSignalSpy spy(&delegate, &DeviceItemDelegate::sizeHintChanged);
     delegate.onSelectedChanged(model.index(1, 0), model.index(0, 0));
-    QCOMPARE(spy.count(), 2);
-    QCOMPARE(spy[0][0].toModelIndex(), model.index(0, 0));
-    QCOMPARE(spy[1][0].toModelIndex(), model.index(1, 0));
+    QCOMPARE(spy.value(0), QVariantList{model.index(0, 0)});
+    QCOMPARE(spy.value(1), QVariantList{model.index(1, 0)});
 }
 
 QTEST_MAIN(DelegateTest)

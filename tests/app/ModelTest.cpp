@@ -11,7 +11,6 @@ class ModelTest : public QObject
     Q_OBJECT
 
 private slots:
-    void slotSequence_data();
     void slotSequence();
     void frame();
     void rowOfCamera_data();
@@ -22,110 +21,94 @@ private slots:
     void lockChange();
 };
 
-void ModelTest::slotSequence_data()
-{
-    QTest::addColumn<int>("count");
-    for (const int count : {1, 63, 64, 65, 128, 129, 256, 257, 1000})
-        QTest::addRow("%d", count) << count;
-}
-
 // Counts around the borders of the chunks.
 void ModelTest::slotSequence()
 {
-    QFETCH(int, count);
-    SlotSequence<std::shared_ptr<int>> sequence;
-    QVERIFY_EXCEPTION_THROWN(sequence.at(0), std::out_of_range);
-    for (int value = 0; value < count; ++value)
-        sequence.append(std::make_shared<int>(value));
-    for (int position = 0; position < count; ++position)
-        QCOMPARE(*sequence.at(position), position);
-    QVERIFY_EXCEPTION_THROWN(sequence.at(-1), std::out_of_range);
-    QVERIFY_EXCEPTION_THROWN(sequence.at(count), std::out_of_range);
+    for (const int count : {1, 64, 65, 129, 257, 1000}) {
+        SlotSequence<std::shared_ptr<int>> sequence;
+        QVERIFY_EXCEPTION_THROWN(sequence.at(0), std::out_of_range);
+        for (int value = 0; value < count; ++value)
+            sequence.append(std::make_shared<int>(value));
+        for (int position = 0; position < count; ++position)
+            QCOMPARE(*sequence.at(position), position);
+        QVERIFY_EXCEPTION_THROWN(sequence.at(-1), std::out_of_range);
+        QVERIFY_EXCEPTION_THROWN(sequence.at(count), std::out_of_range);
 
-    const std::weak_ptr<int> last = sequence.at(count - 1);
-    sequence.cut(count - 1);
-    QCOMPARE(sequence.count(), count - 1);
-    QCOMPARE(*sequence.at(count - 1), count - 1);
-    sequence.release(0); // the announcement of a pass before the cut
-    QCOMPARE(*sequence.at(count - 1), count - 1);
-    sequence.release(sequence.cuts());
-    QVERIFY(last.expired());
-    QVERIFY_EXCEPTION_THROWN(sequence.at(count - 1), std::out_of_range);
+        const std::weak_ptr<int> last = sequence.at(count - 1);
+        sequence.cut(count - 1);
+        QCOMPARE(sequence.count(), count - 1);
+        sequence.release(0); // the announcement of a pass before the cut
+        QCOMPARE(sequence.at(count - 1), last.lock());
+        sequence.release(sequence.cuts());
+        QVERIFY(last.expired());
+        QVERIFY_EXCEPTION_THROWN(sequence.at(count - 1), std::out_of_range);
 
-    sequence.cut(0);
-    sequence.append(std::make_shared<int>(-1));
-    sequence.release(sequence.cuts());
-    QCOMPARE(sequence.count(), 1);
-    QCOMPARE(*sequence.at(0), -1);
-    QVERIFY_EXCEPTION_THROWN(sequence.at(1), std::out_of_range);
+        sequence.cut(0);
+        sequence.append(std::make_shared<int>(-1));
+        sequence.release(sequence.cuts());
+        QCOMPARE(*sequence.at(0), -1);
+        QVERIFY_EXCEPTION_THROWN(sequence.at(1), std::out_of_range);
+    }
 }
 
 void ModelTest::frame()
 {
-    const QHash<int, QByteArray> names{
-        {257, "type"},       {258, "modelname"},   {260, "ipaddress"},
-        {261, "macaddress"}, {262, "isavailable"}, {263, "ispasswordprotected"},
-        {264, "isopen"},     {265, "islocked"},    {266, "hasdefaultpassword"}};
     ModelList list("A B,access=busy");
     const DeviceItemModel &model = *list.model;
-    QVERIFY(model.producersFound());
-    QCOMPARE(model.roleNames(), names);
+    QList<QByteArray> names;
+    for (int role = 256; role < 268; ++role)
+        names << model.roleNames().value(role);
+    QCOMPARE(names.join(' '),
+             QByteArray(" type modelname  ipaddress macaddress isavailable ispasswordprotected "
+                        "isopen islocked hasdefaultpassword "));
     QCOMPARE(model.columnCount(), 3);
     QCOMPARE(model.rowCount(list.row(0)), 2);
     for (const int role : {int(Qt::DisplayRole), 256, 267})
         QVERIFY(!list.value(0, role).isValid());
-    for (int row = 0; row < 2; ++row) {
-        const QModelIndex index = model.index(row, 7, list.row(0));
-        QCOMPARE(index.column(), 7);
-        QCOMPARE(index.internalPointer(), list.backEnd->devices().at(std::size_t(row)));
-        QCOMPARE(index.parent(), QModelIndex());
-        QCOMPARE(model.flags(index), Qt::ItemIsSelectable | Qt::ItemIsEnabled);
-    }
+    const QModelIndex index = model.index(1, 7, list.row(0));
+    QCOMPARE(index.column(), 7);
+    QCOMPARE(index.internalPointer(), list.backEnd->devices().at(1));
+    QCOMPARE(index.parent(), QModelIndex());
+    QCOMPARE(model.flags(index), Qt::ItemIsSelectable | Qt::ItemIsEnabled);
     QVERIFY(!model.index(-1, 0).isValid());
-    QVERIFY(!model.index(2, 0).isValid());
 }
 
 void ModelTest::rowOfCamera_data()
 {
     const char *const texts = "Unknown|SimCam|A|192.168.0.10|00:11:22:33:44:55";
     const char *const noAddresses = "Unknown|SimCam|A||";
-    addRows({"settings", "texts", "flags", "icon"},
-            {{"locked", "", texts, "available protected locked", "lock"},
-             {"unlocked", ",lock=unlocked", texts, "available protected", "lock-open-variant"},
-             {"default, locked", ",lock=default", texts, "available protected locked default", "lock-alert"},
-             {"without a lock", ",lock=none", texts, "available", ""},
-             {"read-only", ",access=readonly", texts, "protected locked", "lock"},
-             {"busy", ",access=busy", noAddresses, "", ""},
-             {"USB", ",type=U3V,lock=default", noAddresses, "available locked default", ""},
-             {"other transport", ",type=gev", noAddresses, "available locked", ""},
-             {"highest addresses", ",ip=255.254.1.0,mac=FE:DC:BA:98:76:54",
-              "Unknown|SimCam|A|255.254.1.0|fe:dc:ba:98:76:54", "available protected locked", "lock"},
-             {"no addresses", ",ip=0.0.0.0,mac=00:00:00:00:00:00",
-              "Unknown|SimCam|A|0.0.0.0|00:00:00:00:00:00", "available protected locked", "lock"},
-             {"UTF-8", ",model=K\u00e4mera\u2122,serial=\u211607,lock=none",
-              "Unknown|K\u00e4mera\u2122|\u211607|192.168.0.10|00:11:22:33:44:55", "available", ""}});
+    addRows(
+        {"settings", "texts", "flags", "icon"},
+        {{"unlocked", ",lock=unlocked", texts, "available protected", "lock-open-variant"},
+         {"default, locked", ",lock=default", texts, "available protected locked default", "lock-alert"},
+         {"without a lock", ",lock=none", texts, "available", ""},
+         {"read-only", ",access=readonly", texts, "protected locked", "lock"},
+         {"busy", ",access=busy", noAddresses, "", ""},
+         {"USB", ",type=U3V,lock=default", noAddresses, "available locked default", ""},
+         {"highest addresses", ",ip=255.254.1.0,mac=FE:DC:BA:98:76:54",
+          "Unknown|SimCam|A|255.254.1.0|fe:dc:ba:98:76:54", "available protected locked", "lock"},
+         {"no addresses, UTF-8", ",model=K\u00e4mera\u2122,serial=\u211607,ip=0.0.0.0,mac=00:00:00:00:00:00",
+          "Unknown|K\u00e4mera\u2122|\u211607|0.0.0.0|00:00:00:00:00:00", "available protected locked",
+          "lock"}});
 }
 
 void ModelTest::rowOfCamera()
 {
     QFETCH(QString, settings);
-    QFETCH(QString, texts);
-    QFETCH(QString, flags);
     QFETCH(QString, icon);
     const ModelList list("A" + settings);
-    QStringList shownTexts;
+    QStringList texts;
     for (const int role : {257, 258, 259, 260, 261})
-        shownTexts << list.value(0, role).toString();
-    QCOMPARE(shownTexts.join('|'), texts);
+        texts << list.value(0, role).toString();
+    QTEST(texts.join('|'), "texts");
 
-    QStringList shownFlags;
-    const QStringList names{"available", "protected", "open", "locked", "default"};
-    for (int flag = 0; flag < names.size(); ++flag) {
-        QCOMPARE(list.value(0, 262 + flag).type(), QVariant::Bool);
-        if (list.value(0, 262 + flag).toBool())
-            shownFlags << names[flag];
+    QStringList flags;
+    for (const int role : {262, 263, 264, 265, 266}) {
+        QCOMPARE(list.value(0, role).type(), QVariant::Bool);
+        if (list.value(0, role).toBool())
+            flags << QStringList{"available", "protected", "open", "locked", "default"}[role - 262];
     }
-    QCOMPARE(shownFlags.join(' '), flags);
+    QTEST(flags.join(' '), "flags");
 
     const auto pixmap = list.value(0, Qt::DecorationRole).value<QPixmap>();
     QCOMPARE(pixmap.isNull(), icon.isEmpty());
@@ -139,7 +122,7 @@ void ModelTest::outsideTheRows()
     model.setCurrentIndex({}, {});
     QCOMPARE(list.takeEmitted(), QString(""));
     QVERIFY(!model.data({}, Qt::DisplayRole).isValid());
-    for (const int role : {1, 257, 258, 259, 260, 261, 262, 263, 264, 265, 266})
+    for (const int role : {1, 257, 266})
         QVERIFY_EXCEPTION_THROWN(model.data({}, role), std::out_of_range);
     model.setCurrentIndex(list.row(0), {});
     QVERIFY_EXCEPTION_THROWN(model.setCurrentIndex({}, list.row(0)), std::out_of_range);
@@ -166,11 +149,9 @@ void ModelTest::openCamera()
     DeviceItemModel &model = *list.model;
     const auto isOpen = [&](int row) { return list.backEnd->devices().at(std::size_t(row))->isOpen(); };
     const auto showsOpen = [&](int row) { return list.value(row, DeviceItemModel::IsOpenRole).toBool(); };
-    list.simulator.clearLog();
-    model.openCurrentDevice();
+    model.openCurrentDevice(); // none
     model.closeCurrentDevice();
     QCOMPARE(list.takeEmitted(), QString(""));
-    QVERIFY(list.simulator.calls().empty());
 
     model.setCurrentIndex(list.row(0), {});
     list.takeEmitted();

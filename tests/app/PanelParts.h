@@ -17,6 +17,15 @@ T *partOf(const QWidget *parent, int place)
     return item ? qobject_cast<T *>(item->widget()) : nullptr;
 }
 
+/// The button of that label which is shown on the \p panel; null if there is none.
+inline QPushButton *shownButton(const QWidget *panel, const QString &label)
+{
+    for (QPushButton *button : panel->findChildren<QPushButton *>())
+        if (button->text() == label && button->isVisible())
+            return button;
+    return nullptr;
+}
+
 /// One PasswordControl.
 struct FieldParts
 {

@@ -3,20 +3,13 @@
 // and told.
 #include "PasswordWidget.h"
 
-#include "BackEnd.h"
+#include "AppFixture.h"
 #include "Device.h"
 #include "PanelParts.h"
-#include "Simulator.h"
 
-#include <QApplication>
 #include <QMainWindow>
-#include <QMessageBox>
 #include <QSignalSpy>
-#include <QTimer>
-#include <filesystem>
-#include <functional>
 #include <iostream>
-#include <memory>
 
 namespace {
 
@@ -35,18 +28,15 @@ const QString changed = "!Successfully changed the password!";
 const QString setOcean = "unlocked unlocked unlocked SET:ocean55 LOCK TRY:ocean55 unlocked unlocked ";
 
 // A panel that is shown for the selected one camera.
-class Panel
+struct Panel : CameraList
 {
-public:
     // \param more  further lines of the camera's configuration
     explicit Panel(const QString &lock, const QString &more = {}, bool isSelected = true)
-        : simulator(
-              (QString(Simulator::oneCamera).replace("\"locked\"", '"' + lock + '"') + more).toStdString()),
-          path("GENICAM_GENTL64_PATH", std::filesystem::path(Simulator::cti()).parent_path().string())
+        : CameraList(
+              (QString(Simulator::oneCamera).replace("\"locked\"", '"' + lock + '"') + more).toStdString())
     {
         // As in the application: what asks on standard input finds nothing to read.
         std::cin.setstate(std::ios_base::eofbit);
-        std::filesystem::current_path(simulator.folder());
         backEnd->discoverLibraries(true);
         backEnd->updateDevices();
         if (isSelected)
@@ -67,11 +57,10 @@ public:
     QWidget *inputBox() const { return partOf<QWidget>(widget, 1); }
     FieldParts field(int place) const { return FieldParts(partOf<QWidget>(inputBox(), place)); }
 
-    Simulator simulator;
-    Environment path;
     std::shared_ptr<BackEnd> backEnd = std::make_shared<BackEnd>();
     QMainWindow window;
     PasswordWidget *widget = nullptr;
+    MessageBoxes boxes;
     QStringList viewsAtChange;
 };
 
@@ -87,9 +76,8 @@ void Panel::take(const QString &steps)
             QTest::keyClick(field(0).edit, Qt::Key_Return);
         else if (step == "elsewhere")
             backEnd->devices().at(0)->unlock("hunter22");
-        for (QPushButton *button : widget->findChildren<QPushButton *>())
-            if (button->text() == step && button->isVisible())
-                QTest::mouseClick(button, Qt::LeftButton);
+        else if (QPushButton *const button = shownButton(widget, step))
+            QTest::mouseClick(button, Qt::LeftButton);
     }
 }
 
@@ -111,17 +99,17 @@ QString Panel::view() const
     const auto see = [&seen](const QLayout *layout, int place) {
         const auto *button = qobject_cast<QPushButton *>(layout->itemAt(place)->widget());
         if (button->isVisible())
-            seen << QString(button->isEnabled() ? "[%1]" : "(%1)").arg(button->text());
+            seen << (button->isEnabled() ? '[' + button->text() + ']' : '(' + button->text() + ')');
     };
-    for (int place = 0; place < 3; ++place)
+    for (const int place : {0, 1, 2})
         see(partOf<QWidget>(widget, 0)->layout(), place);
-    for (int place = 0; place < 3; ++place) {
+    for (const int place : {0, 1, 2}) {
         const FieldParts parts = field(place);
         const QString error = parts.error->text().isEmpty() ? "" : '<' + parts.error->text() + '>';
         if (parts.edit->isVisible())
             seen << parts.caption->text() + parts.edit->placeholderText() + '=' + parts.edit->text() + error;
     }
-    for (int place = 0; place < 2; ++place)
+    for (const int place : {0, 1})
         see(inputBox()->layout()->itemAt(3)->layout(), place);
     return seen.join(' ');
 }
@@ -141,30 +129,6 @@ QString Panel::takeTraffic()
     }
     simulator.clearLog();
     return words.join(' ');
-}
-
-// Presses a button of each message box that comes up, and tells what the boxes were.
-QStringList boxesDuring(const std::function<void()> &action,
-                        QMessageBox::StandardButton answer = QMessageBox::Ok)
-{
-    QStringList seen;
-    QTimer timer;
-    QObject::connect(&timer, &QTimer::timeout, [&] {
-        auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-        if (!box)
-            return;
-        const QString preset = box->defaultButton() ? box->defaultButton()->text() : QString();
-        seen << QString("%1|%2|%3 %4|%5")
-                        .arg(box->text(), box->informativeText())
-                        .arg(box->icon())
-                        .arg(box->standardButtons(), 0, 16)
-                        .arg(preset) +
-                    (box->parent() ? "|child" : "");
-        QTest::mouseClick(box->button(answer), Qt::LeftButton);
-    });
-    timer.start(0);
-    action();
-    return seen;
 }
 
 } // namespace
@@ -192,11 +156,10 @@ void PasswordWidgetTest::construction()
     Panel("none").expect("", unlockedCamera);
     Panel("locked", {}, false).expect("", lockedCamera);
     const Panel panel("locked");
-    QCOMPARE(panel.widget->windowFlags() & Qt::WindowType_Mask, Qt::Dialog);
-    QVERIFY(!(panel.widget->windowFlags() & Qt::WindowContextHelpButtonHint));
+    QCOMPARE(panel.widget->windowFlags() & (Qt::WindowType_Mask | Qt::WindowContextHelpButtonHint),
+             Qt::Dialog);
     QCOMPARE(panel.widget->windowModality(), Qt::WindowModal);
     QCOMPARE(panel.widget->minimumSize(), QSize(520, 440));
-    QCOMPARE(panel.backEnd.use_count(), 2L);
     QCOMPARE(panel.inputBox()->styleSheet(), QString("QWidget{background-color: white}"));
     QCOMPARE(panel.inputBox()->layout()->spacing(), 16);
     for (const QPushButton *button : panel.inputBox()->findChildren<QPushButton *>())
@@ -232,16 +195,14 @@ void PasswordWidgetTest::wrongPassword()
     panel.expect("old=wrong", entering + "wrong" + wrong + noOk, refused);
 
     QCoreApplication::processEvents(); // lays out the link
-    const QStringList boxes = boxesDuring([&] {
-        const int x = panel.status()->fontMetrics().horizontalAdvance("Unlocking failed! F");
-        QTest::mouseClick(panel.status(), Qt::LeftButton, {}, {x, panel.status()->height() / 2});
-        emit panel.status()->linkActivated("elsewhere");
-    });
+    const int x = panel.status()->fontMetrics().horizontalAdvance("Unlocking failed! F");
+    QTest::mouseClick(panel.status(), Qt::LeftButton, {}, {x, panel.status()->height() / 2});
+    emit panel.status()->linkActivated("elsewhere");
     const QString box =
-        "Forgot password?|You can reset the password to factory defaults with 'FactoryReset'.\n"
+        "Forgot password? You can reset the password to factory defaults with 'FactoryReset'.\n"
         "Attention! This also resets all other camera parameters.\n\n"
-        "Alternatively, contact the TVN support team.|1 400|";
-    QCOMPARE(boxes, QStringList({box, box}));
+        "Alternatively, contact the TVN support team. icon 1";
+    QCOMPARE(panel.boxes.taken(), QStringList({box, box}));
 
     panel.expect("Cancel", lockedCamera, "", "locked own");
     panel.expect("Unlock, old=wrong", entering + "wrong" + ok);
@@ -351,26 +312,25 @@ void PasswordWidgetTest::hiddenFieldsTakeNoKeys()
 void PasswordWidgetTest::factoryReset()
 {
     Panel panel("locked");
-    const QString box = "Factory reset.|The camera must reboot. This can take a while...\n"
-                        "Attention! This also resets all other camera parameters.|2 400400|Cancel";
-    const auto press = [&panel] { panel.take("Factory reset"); };
-    QCOMPARE(boxesDuring(press, QMessageBox::Cancel), QStringList{box});
-    panel.expect("", lockedCamera, "", "locked own");
+    panel.boxes.answer = QMessageBox::Cancel;
+    panel.expect("Factory reset", lockedCamera, "", "locked own");
+    panel.boxes.answer = QMessageBox::Ok;
 
     QGuiApplication::setOverrideCursor(Qt::CrossCursor);
     QList<Qt::CursorShape> cursors;
-    connect(panel.widget, &PasswordWidget::closed, [&] {
-        const QCursor *cursor = QGuiApplication::overrideCursor();
-        cursors << (cursor ? cursor->shape() : Qt::ArrowCursor);
-    });
-    QCOMPARE(boxesDuring(press), QStringList{box});
+    connect(panel.widget, &PasswordWidget::closed,
+            [&] { cursors << QGuiApplication::overrideCursor()->shape(); });
+    panel.take("Factory reset");
     QGuiApplication::restoreOverrideCursor();
-    QCOMPARE(cursors, QList<Qt::CursorShape>{Qt::CrossCursor});
+    const QString box = "Factory reset. The camera must reboot. This can take a while...\n"
+                        "Attention! This also resets all other camera parameters. icon 2 CANCEL";
+    QCOMPARE(panel.boxes.taken(), QStringList({box, box}));
     QCOMPARE(panel.takeTraffic(), QString("RESET"));
     QVERIFY(panel.widget->isHidden());
     QVERIFY(panel.backEnd->devices().empty());
-    QCOMPARE(boxesDuring([&] { panel.widget->onCurrentDeviceRemoved(); }), QStringList());
-    QCOMPARE(cursors.count(), 1);
+    panel.widget->onCurrentDeviceRemoved();
+    QCOMPARE(panel.boxes.taken(), QStringList());
+    QCOMPARE(cursors, QList<Qt::CursorShape>{Qt::CrossCursor});
 }
 
 // A closed panel is only hidden, and tells of a removal like the one that is shown.
@@ -379,21 +339,16 @@ void PasswordWidgetTest::closingAndRemoval()
     Panel panel("locked");
     const QSignalSpy closed(panel.widget, &PasswordWidget::closed);
     QVERIFY(panel.widget->close());
-    QVERIFY(panel.widget->isHidden());
     QCOMPARE(closed.count(), 1);
 
     PasswordWidget newer(&panel.window, panel.backEnd);
-    const QSignalSpy newerClosed(&newer, &PasswordWidget::closed);
     newer.show();
-    const QStringList boxes = boxesDuring([&] {
-        panel.widget->onCurrentDeviceRemoved();
-        newer.onCurrentDeviceRemoved();
-    });
-    const QString box = "The camera has been removed...||0 400|";
-    QCOMPARE(boxes, QStringList({box, box}));
-    QVERIFY(newer.isHidden());
+    panel.widget->onCurrentDeviceRemoved();
+    newer.onCurrentDeviceRemoved();
+    const QString box = "The camera has been removed...";
+    QCOMPARE(panel.boxes.taken(), QStringList({box, box}));
+    QVERIFY(panel.widget->isHidden() && newer.isHidden());
     QCOMPARE(closed.count(), 2);
-    QCOMPARE(newerClosed.count(), 1);
 }
 
 QTEST_MAIN(PasswordWidgetTest)

@@ -5,13 +5,11 @@
 #include "DeviceItemDelegate.h"
 #include "DeviceListView.h"
 #include "MainWindow.h"
+#include "PanelParts.h"
 #include "PasswordWidget.h"
 
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
+#include <QElapsedTimer>
 #include <QScrollBar>
-#include <QSignalSpy>
 #include <QVBoxLayout>
 
 class WindowTest : public QObject
@@ -21,6 +19,7 @@ class WindowTest : public QObject
 private slots:
     void parts();
     void aboutQt();
+    void withoutProducer();
     void dormantMembers();
     void newCurrentRow();
     void overtakenAnnouncement();
@@ -28,7 +27,6 @@ private slots:
     void unlocking();
     void cameraWithoutALock();
     void panelsPileUp();
-    void returnOnAGoneRow_data();
     void returnOnAGoneRow();
 };
 
@@ -57,15 +55,6 @@ struct WindowList : CameraList
     MessageBoxes boxes;
 };
 
-QPushButton *button(const QWidget *panel, const QString &text)
-{
-    for (auto *candidate : panel->findChildren<QPushButton *>()) {
-        if (candidate->text() == text)
-            return candidate;
-    }
-    return nullptr;
-}
-
 QString manyCameras(int count)
 {
     QString plan;
@@ -80,13 +69,9 @@ void WindowTest::parts()
 {
     WindowList list("A");
     MainWindow &window = list.window;
-    QCOMPARE(window.minimumSize(), QSize(600, 400));
     window.resize(10, 10);
     QCOMPARE(window.size(), QSize(600, 400));
-    QCOMPARE(list.model->QObject::parent(), &window);
-    QCOMPARE(list.view.itemDelegate()->parent(), &window);
     QVERIFY(qobject_cast<DeviceItemDelegate *>(list.view.itemDelegate()));
-    QCOMPARE(list.view.model(), list.model);
     QCOMPARE(list.view.selectionMode(), QAbstractItemView::SingleSelection);
     QCOMPARE(list.view.styleSheet(), QString("QListView::item:selected{background: #f8f8f8} "
                                              "QListView::item:hover{background: #c9e0e2}"));
@@ -94,7 +79,6 @@ void WindowTest::parts()
     auto *const layout = qobject_cast<QVBoxLayout *>(window.centralWidget()->layout());
     QCOMPARE(layout->count(), 2);
     QCOMPARE(layout->itemAt(0)->widget(), &list.view);
-    QCOMPARE(layout->stretch(0), 0);
     auto *const footer = qobject_cast<QHBoxLayout *>(layout->itemAt(1)->layout());
     QStringList texts;
     for (int place = 0; place < footer->count(); ++place) {
@@ -111,18 +95,33 @@ void WindowTest::parts()
 
 void WindowTest::aboutQt()
 {
-    WindowList list("");
+    WindowList list("A");
     auto *const label = list.window.findChild<QLabel *>("aboutQt");
     QTest::mouseClick(label, Qt::LeftButton, {}, label->rect().center());
     QCOMPARE(list.boxes.taken(), QStringList{"About Qt of MainWindow"});
+}
+
+void WindowTest::withoutProducer()
+{
+    const CameraList list(cameras("A"));
+    const Environment nowhere("GENICAM_GENTL64_PATH", list.simulator.folder().string());
+    MessageBoxes boxes;
+    MainWindow window;
+    QCOMPARE(boxes.taken(),
+             QStringList{"Could not open any CTI. Please make sure that the *.cti file is located "
+                         "in the same folder as your application and restart the application."});
+    window.show();
+    QElapsedTimer sinceShow;
+    sinceShow.start();
+    QTRY_VERIFY(window.isHidden());
+    QCOMPARE(qRound(double(sinceShow.elapsed()) / 1000), 2);
 }
 
 void WindowTest::dormantMembers()
 {
     WindowList list("A B");
     const QMetaObject &meta = MainWindow::staticMetaObject;
-    const QMetaMethod checked = meta.method(meta.indexOfSignal("passwordChecked(int)"));
-    QVERIFY(checked.isValid() && checked.access() == QMetaMethod::Public);
+    QVERIFY(meta.indexOfSignal("passwordChecked(int)") >= 0);
     const QMetaMethod slot = meta.method(meta.indexOfSlot("onCurrentChanged(QModelIndex,QModelIndex)"));
     QCOMPARE(slot.access(), QMetaMethod::Private);
     slot.invoke(&list.window, Q_ARG(QModelIndex, list.row(1)), Q_ARG(QModelIndex, list.row(0)));
@@ -133,7 +132,6 @@ void WindowTest::dormantMembers()
 void WindowTest::newCurrentRow()
 {
     WindowList list(manyCameras(20));
-    QSignalSpy told(&list.view, &DeviceListView::currentIndexChanged);
     connect(list.view.itemDelegate(), &QAbstractItemDelegate::sizeHintChanged, this,
             [&](const QModelIndex &index) {
                 list.emitted << QString("sizeHintChanged %1, scrolled %2")
@@ -142,16 +140,12 @@ void WindowTest::newCurrentRow()
             });
     list.view.setCurrentIndex(list.row(0));
     list.takeEmitted();
-    told.clear();
     QTest::keyClick(&list.view, Qt::Key_End);
     QCOMPARE(list.takeEmitted(), QString("sizeHintChanged 0, scrolled 0, sizeHintChanged 19, scrolled 0, "
                                          "dataChanged 0..0, dataChanged 19..19, selectedChanged 19 from 0"));
     QVERIFY(list.view.verticalScrollBar()->value() > 0);
     QTest::mouseClick(list.view.viewport(), Qt::LeftButton, {}, list.place(18).center());
-    QCOMPARE(told.count(), 2);
-    QCOMPARE(told.last()[0].toModelIndex(), list.row(18));
-    QCOMPARE(told.last()[1].toModelIndex(), list.row(19));
-    QCOMPARE(list.model->currentIndex(), list.row(18));
+    QCOMPARE(list.takeEmitted().section(", ", -1), QString("selectedChanged 18 from 19"));
 }
 
 // The user chooses another row before the view hears what a pass has done to the current one.
@@ -185,6 +179,11 @@ void WindowTest::rowsComeAndGo()
         blank.fill(image.pixelColor(0, 0));
         return image != blank;
     };
+    const auto isCurrent = [&](const QModelIndex &index) {
+        const QModelIndexList selected = view.selectionModel()->selectedIndexes();
+        return view.currentIndex() == index && selected.value(0) == index &&
+               selected.size() == index.isValid();
+    };
     view.setCurrentIndex(list.row(10));
     view.scrollTo(list.row(11), QAbstractItemView::PositionAtTop);
     const int scrolled = bar.value();
@@ -196,8 +195,7 @@ void WindowTest::rowsComeAndGo()
         list.pass();
         QCOMPARE(bar.maximum(), range + count - 20);
         QCOMPARE(bar.value(), scrolled);
-        QCOMPARE(view.currentIndex(), list.row(10));
-        QCOMPARE(view.selectionModel()->selectedIndexes(), QModelIndexList{list.row(10)});
+        QVERIFY(isCurrent(list.row(10)));
         view.scrollToBottom();
         QVERIFY(isDrawn(count - 1));
         view.verticalScrollBar()->setValue(scrolled);
@@ -205,14 +203,12 @@ void WindowTest::rowsComeAndGo()
     // Rows before the current one go: it moves up, and is selected there.
     list.plug("C9 C10 C11");
     list.pass();
-    QCOMPARE(view.currentIndex(), list.row(1));
-    QCOMPARE(view.selectionModel()->selectedIndexes(), QModelIndexList{list.row(1)});
+    QVERIFY(isCurrent(list.row(1)));
     QCOMPARE(bar.maximum(), 0);
     QVERIFY(isDrawn(0) && isDrawn(2));
     list.plug("C9");
     list.pass();
-    QVERIFY(!view.currentIndex().isValid());
-    QVERIFY(view.selectionModel()->selectedIndexes().isEmpty());
+    QVERIFY(isCurrent({}));
     list.plug("");
     list.pass();
     QVERIFY(!view.indexAt(QPoint(5, 5)).isValid());
@@ -234,10 +230,10 @@ void WindowTest::unlocking()
     PasswordWidget *const panel = list.panels().first();
     QVERIFY(panel->isVisible() && panel->parent() == &list.window);
 
-    QTest::mouseClick(button(panel, "Unlock"), Qt::LeftButton);
+    QTest::mouseClick(shownButton(panel, "Unlock"), Qt::LeftButton);
     QTest::keyClicks(panel->findChild<QLineEdit *>(), "hunter22");
     list.takeEmitted();
-    QTest::mouseClick(button(panel, "OK"), Qt::LeftButton);
+    QTest::mouseClick(shownButton(panel, "OK"), Qt::LeftButton);
     QCOMPARE(list.takeEmitted(), QString("currentLockChanged 0, dataChanged 1..1 role 265 role 266"));
     QCOMPARE(list.value(1, DeviceItemModel::IsLockedRole), QVariant(false));
     QCOMPARE(list.simulator.openHandles(), 3); // producer, interface, camera
@@ -270,11 +266,11 @@ void WindowTest::panelsPileUp()
         QTest::keyClick(&list.view, Qt::Key_Return);
         QCOMPARE(list.panels().size(), count);
         QVERIFY(list.panels().last()->isVisible());
-        QVERIFY(button(list.panels().last(), "Lock")); // the state of the open camera
+        QVERIFY(shownButton(list.panels().last(), "Lock")); // the state of the open camera
         if (count < 3)
             list.panels().last()->close();
     }
-    list.plug("");
+    list.plug(" ");
     list.pass();
     const QString removed = "The camera has been removed...";
     QCOMPARE(list.boxes.taken(), (QStringList{removed, removed, removed}));
@@ -282,23 +278,19 @@ void WindowTest::panelsPileUp()
     QCOMPARE(list.simulator.openHandles(), 2);
 }
 
-void WindowTest::returnOnAGoneRow_data()
-{
-    addRows({"after"}, {{"cut", "A"}, {"another camera's", "A C"}, {"moved", "B"}, {"all gone", ""}});
-}
-
+// Cut, another camera's by now, moved, and all gone.
 void WindowTest::returnOnAGoneRow()
 {
-    QFETCH(QString, after);
-    WindowList list("A B");
-    list.view.setCurrentIndex(list.row(1));
-    list.plug(after);
-    list.passUnheard();
-    list.simulator.clearLog();
-    QTest::keyClick(&list.view, Qt::Key_Return);
-    QCOMPARE(list.panels().size(), 0);
-    QVERIFY(list.boxes.taken().isEmpty());
-    QVERIFY(list.simulator.calls().empty());
+    for (const char *after : {"A", "A C", "B", ""}) {
+        WindowList list("A B");
+        list.view.setCurrentIndex(list.row(1));
+        list.plug(after);
+        list.passUnheard();
+        list.simulator.clearLog();
+        QTest::keyClick(&list.view, Qt::Key_Return);
+        QVERIFY2(list.panels().isEmpty() && list.boxes.taken().isEmpty(), after);
+        QVERIFY2(list.simulator.calls().empty(), after);
+    }
 }
 
 QTEST_MAIN(WindowTest)
