@@ -195,9 +195,75 @@ public:
         counts["acts"] = acts;
     }
 
-    void unlockOneMore();
-    void endDuringAPass();
-    QStringList strayCalls();
+    void unlockOneMore()
+    {
+        cables.plugs = {{24, 0}}; // which has not been there before
+        simulator.configure(cables.toml());
+        rest();
+        if (PasswordWidget *const panel = shownPanel())
+            panel->close();
+        logSizeBefore = logSize();
+        QTest::mouseDClick(window->windowHandle(), Qt::LeftButton, {},
+                           list->viewport()->mapTo(window.get(), QPoint(60, 32)));
+        PasswordWidget *const panel = shownPanel();
+        if (!panel)
+            return expect(false, "the last camera opens no panel");
+        press(*panel, *shownButton(panel, "Unlock"));
+        QTest::keyClicks(panel->findChild<QLineEdit *>(), "hunter22");
+        QTest::keyClick(panel->findChild<QLineEdit *>(), Qt::Key_Return);
+        const auto *const camera = static_cast<const Device *>(row(0).internalPointer());
+        expect(camera->isOpen() && !camera->isLocked(), "the last camera is not unlocked");
+        panel->close();
+        expect(!camera->isOpen(), "the last camera stays open");
+        expect(window->isVisible(), "the window has gone");
+    }
+
+    void endDuringAPass()
+    {
+        simulator.configure("[producer]\nupdate_ms = 100\n");
+        expect(QTest::qWaitFor([this] { return passSteps % 2 == 1; }), "no pass runs");
+        window.reset();
+        expect(simulator.calls().back() == "GCCloseLib() = 0", "the producer stays loaded");
+    }
+
+    // The calls that open a camera for a panel or write to it, and that do not go to the one that was activated last; and
+    // what was opened for a panel and never closed.
+    QStringList strayCalls()
+    {
+        const QRegularExpression gap("[(), \"]+");
+        QStringList strays;
+        QHash<QString, QString> cameraOf; // by handles of devices and ports
+        QSet<QString> open;               // handles for a panel
+        Activation last{};
+        auto next = activations.begin();
+        std::uintmax_t position = 0;
+        for (const std::string &line : simulator.calls()) {
+            while (next != activations.end() && next->begin <= position)
+                last = *next++;
+            const bool isWithinActivation = position < last.end;
+            position += line.size() + 1;
+            const QString function = QString::fromStdString(line.substr(0, line.find('(')));
+            if (!QStringList{"IFOpenDevice", "DevGetPort", "GCWritePort", "DevClose"}.contains(function))
+                continue;
+            // Such as: IFOpenDevice(h2, "C7", 3) = 0 h9
+            const QStringList words = QString::fromStdString(line).split(gap);
+            const QString handle = words.last();
+            const QString camera = function == "IFOpenDevice" ? words[2] : cameraOf[words[1]];
+            const bool isForPanel = function == "IFOpenDevice" && words[3] == "3"; // DEVICE_ACCESS_CONTROL
+            if (function == "DevClose")
+                open.remove(words[1]);
+            else if (handle.startsWith('h'))
+                cameraOf[handle] = camera;
+            if (isForPanel && handle.startsWith('h'))
+                open.insert(handle);
+            if (!isForPanel && function != "GCWritePort")
+                continue;
+            ++counts[function];
+            if (camera.isEmpty() || camera != last.camera || (isForPanel && !isWithinActivation))
+                strays << QString("%1: camera %2, activated %3").arg(line.c_str(), camera, last.camera);
+        }
+        return strays + open.values();
+    }
 
     QStringList faults;
     Counts counts; // of what has really happened
@@ -232,7 +298,32 @@ private:
         ++changesMade;
     }
 
-    void rest();
+    // Nothing is plugged from now on: the window hears of all that was, and the user answers every box.
+    void rest()
+    {
+        isResting = true;
+        const int goal = passes + 2 * passesAhead;
+        expect(QTest::qWaitFor([&] { return passes >= goal; }, 20'000), "passes stand still");
+        const QString plugged = cables.serials();
+        const auto rowSerials = [this] {
+            QStringList serials = shown().split(' ', Qt::SkipEmptyParts);
+            serials.sort();
+            return serials.join(' ');
+        };
+        expect(QTest::qWaitFor([&] { return rowSerials() == plugged; }),
+               "rows: " + rowSerials() + "; plugged: " + plugged);
+
+        const int rows = model->rowCount();
+        const int scrollRange = list->verticalScrollBar()->maximum(); // in rows
+        expect(list->currentIndex().row() < rows, "the view's current row is outside");
+        expect(scrollRange == std::max(0, rows - list->viewport()->height() / 64),
+               QString("scroll range %1 for %2 rows").arg(scrollRange).arg(rows));
+        const QModelIndex current = model->currentIndex();
+        expect(!shownPanel() || !panelIsTold ||
+                   (current.isValid() && row(current.row()) == current &&
+                    current.data(DeviceItemModel::SerialNumberRole) == panelCamera),
+               "the panel of " + panelCamera + " stands while its camera has gone");
+    }
 
     void expect(bool isAsExpected, const QString &fault)
     {
@@ -254,11 +345,92 @@ private:
         QCoreApplication::processEvents(isFarAhead ? QEventLoop::WaitForMoreEvents : QEventLoop::AllEvents);
     }
 
-    void actOnList();
-    void onActivated(const QModelIndex &index);
-    void actOnPanel(PasswordWidget &panel);
-    void press(PasswordWidget &panel, const QPushButton &button);
-    void answerBox();
+    // By the window system, which knows of modal windows.
+    void actOnList()
+    {
+        const QList<Qt::Key> keys{Qt::Key_Down, Qt::Key_Up, Qt::Key_Home, Qt::Key_End, Qt::Key_PageDown};
+        QWindow *const system = window->windowHandle();
+        const QPoint place = list->viewport()->mapTo(window.get(), drawPoint(*list->viewport()));
+        const bool mayActivate = panelsMade * changesPerPanel <= changesMade;
+        switch (random.draw(mayActivate ? 12 : 9)) {
+        case 0:
+            return QTest::mouseClick(system, Qt::LeftButton, {}, place);
+        case 1:
+            return QTest::keyClick(system, keys[random.draw(keys.count())]);
+        case 2:
+            return list->verticalScrollBar()->setValue(random.draw(20));
+        case 3:
+            return list->viewport()->repaint();
+        case 9:
+            return QTest::keyClick(system, Qt::Key_Return);
+        case 10:
+        case 11:
+            return QTest::mouseDClick(system, Qt::LeftButton, {}, place);
+        default:
+            return QTest::mouseMove(system, place);
+        }
+    }
+
+    // Connected behind the window's own slot, so the panel is there by now.
+    void onActivated(const QModelIndex &index)
+    {
+        Activation activation{logSizeBefore, logSize(), {}};
+        if (panels().count() > std::exchange(panelsMade, panels().count())) {
+            // The device was in the list within this call, so it has not been freed.
+            const auto id = static_cast<const Device *>(index.internalPointer())->identifier();
+            panelCamera = activation.camera = QString::fromStdString(std::string(id));
+            panelIsTold = removals == removalsBefore;
+            counts["panels opened during a pass"] += hasMetPass();
+        }
+        activations.push_back(activation);
+    }
+
+    void actOnPanel(PasswordWidget &panel)
+    {
+        if (random.draw(40) == 0) {
+            ++counts["panels closed"];
+            panel.close();
+            return;
+        }
+        if (random.draw(4) > 0)
+            return QTest::mouseMove(panel.windowHandle(), drawPoint(panel));
+        // What most cameras have, what they get, and what they have after a factory reset.
+        const QString next = random.draw({"hunter22", "sunnyday7"});
+        QStringList texts{random.draw({"hunter22", "hunter22", "sunnyday7", "mapleoak"}), next, next};
+        for (QLineEdit *edit : panel.findChildren<QLineEdit *>()) {
+            edit->clear();
+            if (edit->isVisible())
+                QTest::keyClicks(edit, texts.takeFirst());
+        }
+        QList<QPushButton *> buttons = panel.findChildren<QPushButton *>();
+        const auto isOffered = [](const QWidget *button) {
+            return button->isVisible() && button->isEnabled();
+        };
+        buttons.erase(std::partition(buttons.begin(), buttons.end(), isOffered), buttons.end());
+        if (!buttons.isEmpty())
+            press(panel, *buttons[random.draw(buttons.count())]);
+    }
+
+    void press(PasswordWidget &panel, const QPushButton &button)
+    {
+        const QPoint place = button.mapTo(&panel, button.rect().center());
+        QTest::mouseClick(panel.windowHandle(), Qt::LeftButton, {}, place);
+        counts["buttons pressed during a pass"] += hasMetPass();
+        const auto *const status = panel.findChild<QLabel *>(QString(), Qt::FindDirectChildrenOnly);
+        ++counts[status->text().section(" <", 0, 0)];
+    }
+
+    void answerBox()
+    {
+        auto *const box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+        if (!box)
+            return;
+        ++acts;
+        const QList<QAbstractButton *> buttons = box->buttons();
+        QAbstractButton *const answer = buttons[random.draw(buttons.count())];
+        ++counts[buttons.count() > 1 ? box->text() + ' ' + answer->text().remove('&') : box->text()];
+        QTest::mouseClick(answer, Qt::LeftButton);
+    }
 
     bool eventFilter(QObject *, QEvent *event) override
     {
@@ -308,188 +480,6 @@ private:
     QString panelCamera;
     bool panelIsTold = false; // of a removal
 };
-
-// Nothing is plugged from now on: the window hears of all that was, and the user answers every box.
-void Session::rest()
-{
-    isResting = true;
-    const int goal = passes + 2 * passesAhead;
-    expect(QTest::qWaitFor([&] { return passes >= goal; }, 20'000), "passes stand still");
-    const QString plugged = cables.serials();
-    const auto rowSerials = [this] {
-        QStringList serials = shown().split(' ', Qt::SkipEmptyParts);
-        serials.sort();
-        return serials.join(' ');
-    };
-    expect(QTest::qWaitFor([&] { return rowSerials() == plugged; }),
-           "rows: " + rowSerials() + "; plugged: " + plugged);
-
-    const int rows = model->rowCount();
-    const int scrollRange = list->verticalScrollBar()->maximum(); // in rows
-    expect(list->currentIndex().row() < rows, "the view's current row is outside");
-    expect(scrollRange == std::max(0, rows - list->viewport()->height() / 64),
-           QString("scroll range %1 for %2 rows").arg(scrollRange).arg(rows));
-    const QModelIndex current = model->currentIndex();
-    expect(!shownPanel() || !panelIsTold ||
-               (current.isValid() && row(current.row()) == current &&
-                current.data(DeviceItemModel::SerialNumberRole) == panelCamera),
-           "the panel of " + panelCamera + " stands while its camera has gone");
-}
-
-// By the window system, which knows of modal windows.
-void Session::actOnList()
-{
-    const QList<Qt::Key> keys{Qt::Key_Down, Qt::Key_Up, Qt::Key_Home, Qt::Key_End, Qt::Key_PageDown};
-    QWindow *const system = window->windowHandle();
-    const QPoint place = list->viewport()->mapTo(window.get(), drawPoint(*list->viewport()));
-    const bool mayActivate = panelsMade * changesPerPanel <= changesMade;
-    switch (random.draw(mayActivate ? 12 : 9)) {
-    case 0:
-        return QTest::mouseClick(system, Qt::LeftButton, {}, place);
-    case 1:
-        return QTest::keyClick(system, keys[random.draw(keys.count())]);
-    case 2:
-        return list->verticalScrollBar()->setValue(random.draw(20));
-    case 3:
-        return list->viewport()->repaint();
-    case 9:
-        return QTest::keyClick(system, Qt::Key_Return);
-    case 10:
-    case 11:
-        return QTest::mouseDClick(system, Qt::LeftButton, {}, place);
-    default:
-        return QTest::mouseMove(system, place);
-    }
-}
-
-// Connected behind the window's own slot, so the panel is there by now.
-void Session::onActivated(const QModelIndex &index)
-{
-    Activation activation{logSizeBefore, logSize(), {}};
-    if (panels().count() > std::exchange(panelsMade, panels().count())) {
-        // The device was in the list within this call, so it has not been freed.
-        const auto id = static_cast<const Device *>(index.internalPointer())->identifier();
-        panelCamera = activation.camera = QString::fromStdString(std::string(id));
-        panelIsTold = removals == removalsBefore;
-        counts["panels opened during a pass"] += hasMetPass();
-    }
-    activations.push_back(activation);
-}
-
-void Session::actOnPanel(PasswordWidget &panel)
-{
-    if (random.draw(40) == 0) {
-        ++counts["panels closed"];
-        panel.close();
-        return;
-    }
-    if (random.draw(4) > 0)
-        return QTest::mouseMove(panel.windowHandle(), drawPoint(panel));
-    // What most cameras have, what they get, and what they have after a factory reset.
-    const QString next = random.draw({"hunter22", "sunnyday7"});
-    QStringList texts{random.draw({"hunter22", "hunter22", "sunnyday7", "mapleoak"}), next, next};
-    for (QLineEdit *edit : panel.findChildren<QLineEdit *>()) {
-        edit->clear();
-        if (edit->isVisible())
-            QTest::keyClicks(edit, texts.takeFirst());
-    }
-    QList<QPushButton *> buttons = panel.findChildren<QPushButton *>();
-    const auto isOffered = [](const QWidget *button) { return button->isVisible() && button->isEnabled(); };
-    buttons.erase(std::partition(buttons.begin(), buttons.end(), isOffered), buttons.end());
-    if (!buttons.isEmpty())
-        press(panel, *buttons[random.draw(buttons.count())]);
-}
-
-void Session::press(PasswordWidget &panel, const QPushButton &button)
-{
-    const QPoint place = button.mapTo(&panel, button.rect().center());
-    QTest::mouseClick(panel.windowHandle(), Qt::LeftButton, {}, place);
-    counts["buttons pressed during a pass"] += hasMetPass();
-    const auto *const status = panel.findChild<QLabel *>(QString(), Qt::FindDirectChildrenOnly);
-    ++counts[status->text().section(" <", 0, 0)];
-}
-
-void Session::answerBox()
-{
-    auto *const box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-    if (!box)
-        return;
-    ++acts;
-    const QList<QAbstractButton *> buttons = box->buttons();
-    QAbstractButton *const answer = buttons[random.draw(buttons.count())];
-    ++counts[buttons.count() > 1 ? box->text() + ' ' + answer->text().remove('&') : box->text()];
-    QTest::mouseClick(answer, Qt::LeftButton);
-}
-
-void Session::unlockOneMore()
-{
-    cables.plugs = {{24, 0}}; // which has not been there before
-    simulator.configure(cables.toml());
-    rest();
-    if (PasswordWidget *const panel = shownPanel())
-        panel->close();
-    logSizeBefore = logSize();
-    QTest::mouseDClick(window->windowHandle(), Qt::LeftButton, {},
-                       list->viewport()->mapTo(window.get(), QPoint(60, 32)));
-    PasswordWidget *const panel = shownPanel();
-    if (!panel)
-        return expect(false, "the last camera opens no panel");
-    press(*panel, *shownButton(panel, "Unlock"));
-    QTest::keyClicks(panel->findChild<QLineEdit *>(), "hunter22");
-    QTest::keyClick(panel->findChild<QLineEdit *>(), Qt::Key_Return);
-    const auto *const camera = static_cast<const Device *>(row(0).internalPointer());
-    expect(camera->isOpen() && !camera->isLocked(), "the last camera is not unlocked");
-    panel->close();
-    expect(!camera->isOpen(), "the last camera stays open");
-    expect(window->isVisible(), "the window has gone");
-}
-
-void Session::endDuringAPass()
-{
-    simulator.configure("[producer]\nupdate_ms = 100\n");
-    expect(QTest::qWaitFor([this] { return passSteps % 2 == 1; }), "no pass runs");
-    window.reset();
-    expect(simulator.calls().back() == "GCCloseLib() = 0", "the producer stays loaded");
-}
-
-// The calls that open a camera for a panel or write to it, and that do not go to the one that was activated last; and
-// what was opened for a panel and never closed.
-QStringList Session::strayCalls()
-{
-    const QRegularExpression gap("[(), \"]+");
-    QStringList strays;
-    QHash<QString, QString> cameraOf; // by handles of devices and ports
-    QSet<QString> open;               // handles for a panel
-    Activation last{};
-    auto next = activations.begin();
-    std::uintmax_t position = 0;
-    for (const std::string &line : simulator.calls()) {
-        while (next != activations.end() && next->begin <= position)
-            last = *next++;
-        const bool isWithinActivation = position < last.end;
-        position += line.size() + 1;
-        const QString function = QString::fromStdString(line.substr(0, line.find('(')));
-        if (!QStringList{"IFOpenDevice", "DevGetPort", "GCWritePort", "DevClose"}.contains(function))
-            continue;
-        // Such as: IFOpenDevice(h2, "C7", 3) = 0 h9
-        const QStringList words = QString::fromStdString(line).split(gap);
-        const QString handle = words.last();
-        const QString camera = function == "IFOpenDevice" ? words[2] : cameraOf[words[1]];
-        const bool isForPanel = function == "IFOpenDevice" && words[3] == "3"; // DEVICE_ACCESS_CONTROL
-        if (function == "DevClose")
-            open.remove(words[1]);
-        else if (handle.startsWith('h'))
-            cameraOf[handle] = camera;
-        if (isForPanel && handle.startsWith('h'))
-            open.insert(handle);
-        if (!isForPanel && function != "GCWritePort")
-            continue;
-        ++counts[function];
-        if (camera.isEmpty() || camera != last.camera || (isForPanel && !isWithinActivation))
-            strays << QString("%1: camera %2, activated %3").arg(line.c_str(), camera, last.camera);
-    }
-    return strays + open.values();
-}
 
 QMutex warningsMutex;
 QStringList warnings; // of Qt, from any thread
