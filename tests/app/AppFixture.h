@@ -37,8 +37,8 @@ inline void addRows(const std::vector<const char *> &columns,
     }
 }
 
-/// A configuration of cameras: "A B,lock=none / C" has A and B on one interface, and C on a second one. Of "//C" there is
-/// the third interface alone.
+/// A configuration of cameras: "A B,lock=none / C" has A and B on one interface, and C on a second one. Of "//C" there
+/// is the third interface alone.
 inline std::string cameras(const QString &plan)
 {
     static const QRegularExpression text("=(?!\\d+$)(.*)");

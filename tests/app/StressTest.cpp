@@ -226,8 +226,8 @@ public:
         expect(simulator.calls().back() == "GCCloseLib() = 0", "the producer stays loaded");
     }
 
-    // The calls that open a camera for a panel or write to it, and that do not go to the one that was activated last; and
-    // what was opened for a panel and never closed.
+    // The calls that open a camera for a panel or write to it, and that do not go to the one that was activated last;
+    // and what was opened for a panel and never closed.
     QStringList strayCalls()
     {
         const QRegularExpression gap("[(), \"]+");
