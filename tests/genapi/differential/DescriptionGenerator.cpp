@@ -344,7 +344,7 @@ private:
         return pool.empty() ? "RW" : random.pick({"", "RO", "RO", "RW", "RW", "RW", "RW", "WO"});
     }
 
-    /// Nobody refers to those with conditions: the oracle looks at the conditions of a node, but not at those behind it.
+    /// Nobody refers to those with conditions: the oracle does not look at the conditions behind a node.
     void makeSwitch(bool hasConditions)
     {
         const Pattern &pattern = random.pick(switchPatterns);
@@ -575,8 +575,8 @@ private:
     std::vector<Question> reads;
     std::vector<Question> writes; ///< asked behind all reads: constants keep what is written to them
 
-    std::vector<std::pair<std::string, std::int64_t>>
-        smallNumbers;                  ///< from 0 to 7, with their values; nobody writes them
+    /// Names and values, from 0 to 7, of integers that nobody writes.
+    std::vector<std::pair<std::string, std::int64_t>> smallNumbers;
     std::vector<std::string> switches; ///< all that can be a condition
     std::vector<std::string> strings;
     Refs integers;
