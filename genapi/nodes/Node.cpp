@@ -65,7 +65,7 @@ std::string Node::name() const
 
 std::string Node::composeName(std::string (*part)(const char *)) const
 {
-    const std::string own = part(element.attribute("Name").value());
+    std::string own = part(element.attribute("Name").value());
     const pugi::xml_node parent = element.parent();
     const std::string outer = part(parent.attribute("Name").value());
     if (std::strcmp(element.name(), "EnumEntry") == 0)

@@ -8,7 +8,6 @@
 
 using namespace GenApi_3_2_TVN;
 using testing::ElementsAre;
-using testing::ThrowsMessage;
 
 namespace {
 
