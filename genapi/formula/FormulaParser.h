@@ -7,6 +7,7 @@
 #include "FormulaLexer.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <string>
 #include <string_view>

@@ -5,6 +5,7 @@
 #include "ElementText.h"
 
 #include <algorithm>
+#include <iterator>
 #include <numeric>
 
 namespace GenApi_3_2_TVN {
