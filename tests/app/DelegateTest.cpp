@@ -4,7 +4,6 @@
 #include "DeviceItemDelegate.h"
 
 #include <QPainter>
-#include <QSignalSpy>
 #include <QStandardItemModel>
 #include <functional>
 
@@ -15,7 +14,7 @@ class DelegateTest : public QObject
 private slots:
     void row_data();
     void row();
-    void sizes();
+    void size();
 };
 
 namespace {
@@ -103,15 +102,9 @@ void DelegateTest::row()
     QCOMPARE(image, expected);
 }
 
-void DelegateTest::sizes()
+void DelegateTest::size()
 {
-    DeviceItemDelegate delegate(nullptr);
-    QCOMPARE(delegate.sizeHint({}, {}), QSize(200, 64));
-    const QStandardItemModel model(2, 1);
-    const QSignalSpy spy(&delegate, &DeviceItemDelegate::sizeHintChanged);
-    delegate.onSelectedChanged(model.index(1, 0), model.index(0, 0));
-    QCOMPARE(spy.value(0), QVariantList{model.index(0, 0)});
-    QCOMPARE(spy.value(1), QVariantList{model.index(1, 0)});
+    QCOMPARE(DeviceItemDelegate(nullptr).sizeHint({}, {}), QSize(200, 64));
 }
 
 QTEST_MAIN(DelegateTest)

@@ -41,20 +41,21 @@ class PasswordControlTest : public QObject
     Q_OBJECT
 
 private slots:
-    void construction();
-    void fontSetInPixels();
+    void sizes();
     void rules_data();
     void rules();
-    void tellsItsOwner();
+    void editingFinished();
     void looks_data();
     void looks();
     void eye();
 };
 
-void PasswordControlTest::construction()
+// There is no point size to scale when the font is set in pixels. Qt says so, and the field is there all the same.
+void PasswordControlTest::sizes()
 {
     QWidget parent;
-    parent.setFont(QFont("Sans", 11));
+    QFont font("Sans", 11);
+    parent.setFont(font);
     const PasswordControl field(&parent);
     const FieldParts parts(&field);
     QCOMPARE(field.layout()->spacing(), 4);
@@ -63,23 +64,14 @@ void PasswordControlTest::construction()
     QCOMPARE(parts.edit->minimumHeight(), 17);
     QCOMPARE(parts.caption->font().pointSizeF(), 9.35);
     QCOMPARE(parts.error->font(), parts.caption->font());
-    QCOMPARE(parts.underline->frameShape(), QFrame::HLine);
-    QCOMPARE(parts.underline->frameShadow(), QFrame::Plain);
-    QCOMPARE(parts.underline->styleSheet(), QString("QFrame {color: black}"));
-}
 
-// There is no point size to scale then. Qt says so, and the field is there all the same.
-void PasswordControlTest::fontSetInPixels()
-{
-    QWidget parent;
-    QFont font = parent.font();
     font.setPixelSize(15);
     parent.setFont(font);
     QTest::ignoreMessage(QtWarningMsg, QRegularExpression("setPointSizeF: Point size <= 0"));
     QTest::ignoreMessage(QtWarningMsg, QRegularExpression("setMinimumSize: .*Negative sizes"));
-    const PasswordControl field(&parent);
-    QCOMPARE(FieldParts(&field).error->font().pixelSize(), 15);
-    QCOMPARE(FieldParts(&field).edit->minimumHeight(), 0);
+    const PasswordControl inPixels(&parent);
+    QCOMPARE(FieldParts(&inPixels).error->font().pixelSize(), 15);
+    QCOMPARE(FieldParts(&inPixels).edit->minimumHeight(), 0);
 }
 
 // The complaint of the text, then what is told when something else than the text changes.
@@ -141,21 +133,15 @@ void PasswordControlTest::rules()
     QVERIFY(!then.endsWith("clear") || (field.errorText() + field.text()).isEmpty());
 }
 
-void PasswordControlTest::tellsItsOwner()
+// Nobody listens to it; the panel's tests need the other signals.
+void PasswordControlTest::editingFinished()
 {
     PasswordControl field;
-    const QSignalSpy textChanged(&field, &PasswordControl::textChanged);
-    const QSignalSpy returnPressed(&field, &PasswordControl::returnPressed);
-    const QSignalSpy editingFinished(&field, &PasswordControl::editingFinished);
-    const QSignalSpy validChanged(&field, &PasswordControl::passwordValidChanged);
+    const QSignalSpy finished(&field, &PasswordControl::editingFinished);
     QTest::keyClicks(FieldParts(&field).edit, "abc");
-    QCOMPARE(textChanged.count(), 3);
-    QCOMPARE(textChanged.last(), QVariantList{"abc"});
-    QCOMPARE(validChanged.count(), 1);
+    QVERIFY(finished.isEmpty());
     QTest::keyClick(FieldParts(&field).edit, Qt::Key_Return);
-    QCOMPARE(returnPressed.count(), 1);
-    QCOMPARE(editingFinished.count(), 1);
-    QCOMPARE(editingFinished.last(), QVariantList{"abc"});
+    QCOMPARE(finished.value(0), QVariantList{"abc"});
 }
 
 void PasswordControlTest::looks_data()
