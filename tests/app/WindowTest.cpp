@@ -168,51 +168,45 @@ void WindowTest::overtakenAnnouncement()
     QCOMPARE(list.model->currentIndex(), list.row(0));
 }
 
+// The view keeps its place in the rows, whose number changes without a signal.
 void WindowTest::rowsComeAndGo()
 {
     WindowList list(manyCameras(20));
     QListView &view = list.view;
-    const QScrollBar &bar = *view.verticalScrollBar();
-    const auto isDrawn = [&](int position) {
-        const QImage image = view.viewport()->grab(list.place(position)).toImage();
-        QImage blank = image;
-        blank.fill(image.pixelColor(0, 0));
-        return image != blank;
-    };
-    const auto isCurrent = [&](const QModelIndex &index) {
-        const QModelIndexList selected = view.selectionModel()->selectedIndexes();
-        return view.currentIndex() == index && selected.value(0) == index &&
-               selected.size() == index.isValid();
+    QScrollBar &bar = *view.verticalScrollBar();
+    const auto isCurrent = [&view](const QModelIndex &index) {
+        return view.currentIndex() == index &&
+               view.selectionModel()->selectedIndexes() == QModelIndexList{index};
     };
     view.setCurrentIndex(list.row(10));
     view.scrollTo(list.row(11), QAbstractItemView::PositionAtTop);
     const int scrolled = bar.value();
     const int range = bar.maximum();
-    QVERIFY(isDrawn(11) && scrolled > 0);
-
+    QVERIFY(scrolled > 0);
     for (const int count : {25, 18}) {
         list.plug(manyCameras(count));
         list.pass();
         QCOMPARE(bar.maximum(), range + count - 20);
         QCOMPARE(bar.value(), scrolled);
         QVERIFY(isCurrent(list.row(10)));
-        view.scrollToBottom();
-        QVERIFY(isDrawn(count - 1));
-        view.verticalScrollBar()->setValue(scrolled);
     }
-    // Rows before the current one go: it moves up, and is selected there.
     list.plug("C9 C10 C11");
     list.pass();
-    QVERIFY(isCurrent(list.row(1)));
     QCOMPARE(bar.maximum(), 0);
-    QVERIFY(isDrawn(0) && isDrawn(2));
+    QVERIFY(isCurrent(list.row(1)));
     list.plug("C9");
     list.pass();
-    QVERIFY(isCurrent({}));
+    QVERIFY(!view.currentIndex().isValid() && !view.selectionModel()->hasSelection());
+
+    // The view drops a gone row that the model has not heard of, too.
+    {
+        const QSignalBlocker unheard(view);
+        view.setCurrentIndex(list.row(0));
+    }
     list.plug("");
     list.pass();
+    QVERIFY(!view.currentIndex().isValid());
     QVERIFY(!view.indexAt(QPoint(5, 5)).isValid());
-    view.viewport()->grab();
 }
 
 // From the row to the panel, and back into the row.
