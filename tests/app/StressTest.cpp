@@ -191,8 +191,6 @@ public:
             rest();
         }
         counts["changes"] = changesMade;
-        counts["passes"] = passes;
-        counts["acts"] = acts;
     }
 
     void unlockOneMore()
@@ -402,13 +400,12 @@ private:
             if (edit->isVisible())
                 QTest::keyClicks(edit, texts.takeFirst());
         }
-        QList<QPushButton *> buttons = panel.findChildren<QPushButton *>();
-        const auto isOffered = [](const QWidget *button) {
-            return button->isVisible() && button->isEnabled();
-        };
-        buttons.erase(std::partition(buttons.begin(), buttons.end(), isOffered), buttons.end());
-        if (!buttons.isEmpty())
-            press(panel, *buttons[random.draw(buttons.count())]);
+        QList<QPushButton *> offered;
+        for (QPushButton *button : panel.findChildren<QPushButton *>())
+            if (button->isVisible() && button->isEnabled())
+                offered << button;
+        if (!offered.isEmpty())
+            press(panel, *offered[random.draw(offered.count())]);
     }
 
     void press(PasswordWidget &panel, const QPushButton &button)
@@ -449,9 +446,10 @@ private:
     QList<PasswordWidget *> panels() const { return window->findChildren<PasswordWidget *>(); }
     PasswordWidget *shownPanel() const
     {
-        const auto all = panels();
-        const auto shown = std::ranges::find_if(all, &QWidget::isVisible);
-        return shown == all.end() ? nullptr : *shown;
+        for (PasswordWidget *panel : panels())
+            if (panel->isVisible())
+                return panel;
+        return nullptr;
     }
     // Whether a pass was running at some time since the present act has begun.
     bool hasMetPass() const { return stepsBefore % 2 || passSteps != stepsBefore; }
@@ -491,11 +489,6 @@ void keepWarning(QtMsgType type, const QMessageLogContext &, const QString &text
         warnings << text;
 }
 
-unsigned setting(const char *name, unsigned otherwise)
-{
-    return qEnvironmentVariableIsSet(name) ? qEnvironmentVariable(name).toUInt() : otherwise;
-}
-
 } // namespace
 
 class StressTest : public QObject
@@ -508,8 +501,8 @@ private slots:
 
 void StressTest::changes()
 {
-    const unsigned seed = setting("TORVANE_STRESS_SEED", 20260107);
-    const int changes = static_cast<int>(setting("TORVANE_STRESS_CHANGES", 1000));
+    const unsigned seed = qEnvironmentVariable("TORVANE_STRESS_SEED", "20260107").toUInt();
+    const int changes = qEnvironmentVariable("TORVANE_STRESS_CHANGES", "1000").toInt();
     qInfo("seed %u, %d changes", seed, changes);
     std::cin.setstate(std::ios_base::eofbit); // as the application does, which must not wait for a terminal
     std::optional<Session> session;
