@@ -33,85 +33,52 @@ protected:
     Environment search{"GENICAM_GENTL64_PATH", std::filesystem::path(simulator.cti()).parent_path().string()};
 };
 
-struct UsageFault
+TEST_F(ConsoleRun, EndsWithStatusTwoForEachFault)
 {
-    std::string name;
-    std::vector<std::string> arguments;
-    std::string message;
-    std::string input{};
-};
-
-void PrintTo(const UsageFault &fault, std::ostream *stream)
-{
-    *stream << fault.name;
-}
-
-class UsageFaultTest : public ConsoleRun, public testing::WithParamInterface<UsageFault>
-{};
-
-TEST_P(UsageFaultTest, EndsWithStatusTwo)
-{
-    const Outcome outcome = run(GetParam().arguments, GetParam().input);
-    EXPECT_EQ(outcome.status, 2);
-    EXPECT_EQ(outcome.output, "");
-    EXPECT_EQ(outcome.errors, "torvane_console: " + GetParam().message + "\nTry 'torvane_console --help'.\n");
+    const std::string readError = "Can't read a password from standard input: ";
+    const struct
+    {
+        std::vector<std::string> arguments;
+        std::string message;
+        std::string input{};
+    } faults[] = {
+        {{"--lock", "--colour"}, "Unknown option or surplus argument '--colour'"},
+        {{"--password", "my", "secret"}, "Unknown option or surplus argument 'secret'"},
+        {{"--list"}, "Unknown option or surplus argument '--list'"}, // no abbreviations
+        {{"--serial"}, "--serial: 1 required SERIAL missing"},
+        {{"--serial", ""}, "--serial: the value is empty"},
+        {{"--password=", "--lock"}, "--password: the value is empty"}, // doesn't take the next argument
+        {{"--serial", "1", "--serial", "2"}, "--serial: At Most 1 required but received 2"},
+        {{"--password", "a", "--password-file", "b"},
+         "--password and --password-file can't be used together. Give one of them."},
+        {{"--new-password-file", "-", "--new-password", "b"},
+         "--new-password and --new-password-file can't be used together. Give one of them."},
+        {{"--list-devices", "--library", "some.cti"},
+         "--library can't be used with --list-devices, which shows what the search finds. Name the "
+         "producer's folder in GENICAM_GENTL64_PATH instead."},
+        {{"--list-libraries", "--lock"}, "--lock can't be used with --list-libraries, which only lists."},
+        {{"--password-file", "no-such-file"},
+         "Can't read a password from 'no-such-file': No such file or directory"},
+        {{"--new-password-file", "."}, "Can't read a password from '.': Is a directory"},
+        {{"--password-file", "/dev/null"}, "Can't read a password from '/dev/null': there is no line"},
+        {{"--password-file", "-"}, readError + "the first line is empty", "\nx"},
+        {{"--password-file", "-"}, readError + "the first line is empty", "\r\nx"},
+        {{"--password-file", "-", "--new-password-file", "-"}, readError + "there is no line", "hunter22\n"},
+        {{"--password-file", "-"},
+         readError + "the first line holds a zero byte; the file must be plain text, such as UTF-8",
+         std::string("h\0u\0", 4)},
+        {{"--password-file", "-"},
+         readError + "the first line is longer than 4096 bytes",
+         std::string(4097, 'x')},
+    };
+    for (const auto &fault : faults) {
+        const Outcome outcome = run(fault.arguments, fault.input);
+        EXPECT_EQ(outcome.status, 2) << fault.message;
+        EXPECT_EQ(outcome.output, "");
+        EXPECT_EQ(outcome.errors, "torvane_console: " + fault.message + "\nTry 'torvane_console --help'.\n");
+    }
     EXPECT_TRUE(simulator.calls().empty());
 }
-
-const std::vector<UsageFault> faults{
-    {"UnknownOption", {"--lock", "--colour"}, "Unknown option or surplus argument '--colour'"},
-    {"SurplusArgument", {"--password", "my", "secret"}, "Unknown option or surplus argument 'secret'"},
-    {"NoAbbreviation", {"--list"}, "Unknown option or surplus argument '--list'"},
-    {"MissingValue", {"--serial"}, "--serial: 1 required SERIAL missing"},
-    {"EmptyValue", {"--serial", ""}, "--serial: the value is empty"},
-    {"EmptyValueDoesNotTakeTheNext", {"--password=", "--lock"}, "--password: the value is empty"},
-    {"GivenTwice", {"--serial", "1", "--serial", "2"}, "--serial: At Most 1 required but received 2"},
-    {"BothFormsOfThePassword",
-     {"--password", "a", "--password-file", "b"},
-     "--password and --password-file can't be used together. Give one of them."},
-    {"BothFormsOfTheNewPassword",
-     {"--new-password-file", "-", "--new-password", "b"},
-     "--new-password and --new-password-file can't be used together. Give one of them."},
-    {"LibraryWithAList",
-     {"--list-devices", "--library", "some.cti"},
-     "--library can't be used with --list-devices, which shows what the search finds. Name the producer's "
-     "folder in "
-     "GENICAM_GENTL64_PATH instead."},
-    {"ActionWithAList",
-     {"--list-libraries", "--lock"},
-     "--lock can't be used with --list-libraries, which only lists."},
-    {"NoSuchFile",
-     {"--password-file", "no-such-file"},
-     "Can't read a password from 'no-such-file': No such file or directory"},
-    {"Folder", {"--new-password-file", "."}, "Can't read a password from '.': Is a directory"},
-    {"EmptyFile",
-     {"--password-file", "/dev/null"},
-     "Can't read a password from '/dev/null': there is no line"},
-    {"EmptyLine",
-     {"--password-file", "-"},
-     "Can't read a password from standard input: the first line is empty",
-     "\nx"},
-    {"OnlyACarriageReturn",
-     {"--password-file", "-"},
-     "Can't read a password from standard input: the first line is empty",
-     "\r\nx"},
-    {"NoSecondLine",
-     {"--password-file", "-", "--new-password-file", "-"},
-     "Can't read a password from standard input: there is no line",
-     "hunter22\n"},
-    {"WideEncoding",
-     {"--password-file", "-"},
-     "Can't read a password from standard input: the first line holds a zero byte; the file must be plain "
-     "text, such "
-     "as UTF-8",
-     std::string("h\0u\0", 4)},
-    {"LongLine",
-     {"--password-file", "-"},
-     "Can't read a password from standard input: the first line is longer than 4096 bytes",
-     std::string(4097, 'x')},
-};
-
-INSTANTIATE_TEST_SUITE_P(CommandLines, UsageFaultTest, testing::ValuesIn(faults));
 
 TEST_F(ConsoleRun, TakesThePasswordFromTheFirstLineOfAFile)
 {
