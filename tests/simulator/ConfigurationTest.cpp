@@ -55,71 +55,59 @@ TEST(Configuration, TheExampleOfItsPageIsRight)
     EXPECT_EQ(client.read(camera.port, lockState, 8), "01 00 00 00 01 00 00 00");
 }
 
-struct Fault
-{
-    const char *name;
-    const char *toml;
-    const char *text; ///< behind the path
-};
-
-constexpr Fault faults[] = {
-    {"unknown word", "[[interface]]\nid = \"e\"\n[[interface.camera]]\nid = \"A1\"\nlock = \"maybe\"\n",
-     R"(:5: camera "A1": lock = "maybe"; one of "default", "locked", "unlocked", "none")"},
-    {"unknown key of a camera",
-     "[[interface]]\nid = \"e\"\n[[interface.camera]]\nid = \"A1\"\nlocked = true\n",
-     R"(:5: camera "A1": unknown key "locked")"},
-    {"unknown key at the top", "camera = 1\n", R"(:1: configuration: unknown key "camera")"},
-    {"wrong type", "[producer]\nlatency_ms = \"slow\"\n",
-     R"(:2: producer: latency_ms = "slow"; a whole number from 0 to 3600000 is expected)"},
-    {"table for a text", "[[interface]]\nid = {}\n",
-     R"(:2: interface: id = table; a text in quotes is expected)"},
-    {"missing identifier", "[[interface]]\nname = \"n\"\n", R"(:1: interface: id is missing)"},
-    {"identifier twice",
-     "[[interface]]\nid = \"e\"\n[[interface.camera]]\nid = \"A1\"\n[[interface.camera]]\nid = \"A1\"\n",
-     R"(:6: interface "e": id = "A1"; another camera of the interface has it already)"},
-    {"table instead of a list", "[interface]\nid = \"e\"\n",
-     R"(:1: configuration: interface is not a list of tables; write [[interface]])"},
-    {"IP address", "[[interface]]\nid = \"e\"\n[[interface.camera]]\nid = \"A1\"\nip = \"192.168.0.256\"\n",
-     R"(:5: camera "A1": ip = "192.168.0.256"; an address like "192.168.0.10" is expected)"},
-    {"empty password", "[[interface]]\nid = \"e\"\n[[interface.camera]]\nid = \"A1\"\npassword = \"\"\n",
-     R"(:5: camera "A1": password = ""; 1 to 64 bytes are expected)"},
-    {"description file", "[[interface]]\nid = \"e\"\n[[interface.camera]]\nid = \"A1\"\nxml = \"no.xml\"\n",
-     R"(:5: camera "A1": xml = "no.xml"; there is no such file)"},
-    {"misspelt function", "[[failure]]\nfunction = \"GCRead\"\n",
-     R"(:2: failure: function = "GCRead"; not the name of a GenTL function)"},
-    {"failure that succeeds", "[[failure]]\nfunction = \"TLOpen\"\ncode = 0\n",
-     R"(:3: failure: code = 0; a whole number from -2147483648 to -1 is expected)"},
-    {"fault in another producer's part", "[[interface]]\nid = \"e\"\nproducer = \"second\"\nspeed = 1\n",
-     R"(:4: interface "e": unknown key "speed")"},
-};
-
 TEST(Configuration, FaultsAreNamed)
 {
+    const std::string camera = "[[interface]]\nid = \"e\"\n[[interface.camera]]\nid = \"A1\"\n";
+    const struct
+    {
+        std::string toml;
+        const char *text; // behind the path
+    } faults[] = {
+        {camera + "lock = \"maybe\"\n",
+         R"(:5: camera "A1": lock = "maybe"; one of "default", "locked", "unlocked", "none")"},
+        {camera + "locked = true\n", R"(:5: camera "A1": unknown key "locked")"},
+        {"camera = 1\n", R"(:1: configuration: unknown key "camera")"},
+        {"[producer]\nlatency_ms = \"slow\"\n",
+         R"(:2: producer: latency_ms = "slow"; a whole number from 0 to 3600000 is expected)"},
+        {"[[interface]]\nid = {}\n", R"(:2: interface: id = table; a text in quotes is expected)"},
+        {"[[interface]]\nname = \"n\"\n", R"(:1: interface: id is missing)"},
+        {camera + "[[interface.camera]]\nid = \"A1\"\n",
+         R"(:6: interface "e": id = "A1"; another camera of the interface has it already)"},
+        {"[interface]\nid = \"e\"\n",
+         R"(:1: configuration: interface is not a list of tables; write [[interface]])"},
+        {camera + "ip = \"192.168.0.256\"\n",
+         R"(:5: camera "A1": ip = "192.168.0.256"; an address like "192.168.0.10" is expected)"},
+        {camera + "password = \"\"\n", R"(:5: camera "A1": password = ""; 1 to 64 bytes are expected)"},
+        {camera + "xml = \"no.xml\"\n", R"(:5: camera "A1": xml = "no.xml"; there is no such file)"},
+        {"[[failure]]\nfunction = \"GCRead\"\n",
+         R"(:2: failure: function = "GCRead"; not the name of a GenTL function)"},
+        {"[[failure]]\nfunction = \"TLOpen\"\ncode = 0\n",
+         R"(:3: failure: code = 0; a whole number from -2147483648 to -1 is expected)"},
+        {"[[interface]]\nid = \"e\"\nproducer = \"second\"\nspeed = 1\n",
+         R"(:4: interface "e": unknown key "speed")"},
+    };
     Simulator simulator;
     Client client{Simulator::cti()};
-    for (const Fault &fault : faults) {
+    for (const auto &fault : faults) {
         simulator.configure(fault.toml);
         client.init();
-        EXPECT_EQ(client.code, GC_ERR_INVALID_VALUE) << fault.name;
-        EXPECT_EQ(client.lastError(), simulator.configPath().string() + fault.text) << fault.name;
+        EXPECT_EQ(client.code, GC_ERR_INVALID_VALUE) << fault.toml;
+        EXPECT_EQ(client.lastError(), simulator.configPath().string() + fault.text);
     }
     simulator.configure("[[interface\n");
     client.init();
     EXPECT_THAT(client.lastError(), testing::StartsWith(simulator.configPath().string() + ":1: "));
 
-    simulator.configure(Simulator::oneCamera);
+    std::filesystem::remove(simulator.configPath());
+    client.init();
+    EXPECT_EQ(client.code, GC_ERR_IO) << "the default cameras in place of a missing file";
+    EXPECT_EQ(client.lastError(), simulator.configPath().string() + ": No such file or directory");
+
+    simulator.configure("[producer]\nversion = \"2.10\"");
     client.init();
     EXPECT_EQ(client.code, GC_ERR_SUCCESS) << "a failed GCInitLib leaves the library as it was";
-}
-
-TEST(Configuration, AMissingFileIsAnErrorAndNotTheDefault)
-{
-    Simulator simulator;
-    std::filesystem::remove(simulator.configPath());
-    Client client{Simulator::cti()};
-    client.init();
-    EXPECT_EQ(client.code, GC_ERR_IO);
-    EXPECT_EQ(client.lastError(), simulator.configPath().string() + ": No such file or directory");
+    EXPECT_EQ(client.query<PGCGetInfo>("GCGetInfo", TL_INFO_GENTL_VER_MAJOR), "\2\0\0\0"s);
+    EXPECT_EQ(client.query<PGCGetInfo>("GCGetInfo", TL_INFO_GENTL_VER_MINOR), "\n\0\0\0"s);
 }
 
 TEST(Configuration, AFaultWhileRunningKeepsTheOldCameras)
@@ -134,15 +122,6 @@ TEST(Configuration, AFaultWhileRunningKeepsTheOldCameras)
         EXPECT_EQ(client.lastError(), simulator.configPath().string() + ":1: interface: id is missing");
     }
     EXPECT_EQ(client.read(camera.port, lockState, 4), "01 00 00 00");
-}
-
-TEST(Configuration, TheVersionIsReported)
-{
-    Simulator simulator("[producer]\nversion = \"2.10\"");
-    Client client{Simulator::cti()};
-    client.init();
-    EXPECT_EQ(client.query<PGCGetInfo>("GCGetInfo", TL_INFO_GENTL_VER_MAJOR), "\2\0\0\0"s);
-    EXPECT_EQ(client.query<PGCGetInfo>("GCGetInfo", TL_INFO_GENTL_VER_MINOR), "\n\0\0\0"s);
 }
 
 // The counts of a rule run from the first reading of the file; a rule that stands there unchanged keeps its
@@ -181,12 +160,10 @@ TEST_F(FailureTest, StrikesFromTheFirstCallOnAsOftenAsItSays)
     EXPECT_EQ(client.lastError(), "no answer");
     client.devices(camera->interface); // reads the configuration, which has not changed
     EXPECT_EQ(reads(3), "-1011 ok ok");
-}
 
-TEST_F(FailureTest, StrikesForEverWithACountOfZero)
-{
+    client.close();
     open("[[failure]]\nfunction = \"GCReadPort\"\ncount = 0\n");
-    EXPECT_EQ(reads(4), "-1001 -1001 -1001 -1001");
+    EXPECT_EQ(reads(4), "-1001 -1001 -1001 -1001") << "a count of zero: for ever";
     EXPECT_EQ(client.lastError(), "injected failure of GCReadPort");
 }
 
@@ -213,6 +190,7 @@ TEST_F(FailureTest, ReachesTheLibraryItselfAndTheRefreshThatReadsIt)
     client.init();
     EXPECT_EQ(client.code, GC_ERR_RESOURCE_EXHAUSTED);
     EXPECT_EQ(client.lastError(), "injected failure of GCInitLib");
+    EXPECT_EQ(client.call<PGCCloseLib>("GCCloseLib")(), GC_ERR_NOT_INITIALIZED);
     camera = std::make_unique<OpenCamera>(client);
 
     simulator.failNth("IFUpdateDeviceList", GC_ERR_TIMEOUT, 1, 1, "id = \"sim-eth0\"\n");
