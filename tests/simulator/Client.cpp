@@ -85,10 +85,8 @@ std::vector<std::string> Client::devices(IF_HANDLE interface)
 std::int32_t Client::accessStatus(IF_HANDLE interface, const char *id)
 {
     std::int32_t status = -1;
-    std::size_t size = sizeof status;
-    INFO_DATATYPE type = 0;
-    code = call<PIFGetDeviceInfo>("IFGetDeviceInfo")(interface, id, DEVICE_INFO_ACCESS_STATUS, &type, &status,
-                                                     &size);
+    query<PIFGetDeviceInfo>("IFGetDeviceInfo", interface, id, DEVICE_INFO_ACCESS_STATUS)
+        .copy(reinterpret_cast<char *>(&status), sizeof status);
     return status;
 }
 

@@ -45,8 +45,8 @@ TEST(Module, TwoModulesInOneProcessShareNothingButTheStateFile)
     EXPECT_EQ(first.lastError(), "") << "the failure of the other module";
 
     second.init();
-    EXPECT_EQ(second.call<PDevClose>("DevClose")(camera.device), GC_ERR_INVALID_HANDLE);
     const IF_HANDLE interface = second.openInterface(second.openTL());
+    EXPECT_EQ(second.call<PIFClose>("IFClose")(camera.interface), GC_ERR_INVALID_HANDLE);
     EXPECT_EQ(second.accessStatus(interface), DEVICE_ACCESS_STATUS_BUSY);
     second.openDevice(interface);
     EXPECT_EQ(second.code, GC_ERR_ACCESS_DENIED);
@@ -90,7 +90,9 @@ TEST(Log, ShowsArgumentsCodesAndOutputsOfEachCall)
     Simulator simulator;
     Client client{Simulator::cti()};
     OpenCamera camera{client};
-    client.query<PIFGetDeviceInfo>("IFGetDeviceInfo", camera.interface, "sim-1", DEVICE_INFO_MODEL);
+    for (const DEVICE_INFO_CMD command :
+         {DEVICE_INFO_MODEL, DEVICE_INFO_ACCESS_STATUS, DEVICE_INFO_TIMESTAMP_FREQUENCY})
+        client.query<PIFGetDeviceInfo>("IFGetDeviceInfo", camera.interface, "sim-1", command);
     client.read(camera.port, lockState, 4);
     client.write(camera.port, unlockPassword, "hunter22");
     client.read(camera.port, 0xf0000000, 100);
@@ -111,6 +113,10 @@ TEST(Log, ShowsArgumentsCodesAndOutputsOfEachCall)
                             "IFOpenDevice(h2, \"sim-1\", 3) = 0 h3", "DevGetPort(h3) = 0 h4",
                             "IFGetDeviceInfo(h2, \"sim-1\", 2, null) = 0 10",
                             "IFGetDeviceInfo(h2, \"sim-1\", 2) = 0 \"SimCam G5\"",
+                            "IFGetDeviceInfo(h2, \"sim-1\", 5, null) = 0 4",
+                            "IFGetDeviceInfo(h2, \"sim-1\", 5) = 0 5",
+                            "IFGetDeviceInfo(h2, \"sim-1\", 9, null) = 0 8",
+                            "IFGetDeviceInfo(h2, \"sim-1\", 9) = 0 1000000000",
                             "GCReadPort(h4, 0x50001000, 4) = 0 [01 00 00 00]",
                             "GCWritePort(h4, 0x50002040, 8) = 0 [68 75 6e 74 65 72 32 32]",
                             "GCReadPort(h4, 0xf0000000, 100) = 0 "
