@@ -63,14 +63,13 @@ TEST_F(CameraTest, ANewPasswordIsTakenOnlyWhileUnlocked)
 
 TEST_F(CameraTest, PasswordWritesOfAnotherShapeAreRefused)
 {
-    struct Row
+    const struct
     {
         const char *name;
         std::uint64_t address;
         std::string bytes;
         GC_ERROR code;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"4 bytes", unlockPassword, "hunt", GC_ERR_INVALID_VALUE},
         {"no multiple of 4", unlockPassword, "hunter22!", GC_ERR_INVALID_VALUE},
         {"longer than the register", newPassword, std::string(68, 'x'), GC_ERR_INVALID_ADDRESS},
@@ -83,7 +82,7 @@ TEST_F(CameraTest, PasswordWritesOfAnotherShapeAreRefused)
         {"nothing", unlockPassword, "", GC_ERR_INVALID_PARAMETER},
     };
     client.write(camera.port, unlockPassword, "hunter22");
-    for (const Row &row : rows)
+    for (const auto &row : rows)
         EXPECT_EQ(client.write(camera.port, row.address, row.bytes), row.code) << row.name;
     client.write(camera.port, commandRegister, lockCommand);
     client.write(camera.port, unlockPassword, "hunter22");
@@ -153,20 +152,9 @@ TEST_F(CameraTest, FeatureRegistersHoldTheConfiguredValues)
 class DescriptionTest : public testing::Test
 {
 protected:
-    template <class Number>
-    Number number(URL_INFO_CMD command)
+    std::string info(URL_INFO_CMD command)
     {
-        Number value = 0;
-        const std::string bytes =
-            client.query<PGCGetPortURLInfo>("GCGetPortURLInfo", camera->port, 0u, command);
-        EXPECT_EQ(bytes.size(), sizeof value);
-        bytes.copy(reinterpret_cast<char *>(&value), sizeof value);
-        return value;
-    }
-
-    std::string text(URL_INFO_CMD command)
-    {
-        return client.query<PGCGetPortURLInfo>("GCGetPortURLInfo", camera->port, 0u, command).c_str();
+        return client.query<PGCGetPortURLInfo>("GCGetPortURLInfo", camera->port, 0u, command);
     }
 
     /// The file, by one read of its whole length.
@@ -174,9 +162,11 @@ protected:
     {
         simulator.configure(cameraWith(keys));
         camera = std::make_unique<OpenCamera>(client);
-        EXPECT_EQ(number<std::int32_t>(URL_INFO_SCHEME), URL_SCHEME_LOCAL);
-        return client.readBytes(camera->port, number<std::uint64_t>(URL_INFO_FILE_REGISTER_ADDRESS),
-                                number<std::uint64_t>(URL_INFO_FILE_SIZE));
+        EXPECT_EQ(info(URL_INFO_SCHEME), "\0\0\0\0"s) << "local";
+        EXPECT_EQ(info(URL_INFO_FILE_REGISTER_ADDRESS), "\0\0\0\xf0\0\0\0\0"s);
+        std::uint64_t size = 0;
+        info(URL_INFO_FILE_SIZE).copy(reinterpret_cast<char *>(&size), sizeof size);
+        return client.readBytes(camera->port, 0xf0000000, size);
     }
 
     Simulator simulator;
@@ -189,9 +179,9 @@ TEST_F(DescriptionTest, TheUrlTellsWhatTheQueriesTell)
     const std::string file = load("model = \"Cam & <1>\"");
     char size[20];
     std::snprintf(size, sizeof size, "%zX", file.size());
-    EXPECT_EQ(text(URL_INFO_URL),
-              "local:///Cam____1_.xml;F0000000;" + std::string(size) + "?SchemaVersion=1.1.0");
-    EXPECT_EQ(text(URL_INFO_FILENAME), "Cam____1_.xml");
+    EXPECT_STREQ(info(URL_INFO_URL).c_str(),
+                 ("local:///Cam____1_.xml;F0000000;" + std::string(size) + "?SchemaVersion=1.1.0").c_str());
+    EXPECT_STREQ(info(URL_INFO_FILENAME).c_str(), "Cam____1_.xml");
     EXPECT_THAT(file, HasSubstr("ModelName=\"Cam &amp; &lt;1>\""));
     EXPECT_THAT(file, testing::EndsWith("</RegisterDescription>\n"));
     EXPECT_EQ(client.read(camera->port, 0xf0000000 + file.size() - 1, 2), "") << "a read beyond the file";
@@ -209,7 +199,7 @@ TEST_F(DescriptionTest, AFileOfTheUserAndAnotherUrlReplaceTheBuiltInOnes)
 {
     std::ofstream(simulator.folder() / "own.xml") << "<own/>";
     EXPECT_EQ(load("xml = \"own.xml\"\nurl = \"http://nowhere\"\nport_name = \"Other\""), "<own/>");
-    EXPECT_EQ(text(URL_INFO_URL), "http://nowhere");
+    EXPECT_STREQ(info(URL_INFO_URL).c_str(), "http://nowhere");
     EXPECT_STREQ(client.query<PGCGetPortInfo>("GCGetPortInfo", camera->port, PORT_INFO_PORTNAME).c_str(),
                  "Other");
 }
@@ -219,7 +209,7 @@ TEST_F(DescriptionTest, AZippedOneIsAnArchiveWithTheXmlInIt)
     std::ofstream(simulator.folder() / "own.xml")
         << "123456789"; // its CRC-32 is the check value of the algorithm
     const std::string file = load("description = \"zipped\"\nxml = \"own.xml\"\nmodel = \"M\"");
-    EXPECT_EQ(text(URL_INFO_FILENAME), "M.zip");
+    EXPECT_STREQ(info(URL_INFO_FILENAME).c_str(), "M.zip");
     ASSERT_EQ(file.size(), 30 + 5 + 9 + 46 + 5 + 22);
     EXPECT_EQ(file.substr(0, 4), "PK\3\4");
     EXPECT_EQ(file.substr(14, 4), "\x26\x39\xf4\xcb");

@@ -123,12 +123,11 @@ TEST(State, ProcessesThatChangeDifferentCamerasAtOnceLoseNothing)
 
 TEST(State, ADamagedFileIsToldAndLeftAlone)
 {
-    struct Row
+    const struct
     {
         const char *content;
-        const char *text; ///< behind the path
-    };
-    const Row rows[] = {
+        const char *text; // behind the path
+    } rows[] = {
         {"[sim-1]\npassword = \"68zz\"\n",
          R"(:2: camera "sim-1": password = "68zz"; pairs of hexadecimal digits )"
          "are expected; delete the state file to start afresh"},
@@ -142,7 +141,7 @@ TEST(State, ADamagedFileIsToldAndLeftAlone)
     Simulator simulator;
     Client client{Simulator::cti()};
     OpenCamera camera{client};
-    for (const Row &row : rows) {
+    for (const auto &row : rows) {
         std::ofstream(simulator.statePath()) << row.content;
         EXPECT_EQ(client.write(camera.port, commandRegister, lockCommand), GC_ERR_IO);
         EXPECT_EQ(client.lastError(), simulator.statePath().string() + row.text);
