@@ -86,11 +86,23 @@ type_text() { xdotool type --delay 20 -- "$1"; }
 
 press() { xdotool key --delay 20 "$@"; }
 
-# close_window WINDOW: as the user does, by the window manager's key.
+# close_window WINDOW: as the user does, by the window manager's key. One in a hundred is lost when the focus is given to
+# the window at that moment; then the user presses it again.
 close_window() {
-    await "the focus" is_active "$1"
-    press alt+F4
+    local try
+    for try in first second third; do
+        await "the focus" is_active "$1"
+        press alt+F4
+        for _ in {1..20}; do
+            is_shown "$1" || return 0
+            sleep 0.05
+        done
+        say "The $try key that closes a window had no effect"
+    done
+    return 1
 }
+
+is_shown() { windows | grep --quiet --line-regexp --fixed-strings -- "$1"; }
 
 # save_picture FILE: all that stands on the screen, once it stands still.
 save_picture() {
