@@ -2,11 +2,13 @@
 # SPDX-License-Identifier: MIT
 """Writes the performance page from the JSON results of the benchmarks, to standard output.
 
-report.py FOLDER: the folder holds one file for each program.
+report.py FOLDER: the folder holds a file for each run of each program.
 """
+import collections
 import datetime
 import json
 import pathlib
+import statistics
 import sys
 
 # What is measured, ours, what it is measured against, the budget for the ratio, and why it is there.
@@ -50,19 +52,24 @@ MEMORY_ROWS = [
 
 def medians(folder):
     """The median time of each benchmark, in nanoseconds, its median of bytes, and the machine that measured."""
-    times, memory, machine = {}, {}, {}
+    times, memory, machine = collections.defaultdict(list), collections.defaultdict(list), {}
     for path in sorted(pathlib.Path(folder).glob("*.json")):
         run = json.loads(path.read_text())
         machine = run["context"]
         for entry in run["benchmarks"]:
-            if entry.get("aggregate_name") == "median":
-                scale = {"ns": 1, "us": 1e3, "ms": 1e6}[entry["time_unit"]]
-                name = entry["run_name"].split("/")[0]
-                kind = "real_time" if "manual_time" in entry["run_name"] else "cpu_time"
-                times[name] = entry[kind] * scale
-                if "bytes" in entry:
-                    memory[name] = entry["bytes"]
-    return times, memory, machine
+            if entry["run_type"] != "iteration":
+                continue
+            scale = {"ns": 1, "us": 1e3, "ms": 1e6}[entry["time_unit"]]
+            name = entry["run_name"].split("/")[0]
+            kind = "real_time" if "manual_time" in entry["run_name"] else "cpu_time"
+            times[name].append(entry[kind] * scale)
+            if "bytes" in entry:
+                memory[name].append(entry["bytes"])
+    return medians_of(times), medians_of(memory), machine
+
+
+def medians_of(values):
+    return {name: statistics.median(measured) for name, measured in values.items()}
 
 
 def readable(value, units):
@@ -88,8 +95,8 @@ def main():
     times, memory, machine = medians(sys.argv[1])
     print("# Performance\n")
     print("Written by `scripts/bench`; not to be edited. Each row was measured side by side in one run: the median of")
-    print("15 repetitions in random order, in processor time, over simulated cameras and generated descriptions; a start")
-    print("of the program in elapsed time, each in a process of its own, on a display of Xvfb.\n")
+    print("25 repetitions in random order, in five processes, in processor time, over simulated cameras and generated")
+    print("descriptions; a start of the program in elapsed time, each in a process of its own, on a display of Xvfb.\n")
     print(f"{machine['num_cpus']} processors of {machine['mhz_per_cpu']} MHz, {datetime.date.today().isoformat()}.\n")
     print("| What | Time | Against | Time | Ratio | At most | |")
     print("|---|---|---|---|---|---|---|")
