@@ -86,8 +86,8 @@ type_text() { xdotool type --delay 20 -- "$1"; }
 
 press() { xdotool key --delay 20 "$@"; }
 
-# close_window WINDOW: as the user does, by the window manager's key. One in a hundred is lost when the focus is given to
-# the window at that moment; then the user presses it again.
+# close_window WINDOW: as the user does, by the window manager's key. On a window that has just got the focus, one in a
+# hundred has no effect; then the user presses it again.
 close_window() {
     local try
     for try in first second third; do
