@@ -6,18 +6,11 @@
 
 namespace GenApi_3_2_TVN {
 
-using GenICam_3_2_TVN::PropertyException;
-
 CommandNode::CommandNode(NodeMap &nodeMap, pugi::xml_node element)
     : Node{nodeMap, element},
-      value{*this, "Value", "pValue"},
-      commandValue{*this, "CommandValue", "pCommandValue"}
-{
-    if (!value.isPresent())
-        fail<PropertyException>("neither Value nor pValue");
-    if (!commandValue.isPresent())
-        fail<PropertyException>("neither CommandValue nor pCommandValue");
-}
+      value{NumberSource<std::int64_t>::required(*this, "Value", "pValue")},
+      commandValue{NumberSource<std::int64_t>::required(*this, "CommandValue", "pCommandValue")}
+{}
 
 void CommandNode::Execute(bool)
 {

@@ -3,6 +3,7 @@
 #include "EntryList.h"
 
 #include "ElementText.h"
+#include "EnumEntryNode.h"
 
 #include <algorithm>
 #include <iterator>
@@ -14,9 +15,7 @@ namespace {
 EntryList::Entry entryOf(pugi::xml_node element)
 {
     const std::string_view name = element.attribute("Name").value();
-    const pugi::xml_node symbolic = element.child("Symbolic");
-    return {element, name, symbolic ? textOf(symbolic) : std::string{name},
-            parseInteger(textOf(element.child("Value")))};
+    return {element, name, EnumEntryNode::symbolicOf(element), parseInteger(textOf(element.child("Value")))};
 }
 
 /// The part of \p order, which is sorted by \p key, that has the key \p wanted.

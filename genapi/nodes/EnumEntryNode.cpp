@@ -2,6 +2,8 @@
 // See the header.
 #include "EnumEntryNode.h"
 
+#include "ElementText.h"
+
 namespace GenApi_3_2_TVN {
 
 EnumEntryNode::EnumEntryNode(NodeMap &nodeMap, pugi::xml_node element)
@@ -15,9 +17,10 @@ EnumEntryNode::EnumEntryNode(NodeMap &nodeMap, pugi::xml_node element)
     numericValue = numeric ? numberOf<double>(numeric) : static_cast<double>(value);
 }
 
-std::string EnumEntryNode::symbolic() const
+std::string EnumEntryNode::symbolicOf(pugi::xml_node element)
 {
-    return childText("Symbolic").value_or(xml().attribute("Name").value());
+    const pugi::xml_node stated = element.child("Symbolic");
+    return stated ? textOf(stated) : element.attribute("Name").value();
 }
 
 } // namespace GenApi_3_2_TVN

@@ -22,7 +22,9 @@ public:
     double GetNumericValue() override { return numericValue; }
     bool IsSelfClearing() override { return isSelfClearing; }
 
-    std::string symbolic() const;
+    std::string symbolic() const { return symbolicOf(xml()); }
+    /// The entry's name, where it states no Symbolic.
+    static std::string symbolicOf(pugi::xml_node element);
 
 protected:
     Number readNumber(Reading) override { return value; }

@@ -17,11 +17,10 @@ using GenICam_3_2_TVN::OutOfRangeException;
 using GenICam_3_2_TVN::PropertyException;
 
 EnumerationNode::EnumerationNode(NodeMap &nodeMap, pugi::xml_node element)
-    : Node{nodeMap, element}, value{*this, "Value", "pValue"}, entries{element}
-{
-    if (!value.isPresent())
-        fail<PropertyException>("neither Value nor pValue");
-}
+    : Node{nodeMap, element},
+      value{NumberSource<std::int64_t>::required(*this, "Value", "pValue")},
+      entries{element}
+{}
 
 void EnumerationNode::GetEntries(NodeList_t &nodes)
 {

@@ -9,7 +9,6 @@ namespace GenApi_3_2_TVN {
 
 using GenICam_3_2_TVN::AccessException;
 using GenICam_3_2_TVN::OutOfRangeException;
-using GenICam_3_2_TVN::PropertyException;
 
 template <class T>
 FeatureValue<T>::FeatureValue(Node &owner)
@@ -20,11 +19,9 @@ FeatureValue<T>::FeatureValue(Node &owner)
       inc{owner, "Inc", "pInc"}
 {
     value = pIndex ? NumberSource<T>{owner, "ValueDefault", "pValueDefault"}
-                   : NumberSource<T>{owner, "Value", "pValue"};
+                   : NumberSource<T>::required(owner, "Value", "pValue");
     for (const pugi::xml_node child : owner.xml().children())
         addIndexed(child);
-    if (!value.isPresent() && !pIndex)
-        owner.fail<PropertyException>("neither Value nor pValue");
     for (const pugi::xml_node copy : owner.xml().children("pValueCopy"))
         pValueCopies.emplace_back(owner, "pValueCopy", copy);
 }

@@ -5,6 +5,7 @@
 #include "Link.h"
 #include "Node.h"
 
+#include <string>
 #include <type_traits>
 #include <variant>
 
@@ -26,6 +27,16 @@ public:
         else if (const pugi::xml_node written = owner.child(tag))
             source = owner.numberOf<T>(written);
     }
+    /// As above, where one of both has to be there.
+    /// \throws PropertyException  also when neither is
+    static NumberSource required(Node &owner, const char *tag, const char *linkTag)
+    {
+        const NumberSource found{owner, tag, linkTag};
+        if (!found.isPresent())
+            owner.fail<GenICam_3_2_TVN::PropertyException>(std::string{"neither "} + tag + " nor " + linkTag);
+        return found;
+    }
+
     explicit NumberSource(T value) : source{value} {}
     explicit NumberSource(const Link &link) : source{link} {}
 
