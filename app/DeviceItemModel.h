@@ -92,7 +92,8 @@ public slots:
     void switchCurrentIndex(const QModelIndex &current);
     /// Reads the lock of the current row's camera again.
     void onCurrentLockChanged();
-    /// Announces what has changed and is not announced yet. Called once for each pass, and frees what the pass before it had retired. Thread: GUI.
+    /// Announces what has changed and is not announced yet. Called once for each pass, and frees what the pass before
+    /// it had retired. Thread: GUI.
     void sendDataChangedSignal();
 
 private:

@@ -30,8 +30,8 @@ inline constexpr std::size_t chainLength = 100;
 inline constexpr std::size_t stepsPerCall = 500'000;
 inline constexpr std::size_t stepsPerNode = 50;
 
-/// Bytes of one register, of one whose bytes are kept for later reads, and of all that one node map keeps: a description
-/// may have a million registers.
+/// Bytes of one register, of one whose bytes are kept for later reads, and of all that one node map keeps: a
+/// description may have a million registers.
 inline constexpr std::int64_t registerLength = std::int64_t{16} << 20;
 inline constexpr std::size_t cachedRegisterLength = std::size_t{64} << 10;
 inline constexpr std::size_t cachedLength = std::size_t{16} << 20;
