@@ -21,7 +21,8 @@ start_screen() {
     unset WAYLAND_DISPLAY QT_QPA_PLATFORMTHEME QT_SCALE_FACTOR QT_AUTO_SCREEN_SCALE_FACTOR QT_FONT_DPI
     mkdir -m 0700 -- "$XDG_CONFIG_HOME" "$XDG_RUNTIME_DIR"
 
-    Xvfb -displayfd 3 -screen 0 1280x800x24 -wr -nolisten tcp 3>"$scratch/display" 2>"$scratch/xvfb.log" &
+    # It would reset itself when its last client leaves, and turn away the window manager that comes meanwhile.
+    Xvfb -displayfd 3 -screen 0 1280x800x24 -wr -nolisten tcp -noreset 3>"$scratch/display" 2>"$scratch/xvfb.log" &
     screen_processes=($!)
     await "a display" test -s "$scratch/display"
     DISPLAY=:$(<"$scratch/display")
