@@ -29,7 +29,7 @@ CLI::Option *addText(CLI::App &app, const std::string &name, std::string &value,
 void addCameraOptions(CLI::App &app, Options &options)
 {
     const std::string group = "Producer and camera";
-    addText(app, "--library", options.library, "PATH", "Use this producer file instead of searching")
+    addText(app, "--library", options.producerFile, "PATH", "Use this producer file instead of searching")
         ->group(group);
     addText(app, "--serial", options.serial, "SERIAL", "Use the camera with this serial number")
         ->group(group);

@@ -10,7 +10,7 @@
 /// text is never empty. Texts are the bytes of the command line, unconverted.
 struct Options
 {
-    std::string library;         ///< path of a producer file
+    std::string producerFile;    ///< path; instead of a search
     std::string serial;          ///< serial number of the camera
     std::string password;        ///< the password in force
     std::string passwordFile;    ///< where to read it instead; "-" is standard input

@@ -37,7 +37,7 @@ int list(const Options &options)
 int run(const Options &options)
 {
     BackEnd backEnd;
-    backEnd.setPresetLibrary(options.library);
+    backEnd.setPresetLibrary(options.producerFile);
     backEnd.setPresetSerial(options.serial);
     backEnd.setPresetPassword(options.password);
     backEnd.setPresetNewPassword(options.newPassword);
