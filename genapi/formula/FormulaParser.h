@@ -25,10 +25,9 @@ struct FormulaBuild
     };
     const FormulaSymbols &symbols;
     std::map<std::string, Expression, std::less<>> expressions{}; ///< those that are done
-    std::map<std::string, std::size_t, std::less<>>
-        constants{};                            ///< those that are used, to their literals' numbers
-    std::map<VariableUse, std::size_t> uses{};  ///< to their numbers
-    std::vector<std::string> openExpressions{}; ///< those on the way, outermost first
+    std::map<std::string, std::size_t, std::less<>> constants{};  ///< to the numbers of their literals
+    std::map<VariableUse, std::size_t> uses{};                    ///< to their numbers
+    std::vector<std::string> openExpressions{};                   ///< those on the way, outermost first
     std::size_t totalLength = 0;
     std::size_t nesting = 0;
 };
