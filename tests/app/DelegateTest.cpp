@@ -52,6 +52,7 @@ void DelegateTest::row_data()
              {"not available", texts, "", ""},
              {"not available, open", texts, "open", ""},
              {"selected", texts, "available selected", "#f8f8f8"},
+             {"hover", texts, "available hover", "#c9e0e2"},
              {"selected, hover", texts, "available selected hover", "#c9e0e2"}});
 }
 

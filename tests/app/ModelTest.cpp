@@ -61,6 +61,7 @@ void ModelTest::frame()
     QCOMPARE(names.join(' '),
              QByteArray(" type modelname  ipaddress macaddress isavailable ispasswordprotected "
                         "isopen islocked hasdefaultpassword "));
+    QCOMPARE(model.roleNames().size(), 9); // none of Qt's own
     QCOMPARE(model.columnCount(), 3);
     QCOMPARE(model.rowCount(list.row(0)), 2);
     for (const int role : {int(Qt::DisplayRole), 256, 267})

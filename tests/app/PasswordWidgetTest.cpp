@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The panel over a simulated camera, told as stories: what a user sees after each step, and what the camera was asked
-// and told.
+// The panel over a simulated camera, told as stories: what a user sees after each step, and what the camera was told.
 #include "PasswordWidget.h"
 
 #include "AppFixture.h"

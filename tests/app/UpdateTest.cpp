@@ -100,7 +100,7 @@ void UpdateTest::questions()
     QCOMPARE(asked, std::string("\"B\", 5;\"B\", 5;\"B\", 2;\"B\", 7;")); // the first one by its probe
     list.simulator.clearLog();
     list.pass();
-    for (int role = Qt::UserRole; role <= DeviceItemModel::HasDefaultPasswordRole; ++role)
+    for (int role = Qt::DisplayRole; role <= DeviceItemModel::HasDefaultPasswordRole; ++role)
         list.value(1, role);
     QVERIFY(list.simulator.calls("IFGetDeviceInfo").empty() && list.simulator.calls("IFOpenDevice").empty());
 }

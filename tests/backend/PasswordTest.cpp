@@ -200,6 +200,20 @@ TEST_F(PasswordTest, AFactoryReset)
     EXPECT_TRUE(camera->isDefaultPassword()) << "and is probed anew";
 }
 
+TEST_F(PasswordTest, AResetCameraThatWasAwayComesBackAsANewOne)
+{
+    const std::string plugged = std::string(Simulator::oneCamera) + "reboot_ms = 0\n";
+    simulator.configure(plugged);
+    select()->rememberPassword("hunter22");
+    printedBy([this] { backEnd->factoryResetSelected(); });
+    simulator.configure(interface("sim-eth0", {}));
+    EXPECT_EQ(pass(), "");
+    simulator.configure(plugged);
+    EXPECT_EQ(pass(), "");
+    EXPECT_THAT(device()->passwordHistory(), IsEmpty());
+    EXPECT_TRUE(device()->isDefaultPassword());
+}
+
 TEST_F(PasswordTest, AFailedFactoryResetStaysOpenButLeavesTheList)
 {
     Device *camera = select();

@@ -257,8 +257,13 @@ TEST_F(TreeTest, VanishedDevicesAreFreedAPassLater)
     EXPECT_TRUE(watch.expired());
     EXPECT_TRUE(backEnd->selectedIsLocked()) << "and deselected";
 
+    backEnd->selectDevice(device());
     simulator.configure(interface("eth1", {"C"})); // takes an interface away, with its device
+    simulator.clearLog();
     pass();
+    std::vector<std::string> closed = functionsOf(simulator.calls());
+    std::erase_if(closed, [](const std::string &function) { return !function.ends_with("Close"); });
+    EXPECT_THAT(closed, ElementsAre("DevClose", "IFClose", "DevClose")) << "the last one is of a probe";
     taken = backEnd->takeRetired();
     EXPECT_EQ(taken.size(), 2u);
     simulator.configure(interface("eth1", {}));

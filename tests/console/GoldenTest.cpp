@@ -8,7 +8,6 @@
 #include "Environment.h"
 #include "Simulator.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <filesystem>

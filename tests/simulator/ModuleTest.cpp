@@ -7,7 +7,6 @@
 #include <gmock/gmock.h>
 
 #include <chrono>
-#include <regex>
 #include <thread>
 
 using testing::ElementsAre;

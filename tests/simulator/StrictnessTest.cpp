@@ -3,7 +3,7 @@
 #include "Client.h"
 #include "Simulator.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 namespace {
 
