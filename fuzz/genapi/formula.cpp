@@ -9,7 +9,6 @@
 
 #include <cmath>
 #include <sstream>
-#include <string_view>
 
 using namespace GenApi_3_2_TVN;
 

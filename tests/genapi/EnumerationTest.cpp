@@ -69,6 +69,10 @@ TEST(Enumeration, ListsItsEntriesAndFindsThem)
                   "</Enumeration>"};
     faulty.enumeration("Mode")->GetSymbolics(symbolics);
     EXPECT_THAT(symbolics, ElementsAre("B"));
+    const std::string longName(1100, 'n');
+    Camera wordy{"<Enumeration Name='Mode'><Value>2</Value>" + entry(longName, "2") + "</Enumeration>"};
+    EXPECT_NE(wordy.enumeration("Mode")->GetEntryByName(longName.c_str()), nullptr);
+    EXPECT_EQ(wordy.node("EnumEntry_Mode_" + longName), nullptr);
     NodeList_t nodes;
     e->GetEntries(nodes);
     EXPECT_EQ(nodes.size(), 6U) << "without the broken one";

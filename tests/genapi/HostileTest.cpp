@@ -61,7 +61,7 @@ void expectRefusals(std::initializer_list<Row> rows)
     for (const auto &[nodes, text] : rows) {
         Camera camera{nodes + others};
         for (int time = 0; time < 2; ++time) {
-            EXPECT_EQ(refusal([&] { use(camera.node("Gain")); }), "Node '" + text);
+            EXPECT_EQ(refusal([&] { use(camera.node("Gain")); }), "Node '" + text) << nodes.substr(0, 200);
             EXPECT_EQ(camera.value("One"), 1);
         }
     }
@@ -77,14 +77,15 @@ std::string chain(int length)
     return nodes + constant("C" + std::to_string(length), "5");
 }
 
-/// Each formula asks the next one by two variables: 2^60 visits, were they not counted.
+/// Each register asks the next one twice for its address: 2^60 visits, were they not counted.
 std::string fork()
 {
     std::string nodes = gain("Integer", "<pValue>K1</pValue>") + constant("K60", "1");
     for (int step = 1; step < 60; ++step) {
         const std::string next = "K" + std::to_string(step + 1);
-        nodes +=
-            formula("K" + std::to_string(step), next + "</pVariable><pVariable Name='W'>" + next, "V + W");
+        nodes += element("IntReg", "K" + std::to_string(step),
+                         "<pAddress>" + next + "</pAddress><pAddress>" + next +
+                             "</pAddress><Length>1</Length><pPort>Device</pPort>");
     }
     return nodes;
 }

@@ -75,6 +75,8 @@ TEST(Register, IsNoLongerThanItWasWhenItWasAsked)
               "Node 'Table': 4 bytes for a register of 200");
     port.set(64, {3});
     EXPECT_EQ(camera.value("Whole"), 0x800000);
+    port.set(64, {3});
+    EXPECT_EQ(camera.value("Back"), 0x80);
     port.set(64, {4});
     EXPECT_EQ(camera.real("Real")->GetValue(), 1);
     port.set(0, {'a', 'b', 'c'});

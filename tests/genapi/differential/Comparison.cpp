@@ -2,6 +2,8 @@
 // See the header.
 #include "Comparison.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr std::size_t shownDifferences = 20;
@@ -9,7 +11,8 @@ constexpr std::size_t shownDifferences = 20;
 /// The line of the node, as far as a message can bear it.
 std::string elementOf(const std::string &description, const std::string &node)
 {
-    const std::size_t name = description.find("Name='" + node + "'");
+    const std::size_t name = std::min(description.find("Name='" + node + "'"), // generated, or by hand
+                                      description.find("Name=\"" + node + "\""));
     if (name == std::string::npos)
         return "";
     const std::size_t start = description.rfind('\n', name) + 1;
