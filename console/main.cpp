@@ -4,6 +4,7 @@
 #include "BackEnd.h"
 #include "Options.h"
 #include "PasswordFile.h"
+#include "ProcessStart.h"
 #include "UsageError.h"
 
 #include <exception>
@@ -64,6 +65,7 @@ int start(int argc, char **argv)
 
 int main(int argc, char **argv)
 {
+    prepareProcess();
     try {
         return start(argc, argv);
     } catch (const UsageError &error) {
