@@ -71,6 +71,8 @@ public:
 
     /// Selects \p device and opens it with control access. It stays selected if that fails.
     void selectDevice(Device *device);
+    /// Whether a device is selected and open: the operations below work on no other.
+    bool selectedIsOpen() const;
     /// The lock flag of the selected device; true when none is selected.
     bool selectedIsLocked() const;
     /// Whether the selected device is on its factory password; false when none is selected.
@@ -83,8 +85,8 @@ public:
     std::uint64_t maxPasswordLength() const { return maxPasswordLength_; }
 
     // The password operations (BackEndPassword.cpp). Each proves its outcome by reading the lock state back,
-    // and prints it. They expect the selected device to be open, and do nothing when none is selected.
-    // Passwords are bytes; an empty one is asked for on standard input, with retries.
+    // and prints it. They do nothing when no device is selected, and on one that is not open or has no lock they
+    // only print so. Passwords are bytes; an empty one is asked for on standard input, with retries.
 
     /// \return whether the device reads back as locked
     bool lock();
@@ -92,7 +94,8 @@ public:
     /// \return the password that opened the lock; empty on any failure, refusal or cancel
     std::string unlock(std::string given, bool forChange);
     /// \return 0: changed and proved. 1: the old password was not proved. 2: the new password did not open
-    ///     the lock. -1: nothing was changed (no device, both the same, or cancelled)
+    ///     the lock. -1: nothing was changed (no device to operate, both the same, or
+    ///     cancelled)
     int changePassword(std::string oldPassword, std::string newPassword);
     /// Resets the selected device, drops it from the flat list and deselects it. It stays in the tree until
     /// it vanishes, and comes back to the list when a pass meets it again.
@@ -153,6 +156,7 @@ private:
     bool updateLibrary(GenTLLibrary &library, Pass &pass);
     void meetDevice(Device &device, Pass &pass);
     void dropUnmetDevices(const Pass &pass);
+    Device *operableDevice() const;
     PromptResult askPassword(bool withRuleCheck, std::string &password);
     bool askNewPassword(const std::string &oldPassword, std::string &newPassword);
     bool proveNewPassword(Device &device, const std::string &newPassword);

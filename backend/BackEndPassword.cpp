@@ -15,6 +15,12 @@ namespace {
 // Compared with and named to the user; never written to a device.
 constexpr std::string_view FactoryPassword = "mapleoak";
 
+// A device that a pass has closed in the middle of an operation reads as not locked too, and proves nothing.
+bool isProvedUnlocked(const Device &device)
+{
+    return !device.isLocked() && device.isOpen();
+}
+
 } // namespace
 
 void BackEnd::selectDevice(Device *device)
@@ -22,6 +28,12 @@ void BackEnd::selectDevice(Device *device)
     selectedDevice = device;
     if (device)
         device->open();
+}
+
+bool BackEnd::selectedIsOpen() const
+{
+    const Device *device = selectedDevice;
+    return device && device->isOpen();
 }
 
 bool BackEnd::selectedIsLocked() const
@@ -42,9 +54,26 @@ std::vector<std::string> BackEnd::selectedPasswordHistory() const
     return device ? device->passwordHistory() : std::vector<std::string>();
 }
 
-bool BackEnd::lock()
+// The selected device when it can be operated. Null when it cannot, which has been printed, or when there is none.
+Device *BackEnd::operableDevice() const
 {
     Device *device = selectedDevice;
+    if (!device)
+        return nullptr;
+    if (!device->isOpen()) {
+        console::printLine("Error: The device is not open.");
+        return nullptr;
+    }
+    if (!device->passwordSupported()) {
+        console::printLine("Error: The device has no password lock.");
+        return nullptr;
+    }
+    return device;
+}
+
+bool BackEnd::lock()
+{
+    Device *device = operableDevice();
     if (!device)
         return false;
     device->lock();
@@ -58,7 +87,7 @@ bool BackEnd::lock()
 
 std::string BackEnd::unlock(std::string given, bool forChange)
 {
-    Device *device = selectedDevice;
+    Device *device = operableDevice();
     if (!device)
         return {};
     const std::uint64_t limit = given.empty() ? maxUnlockRetries : 1;
@@ -77,7 +106,7 @@ std::string BackEnd::unlock(std::string given, bool forChange)
         if (tries == 1 && forChange && !device->isLocked())
             device->lock();
         device->unlock(given);
-        if (!device->isLocked()) {
+        if (isProvedUnlocked(*device)) {
             console::printLine("Successfully unlocked!");
             device->rememberPassword(given);
             return given;
@@ -94,7 +123,7 @@ std::string BackEnd::unlock(std::string given, bool forChange)
 
 int BackEnd::changePassword(std::string oldPassword, std::string newPassword)
 {
-    Device *device = selectedDevice;
+    Device *device = operableDevice();
     if (!device)
         return -1;
     console::printLine("Changing the password ...");
@@ -146,12 +175,12 @@ bool BackEnd::proveNewPassword(Device &device, const std::string &newPassword)
     device.setPassword(newPassword);
     device.lock();
     device.unlock(newPassword);
-    return !device.isLocked();
+    return isProvedUnlocked(device);
 }
 
 void BackEnd::factoryResetSelected()
 {
-    Device *device = selectedDevice;
+    Device *device = operableDevice();
     if (!device)
         return;
     device->factoryReset();
