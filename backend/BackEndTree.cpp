@@ -22,7 +22,6 @@ void probe(Device &device)
     const auto report = [&](const char *text) {
         console::printLine("ERROR: Probing device '", device.identifier(), "' failed!");
         console::printLine("       Msg: ", text);
-        device.close(true);
     };
     try {
         device.probe();
