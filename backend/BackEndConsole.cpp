@@ -137,7 +137,10 @@ std::optional<int> BackEnd::selectConsoleDevice()
         return 1;
     }
     selectedDevice = *found;
-    console::printLine("Will use selected device ", (*found)->model(), " (", (*found)->serialNumber(), ").");
+    // One behind the other: the order in which arguments are evaluated is the compiler's.
+    const std::string model = (*found)->model();
+    const std::string serialNumber = (*found)->serialNumber();
+    console::printLine("Will use selected device ", model, " (", serialNumber, ").");
     return std::nullopt;
 }
 
