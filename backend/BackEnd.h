@@ -124,7 +124,7 @@ public:
     void setPresetPassword(const std::string &password) { presetPassword = password; }
     void setPresetNewPassword(const std::string &password) { presetNewPassword = password; }
 
-    /// The whole dialogue, from the choice of a device to the menu of operations.
+    /// The whole dialogue, from the choice of a device to the menu of operations. Wipes the preset passwords.
     /// \return an exit status: 0 for a finished or cancelled run, 1 for one that could not begin
     int runConsole();
     /// Searches for producers and prints them.
@@ -164,6 +164,7 @@ private:
     std::optional<int> selectConsoleDevice();
     void printSummary(const Device &device) const;
     void runPresets(const Device &device);
+    void unlockOnce(const std::string &given);
     void runMenu(Device &device);
     void runMenuEntry(Device &device, std::uint64_t index);
 

@@ -8,6 +8,7 @@
 #include "GenTLLibrary.h"
 #include "GenericException.h"
 #include "RemoteNode.h"
+#include "Wipe.h"
 
 #include <algorithm>
 #include <exception>
@@ -69,6 +70,8 @@ std::string firmwareVersion(const Device &device)
 
 int BackEnd::runConsole()
 {
+    const WipeAtEnd passwordWiper(presetPassword);
+    const WipeAtEnd newPasswordWiper(presetNewPassword);
     if (presetLibrary.empty()) {
         discoverLibraries(true);
     } else {
@@ -167,7 +170,7 @@ void BackEnd::runPresets(const Device &device)
         if (!presetNewPassword.empty())
             changePassword(presetPassword, presetNewPassword);
         else if (!isDefault || presetUnlock)
-            unlock(presetPassword, false);
+            unlockOnce(presetPassword);
         else
             console::printLine("\nDefault password! You need to change the password before you can use the "
                                "device...");
@@ -175,6 +178,13 @@ void BackEnd::runPresets(const Device &device)
     if (presetLock)
         lock();
     console::printLine("Exiting program... Device is ", device.isLocked() ? "locked." : "unlocked.");
+}
+
+// The dialogue has no use for the password that opened the lock.
+void BackEnd::unlockOnce(const std::string &given)
+{
+    std::string opened = unlock(given, false);
+    wipe(opened);
 }
 
 void BackEnd::runMenu(Device &device)
@@ -206,7 +216,7 @@ void BackEnd::runMenuEntry(Device &device, std::uint64_t index)
         break;
     case 3:
         if (!device.isDefaultPassword()) {
-            unlock({}, false);
+            unlockOnce({});
         } else {
             console::printLine("\nDefault password! You need to change password first...");
             changePassword({}, {});

@@ -6,6 +6,7 @@
 #include "BackEnd.h"
 #include "ConsoleIO.h"
 #include "Device.h"
+#include "Wipe.h"
 
 #include <algorithm>
 #include <utility>
@@ -87,6 +88,7 @@ bool BackEnd::lock()
 
 std::string BackEnd::unlock(std::string given, bool forChange)
 {
+    const WipeAtEnd wiper(given);
     Device *device = operableDevice();
     if (!device)
         return {};
@@ -97,7 +99,7 @@ std::string BackEnd::unlock(std::string given, bool forChange)
     }
     for (std::uint64_t tries = 1;; ++tries) {
         if (given.empty())
-            given = promptPassword(false);
+            askPassword(false, given);
         if (given.empty()) {
             console::printLine("Unlock device canceled by user...");
             return {};
@@ -114,7 +116,7 @@ std::string BackEnd::unlock(std::string given, bool forChange)
         console::printLine("Error: Unlocking failed! Wrong password?");
         if (tries >= limit)
             break;
-        given.clear();
+        wipe(given);
     }
     if (limit > 1)
         console::printLine("Error: Maximum number of retries reached.");
@@ -123,6 +125,8 @@ std::string BackEnd::unlock(std::string given, bool forChange)
 
 int BackEnd::changePassword(std::string oldPassword, std::string newPassword)
 {
+    const WipeAtEnd oldWiper(oldPassword);
+    const WipeAtEnd newWiper(newPassword);
     Device *device = operableDevice();
     if (!device)
         return -1;
@@ -131,12 +135,13 @@ int BackEnd::changePassword(std::string oldPassword, std::string newPassword)
         console::printLine("Error: passwords must be different!");
         return -1;
     }
-    oldPassword = unlock(oldPassword, true);
-    if (device->isLocked() || oldPassword.empty()) {
+    std::string proved = unlock(oldPassword, true);
+    const WipeAtEnd provedWiper(proved);
+    if (device->isLocked() || proved.empty()) {
         console::printLine("Error when changing password: Camera might be locked.");
         return 1;
     }
-    if (newPassword.empty() && !askNewPassword(oldPassword, newPassword)) {
+    if (newPassword.empty() && !askNewPassword(proved, newPassword)) {
         console::printLine("Entering new password canceled by user...");
         return -1;
     }
@@ -153,14 +158,14 @@ int BackEnd::changePassword(std::string oldPassword, std::string newPassword)
 // empty one differs, and the question is put again.
 bool BackEnd::askNewPassword(const std::string &oldPassword, std::string &newPassword)
 {
-    newPassword = oldPassword;
-    while (newPassword == oldPassword) {
+    do {
         console::printLine("Enter a new password ...");
-        newPassword = promptPassword(true);
+        askPassword(true, newPassword);
         if (newPassword.empty())
             return false;
-    }
+    } while (newPassword == oldPassword);
     std::string confirmation;
+    const WipeAtEnd wiper(confirmation);
     while (confirmation != newPassword) {
         console::printLine("Confirm new password ...");
         if (askPassword(false, confirmation) == PromptResult::InputEnded)
@@ -212,8 +217,10 @@ bool BackEnd::checkNewPassword(const std::string &candidate, PasswordCheck &code
                                                                        maxPasswordLength_, " characters)"));
     if (candidate == FactoryPassword)
         return refuse(PasswordCheck::PasswordIsDefault, "Cannot use default 'mapleoak' as new password.");
-    const std::vector<std::string> history = selectedDevice.load()->passwordHistory();
-    if (std::ranges::find(history, candidate) != history.end())
+    std::vector<std::string> history = selectedDevice.load()->passwordHistory();
+    const bool isUsed = std::ranges::find(history, candidate) != history.end();
+    std::ranges::for_each(history, [](std::string &used) { wipe(used); });
+    if (isUsed)
         return refuse(PasswordCheck::PasswordUsedBefore, "Your password has been used before.");
     code = PasswordCheck::PasswordOk;
     return true;
@@ -231,11 +238,12 @@ BackEnd::PromptResult BackEnd::askPassword(bool withRuleCheck, std::string &pass
 {
     for (;;) {
         try {
-            password.clear();
+            wipe(password);
             console::print("\nEnter password (use 'c' to cancel): ");
-            const auto line = console::readLine();
+            auto line = console::readLine();
             if (!line)
                 return PromptResult::InputEnded;
+            const WipeAtEnd wiper(*line);
             if (*line == "c" || *line == "q") {
                 console::printLine("Action canceled...");
                 return PromptResult::Cancelled;

@@ -13,6 +13,7 @@
 #include "RemoteNode.h"
 #include "TLInterface.h"
 #include "TextBuffer.h"
+#include "Wipe.h"
 
 #include <stdexcept>
 #include <utility>
@@ -39,6 +40,8 @@ Device::~Device()
 {
     if (isOpen_)
         closeHandle();
+    for (std::string &password : passwordHistory_)
+        wipe(password);
 }
 
 bool Device::isTakenBy(Holder newHolder)

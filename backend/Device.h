@@ -15,6 +15,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <list>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -113,7 +114,7 @@ public:
     /// Records a password that has proved itself: the last three different ones are kept, the newest last.
     void rememberPassword(const std::string &used);
     /// The recorded passwords, oldest first. They live as long as this object and are stored nowhere.
-    std::vector<std::string> passwordHistory() const { return passwordHistory_; }
+    std::vector<std::string> passwordHistory() const;
 
     /// The feature \p name of the remote device's node map; an empty node when the device has no port.
     RemoteNode remoteNode(const std::string &name) const;
@@ -162,6 +163,6 @@ private:
     TransportType transportType_ = TransportType::Unknown;
     std::uint32_t ipAddress_ = 0;
     std::uint64_t macAddress_ = 0;
-    std::vector<std::string> passwordHistory_;
+    std::list<std::string> passwordHistory_; // its texts never move, which would leave copies behind
     std::atomic<bool> retired = false;
 };
