@@ -211,10 +211,8 @@ void Device::closeHandle()
         present->disconnect();
     remotePortHandle = nullptr;
     const GC_ERROR code = gentl->DevClose(devHandle.exchange(nullptr));
-    if (code != GC_ERR_SUCCESS) {
-        console::printLine("WARNING: DevClose() failed with code ", code, "!");
-        reportLastError(gentl);
-    }
+    if (code != GC_ERR_SUCCESS)
+        reportFailedClose(gentl, "DevClose", code);
 }
 
 RemoteNode Device::remoteNode(const std::string &name) const

@@ -130,16 +130,16 @@ void GenTLLibrary::closeProducer()
         return;
     if (tlOpen) {
         const GC_ERROR code = gentl_->TLClose(tlHandle_);
-        if (code != GC_ERR_SUCCESS) {
-            console::printLine("WARNING: TLClose() failed with code ", code, "!");
-            reportLastError(gentl_);
-        }
+        if (code != GC_ERR_SUCCESS)
+            reportFailedClose(gentl_, "TLClose", code);
     }
     tlHandle_ = nullptr;
     tlOpen = false;
     const GC_ERROR code = gentl_->GCCloseLib();
-    if (code != GC_ERR_SUCCESS)
+    if (code != GC_ERR_SUCCESS) {
+        gentl_->keepLoaded();
         console::printLine("WARNING: GCCloseLib() failed with code ", code, "!");
+    }
     gentl_.reset();
 }
 

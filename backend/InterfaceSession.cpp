@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "InterfaceSession.h"
 
-#include "ConsoleIO.h"
 #include "GenTL.h"
 #include "GenTL_Interface.h"
 #include "LastError.h"
@@ -15,8 +14,6 @@ InterfaceSession::InterfaceSession(std::shared_ptr<GenICam_Interfaces::GenTL_Int
 InterfaceSession::~InterfaceSession()
 {
     const GC_ERROR code = gentl->IFClose(handle_);
-    if (code != GC_ERR_SUCCESS) {
-        console::printLine("WARNING: IFClose() failed with code ", code, "!");
-        reportLastError(gentl);
-    }
+    if (code != GC_ERR_SUCCESS)
+        reportFailedClose(gentl, "IFClose", code);
 }

@@ -43,7 +43,7 @@ GenTL_Interface::~GenTL_Interface()
     clear(functionsOf13(*this));
     clear(functionsOf14(*this));
     clear(functionsOf15(*this));
-    if (moduleHandle)
+    if (moduleHandle && !staysLoaded)
         platform::releaseModule(moduleHandle);
 }
 
