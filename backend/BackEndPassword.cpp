@@ -116,7 +116,7 @@ std::string BackEnd::unlock(std::string given, bool forChange)
         console::printLine("Error: Unlocking failed! Wrong password?");
         if (tries >= limit)
             break;
-        wipe(given);
+        given.clear();
     }
     if (limit > 1)
         console::printLine("Error: Maximum number of retries reached.");
