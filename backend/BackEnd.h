@@ -94,8 +94,7 @@ public:
     /// \return the password that opened the lock; empty on any failure, refusal or cancel
     std::string unlock(std::string given, bool forChange);
     /// \return 0: changed and proved. 1: the old password was not proved. 2: the new password did not open
-    ///     the lock. -1: nothing was changed (no device to operate, both the same, or
-    ///     cancelled)
+    ///     the lock. -1: nothing was changed (no device to operate, both the same, or cancelled)
     int changePassword(std::string oldPassword, std::string newPassword);
     /// Resets the selected device, drops it from the flat list and deselects it. It stays in the tree until
     /// it vanishes, and comes back to the list when a pass meets it again.

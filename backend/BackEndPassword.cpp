@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The selected device and what a user can do to its lock. A camera does not report a wrong password as an
-// error: an operation recognises it only by the lock that still stands. A pass may deselect the device at any
-// time, so each operation takes the selection once; the rule check, to which only the console comes with its one
+// error: an operation recognises it only by the lock that still stands. A pass may deselect the device or close it
+// at any time, so each operation takes the selection once; the rule check, to which only the console comes with its one
 // thread, needs one.
 #include "BackEnd.h"
 #include "ConsoleIO.h"

@@ -44,7 +44,7 @@ Device::~Device()
         wipe(password);
 }
 
-bool Device::isTakenBy(Holder newHolder)
+bool Device::tryToHold(Holder newHolder)
 {
     Holder nobody = Holder::Nobody;
     return holder.compare_exchange_strong(nobody, newHolder);
@@ -58,7 +58,7 @@ void Device::releaseFromUser()
 
 void Device::probe()
 {
-    if (isOff() || !isTakenBy(Holder::Probe))
+    if (isOff() || !tryToHold(Holder::Probe))
         return;
     try {
         probeHeld();
@@ -84,7 +84,7 @@ void Device::probeHeld()
 
 void Device::open()
 {
-    if (isOff() || !isTakenBy(Holder::User))
+    if (isOff() || !tryToHold(Holder::User))
         return;
     openWith(DEVICE_ACCESS_CONTROL);
     if (!isOpen_)

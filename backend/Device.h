@@ -8,7 +8,8 @@
 //
 // Threads: a pass (probe, retirement, the getters of the list) runs beside the window's operations (open,
 // close, the password operations) with no lock between them. What both touch is atomic; the rest is set
-// before a device gets into the list, or belongs to the window's thread.
+// before a device gets into the list, or belongs to the window's thread. Of a probe and an open at the same time, the
+// later one does nothing.
 #pragma once
 
 #include "TransportType.h"
@@ -40,7 +41,7 @@ public:
     Device(TLInterface *owner, std::string id);
     Device(const Device &) = delete;
     Device &operator=(const Device &) = delete;
-    /// Closes the device if it is open, without asking it anything more.
+    /// Closes the device if it is open, without asking it anything more, and wipes the password history.
     ~Device();
 
     /// First contact: opens the device read-only, remembers lock state, transport type and addresses, and
@@ -129,7 +130,7 @@ private:
     };
 
     bool isOff() const { return id_.empty() || !gentl || retired; }
-    bool isTakenBy(Holder newHolder);
+    bool tryToHold(Holder newHolder);
     void releaseFromUser();
     void probeHeld();
     bool openWith(std::int32_t accessFlags);

@@ -280,6 +280,8 @@ public:
     PassBeforeInput(std::function<void()> pass, std::string text)
         : pass(std::move(pass)), text(std::move(text)), before(std::cin.rdbuf(this))
     {}
+    PassBeforeInput(const PassBeforeInput &) = delete;
+    PassBeforeInput &operator=(const PassBeforeInput &) = delete;
     ~PassBeforeInput() override { std::cin.rdbuf(before); }
 
 private:
