@@ -212,7 +212,7 @@ void Device::closeHandle()
     remotePortHandle = nullptr;
     const GC_ERROR code = gentl->DevClose(devHandle.exchange(nullptr));
     if (code != GC_ERR_SUCCESS)
-        reportFailedClose(gentl, "DevClose", code);
+        reportFailedClose(gentl, "WARNING: DevClose() failed with code ", code);
 }
 
 RemoteNode Device::remoteNode(const std::string &name) const

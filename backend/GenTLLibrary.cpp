@@ -131,7 +131,7 @@ void GenTLLibrary::closeProducer()
     if (tlOpen) {
         const GC_ERROR code = gentl_->TLClose(tlHandle_);
         if (code != GC_ERR_SUCCESS)
-            reportFailedClose(gentl_, "TLClose", code);
+            reportFailedClose(gentl_, "WARNING: TLClose() failed with code ", code);
     }
     tlHandle_ = nullptr;
     tlOpen = false;

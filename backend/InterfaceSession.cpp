@@ -15,5 +15,5 @@ InterfaceSession::~InterfaceSession()
 {
     const GC_ERROR code = gentl->IFClose(handle_);
     if (code != GC_ERR_SUCCESS)
-        reportFailedClose(gentl, "IFClose", code);
+        reportFailedClose(gentl, "WARNING: IFClose() failed with code ", code);
 }

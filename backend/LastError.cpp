@@ -18,10 +18,10 @@ void reportLastError(std::shared_ptr<GenICam_Interfaces::GenTL_Interface> gentl)
         console::printLine("         Msg: ", text.text());
 }
 
-void reportFailedClose(const std::shared_ptr<GenICam_Interfaces::GenTL_Interface> &gentl,
-                       const char *function, GC_ERROR code)
+void reportFailedClose(const std::shared_ptr<GenICam_Interfaces::GenTL_Interface> &gentl, const char *line,
+                       GC_ERROR code)
 {
     gentl->keepLoaded();
-    console::printLine("WARNING: ", function, "() failed with code ", code, "!");
+    console::printLine(line, code, "!");
     reportLastError(gentl);
 }

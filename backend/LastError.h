@@ -15,8 +15,8 @@ class GenTL_Interface;
 void reportLastError(std::shared_ptr<GenICam_Interfaces::GenTL_Interface> gentl);
 
 /// Prints that a close failed, with the producer's words, and keeps the producer loaded until the process ends.
-/// \param function  the name of the GenTL function
+/// \param line  what to print, up to the code
 /// \param code  its GC_ERROR
 /// Thread: as for reportLastError.
-void reportFailedClose(const std::shared_ptr<GenICam_Interfaces::GenTL_Interface> &gentl,
-                       const char *function, std::int32_t code);
+void reportFailedClose(const std::shared_ptr<GenICam_Interfaces::GenTL_Interface> &gentl, const char *line,
+                       std::int32_t code);

@@ -17,8 +17,8 @@ class Device;
 class GenTLLibrary;
 class InterfaceSession;
 
-/// Thread: the one of the pass, but for handle() and session(), which any may ask; before the first and after the last pass, the
-/// one that owns the BackEnd.
+/// Thread: the one of the pass, but for handle() and session(), which any may ask; before the first and after the
+/// last pass, the one that owns the BackEnd.
 class TLInterface
 {
 public:
