@@ -38,9 +38,11 @@ void probe(Device &device)
 // One pass: the flat list as it was before, and which of its devices the tree still has.
 struct BackEnd::Pass
 {
-    explicit Pass(std::vector<Device *> list) : previous(std::move(list)), rollCall(previous) {}
+    explicit Pass(std::shared_ptr<const std::vector<Device *>> list)
+        : previous(std::move(list)), rollCall(*previous)
+    {}
 
-    const std::vector<Device *> previous;
+    const std::shared_ptr<const std::vector<Device *>> previous;
     RollCall<Device *> rollCall;
 };
 
@@ -84,7 +86,7 @@ bool BackEnd::discoverLibraries(bool searchEnvironment)
 void BackEnd::updateDevices()
 {
     RetiredObjects earlier = std::exchange(retired, {});
-    Pass pass(devices());
+    Pass pass(devices_.load());
 
     for (GenTLLibrary *library : libraries) {
         if (!library->gentl())
@@ -129,7 +131,7 @@ void BackEnd::dropUnmetDevices(const Pass &pass)
 {
     std::unordered_set<Device *> gone;
     for (const std::size_t place : pass.rollCall.missing())
-        gone.insert(pass.previous[place]);
+        gone.insert((*pass.previous)[place]);
     if (gone.empty())
         return;
     editDevices([&](std::vector<Device *> &list) {

@@ -13,7 +13,6 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 /// How long a producer may take to refresh a list, in milliseconds.
@@ -34,7 +33,7 @@ bool reconcile(std::vector<Child *> &children, Level &&level)
     identifiers.reserve(children.size());
     for (const Child *child : children)
         identifiers.push_back(child->identifier());
-    RollCall<std::string_view> known(std::move(identifiers));
+    RollCall<std::string_view> known(identifiers);
     const auto failed = [&](std::string_view start, GC_ERROR code) {
         console::printLine(start, code, "!");
         reportLastError(level.gentl);
@@ -55,7 +54,7 @@ bool reconcile(std::vector<Child *> &children, Level &&level)
         std::size_t size = TextBuffer::size();
         if (const GC_ERROR code = level.identifier(i, buffer.data(), &size); code != GC_ERR_SUCCESS)
             return failed(console::compose(level.identifierFailure, i, ") failed with code "), code);
-        if (!known.answer(buffer.text()))
+        if (!known.answer(buffer))
             children.push_back(level.create(std::string(buffer.text())));
     }
 
