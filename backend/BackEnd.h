@@ -152,7 +152,7 @@ private:
     void editDevices(const std::function<void(std::vector<Device *> &)> &edit);
     bool updateLibrary(GenTLLibrary &library, Pass &pass);
     void meetDevice(Device &device, Pass &pass);
-    void dropUnmetDevices(const Pass &pass);
+    void followTree(const Pass &pass);
     PromptResult askPassword(bool withRuleCheck, std::string &password);
     bool askNewPassword(const std::string &oldPassword, std::string &newPassword);
     bool proveNewPassword(Device &device, const std::string &newPassword);
