@@ -40,7 +40,7 @@ class Table:
 CAMERAS = 100
 
 TABLES = [
-    Table("", "Time", "time", (("ms", 1e6), ("µs", 1e3), ("ns", 1)), [
+    Table("", "Time", "time", (("s", 1e9), ("ms", 1e6), ("µs", 1e3), ("ns", 1)), [
         Row("A register read through the port", "portRead", "the producer's GCReadPort, called directly", "bareReadPort",
             1.05),
         Row("A quiet pass over 1,000 known cameras", "quietPass<1000>", "a bare loop of the same GenTL calls",
