@@ -5,6 +5,17 @@
 
 namespace platform = GenICam_Interfaces::platform;
 
+namespace {
+
+// Registers of the simulated cameras.
+constexpr std::uint64_t lockState = 0x50001000;
+constexpr std::uint64_t passwordState = 0x50001004;
+constexpr std::uint64_t macHigh = 0x8;
+constexpr std::uint64_t macLow = 0xc;
+constexpr std::uint64_t currentIp = 0x24;
+
+} // namespace
+
 template <class Pointer>
 Pointer BareProducer::find(const char *name) const
 {
@@ -79,15 +90,14 @@ void BareProducer::probe(const char *id)
     IFOpenDevice(interface, id, DEVICE_ACCESS_READONLY, &device);
     DevGetPort(device, &port);
     readDescription(port);
-    // The lock's state, and whether its password is the factory's, at the beginning, and again before the close.
-    for (const std::uint64_t address : {0x50001000, 0x50001000, 0x50001004})
+    for (const std::uint64_t address : {lockState, lockState, passwordState})
         readRegister(port, address);
     INFO_DATATYPE type = INFO_DATATYPE_UNKNOWN;
     std::size_t size = sizeof text;
     DevGetInfo(device, DEVICE_INFO_TLTYPE, &type, text, &size);
-    for (const std::uint64_t address : {0x24, 0x8, 0xc}) // of the network
+    for (const std::uint64_t address : {currentIp, macHigh, macLow})
         readRegister(port, address);
-    for (const std::uint64_t address : {0x50001000, 0x50001004})
+    for (const std::uint64_t address : {lockState, passwordState}) // before the close, once more
         readRegister(port, address);
     DevClose(device);
 }

@@ -24,7 +24,7 @@ public:
 
     void open() { TLOpen(&tl); }
 
-    /// One refresh of all lists, with the interface of "sim-eth0", which is opened in the first one.
+    /// One refresh of all lists, with the cameras of one interface, the last, which the first refresh opens.
     /// \return how many cameras there are
     std::size_t enumerate();
     /// The same, with the identifiers kept for what follows.
