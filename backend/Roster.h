@@ -29,7 +29,9 @@ public:
         }
     }
 
-    /// Valid until the next write().
+    void clear() { views.clear(); }
+
+    /// Valid until the next write() or clear().
     std::span<const std::string_view> identifiers() const { return views; }
 
 private:

@@ -48,6 +48,6 @@ public:
     }
 
 private:
-    alignas(std::max_align_t)
-        std::array<char, blockSize * blockCount> bytes{}; // a producer may write a number into it
+    // Aligned, since a producer may write a number into it.
+    alignas(std::max_align_t) std::array<char, blockSize * blockCount> bytes{};
 };

@@ -41,8 +41,8 @@ CAMERAS = 100
 
 TABLES = [
     Table("", "Time", "time", (("s", 1e9), ("ms", 1e6), ("µs", 1e3), ("ns", 1)), [
-        Row("A register read through the port", "portRead", "the producer's GCReadPort, called directly", "bareReadPort",
-            1.05),
+        Row("A register read through the port", "portRead", "the producer's GCReadPort, called directly",
+            "bareReadPort", 1.05),
         Row("A quiet pass over 1,000 known cameras", "quietPass<1000>", "a bare loop of the same GenTL calls",
             "bareEnumeration<1000>", 1.2),
         Row("A quiet pass over 10,000 known cameras", "quietPass<10000>", "one over 1,000", "quietPass<1000>", 11),
