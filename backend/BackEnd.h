@@ -154,7 +154,7 @@ private:
     void editDevices(const std::function<void(std::vector<Device *> &)> &edit);
     bool updateLibrary(GenTLLibrary &library, Pass &pass);
     void meetDevice(Device &device, Pass &pass);
-    void dropUnmetDevices(const Pass &pass);
+    void followTree(const Pass &pass);
     Device *operableDevice() const;
     PromptResult askPassword(bool withRuleCheck, std::string &password);
     bool askNewPassword(const std::string &oldPassword, std::string &newPassword);

@@ -50,6 +50,7 @@ struct InterfaceLevel
     GenTLLibrary *parent;
     std::shared_ptr<GenTL_Interface> gentl;
     bool openNew;
+    Roster &roster;
     RetiredObjects &retired;
 };
 
@@ -109,7 +110,7 @@ void GenTLLibrary::updateInterfaces(bool openNew, RetiredObjects &retired)
 {
     if (!gentl_)
         return;
-    if (reconcile(interfaces_, InterfaceLevel{this, gentl_, openNew, retired}) && interfaces_.empty())
+    if (reconcile(interfaces_, InterfaceLevel{this, gentl_, openNew, roster, retired}) && interfaces_.empty())
         console::printLine("No interfaces detected!");
 }
 

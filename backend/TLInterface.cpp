@@ -41,6 +41,7 @@ struct DeviceLevel
 
     TLInterface *parent;
     std::shared_ptr<GenICam_Interfaces::GenTL_Interface> gentl;
+    Roster &roster;
     RetiredObjects &retired;
 };
 
@@ -85,7 +86,7 @@ void TLInterface::updateDeviceList(RetiredObjects &retired)
 {
     if (!gentl_)
         return;
-    reconcile(devices_, DeviceLevel{this, gentl_, retired});
+    reconcile(devices_, DeviceLevel{this, gentl_, roster, retired});
 }
 
 void TLInterface::retire(RetiredObjects &retired)

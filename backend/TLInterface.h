@@ -3,6 +3,7 @@
 #pragma once
 
 #include "RetiredObjects.h"
+#include "Roster.h"
 
 #include <atomic>
 #include <memory>
@@ -52,6 +53,7 @@ public:
     /// The identifier without a copy; valid as long as the object.
     std::string_view identifier() const { return id_; }
     std::vector<Device *> devices() const { return devices_; }
+    Roster roster; // of the devices
     std::shared_ptr<GenICam_Interfaces::GenTL_Interface> gentl() const { return gentl_; }
     /// GenTL's IF_HANDLE; null while closed.
     void *handle() const { return ifHandle; }
