@@ -10,13 +10,6 @@
 
 namespace console {
 
-void detail::write(std::string_view text)
-{
-    std::clearerr(stdout); // afterwards it tells of this message
-    std::fwrite(text.data(), 1, text.size(), stdout);
-    std::fflush(stdout);
-}
-
 namespace {
 
 // Takes each byte once, where std::istream::ignore looks at it twice: half the time of a line of hundreds of megabytes.
@@ -31,10 +24,17 @@ void dropRestOfLine()
 
 } // namespace
 
+void detail::write(std::string_view text)
+{
+    std::clearerr(stdout); // afterwards it tells of this message
+    std::fwrite(text.data(), 1, text.size(), stdout);
+    std::fflush(stdout);
+}
+
 // Into one block of memory, so that a password leaves no copies behind as the line grows.
 std::optional<std::string> readLine()
 {
-    if (std::ferror(stdout) || !waitForInput())
+    if (!std::cin.good() || std::ferror(stdout) || !waitForInput())
         return std::nullopt;
     std::string line(maxInputLineBytes + 1, '\0');
     std::cin.getline(line.data(), static_cast<std::streamsize>(line.size()));

@@ -17,7 +17,7 @@
 namespace console {
 
 /// What is read of one line of input, in bytes; the rest of it is dropped.
-inline constexpr std::size_t maxInputLineBytes = 64 * 1024;
+inline constexpr std::size_t maxInputLineBytes = 65'536;
 
 /// Reads one line from standard input, without its line end, of at most maxInputLineBytes.
 /// \return nothing at the end of the input, when no byte was left to read; and when standard output does not work,
@@ -45,8 +45,9 @@ void write(std::string_view text);
 
 // A string literal, or an array of constants like it. Only what stands in our sources can be one.
 template <class Piece>
-inline constexpr bool isLiteral = std::is_array_v<std::remove_reference_t<Piece>>
-    &&std::is_const_v<std::remove_extent_t<std::remove_reference_t<Piece>>>;
+inline constexpr bool isLiteral = false;
+template <std::size_t size>
+inline constexpr bool isLiteral<const char (&)[size]> = true;
 
 template <class Piece>
 decltype(auto) printable(Piece &&piece)

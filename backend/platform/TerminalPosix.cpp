@@ -27,8 +27,8 @@ bool console::waitForInput()
 {
     if (!isReadByLine(STDIN_FILENO))
         return true;
-    pollfd streams[] = {{STDIN_FILENO, POLLIN, 0},
-                        {STDOUT_FILENO, 0, 0}}; // of output only errors, which always count
+    // Of output only errors are of interest, which count without being asked for.
+    pollfd streams[] = {{STDIN_FILENO, POLLIN, 0}, {STDOUT_FILENO, 0, 0}};
     while (poll(streams, 2, -1) < 0) {
         if (errno != EINTR)
             return true;
