@@ -36,12 +36,13 @@ constexpr const char *FactoryResetNotice =
 constexpr std::size_t NumberWidth = 6;  // separator included
 constexpr std::size_t ColumnWidth = 19; // separator included
 
-// A value and the separator behind it. A value that is too long pushes the rest of its row to the right.
+// A value as it is shown and the separator behind it. A value that is too long pushes the rest of its row to the right.
 std::string column(const std::string &value, std::size_t width)
 {
     constexpr std::string_view separator = " | ";
-    const std::size_t used = value.size() + separator.size();
-    return value + std::string(used < width ? width - used : 0, ' ') + std::string(separator);
+    const std::string text = console::shown(value);
+    const std::size_t used = text.size() + separator.size();
+    return text + std::string(used < width ? width - used : 0, ' ') + std::string(separator);
 }
 
 std::string lockStatus(const Device &device)
@@ -190,14 +191,13 @@ void BackEnd::unlockOnce(const std::string &given)
 void BackEnd::runMenu(Device &device)
 {
     std::vector<std::string> keys;
-    std::string choices = "\nInteractive mode. Choose one of the following options: \n";
-    for (const auto &[key, text] : menu) {
-        keys.emplace_back(key);
-        choices += console::compose("   ", key, ": ", text, "\n");
-    }
+    for (const MenuEntry &entry : menu)
+        keys.emplace_back(entry.key);
     std::uint64_t chosen = MenuQuit;
     do {
-        console::print(choices);
+        console::printLine("\nInteractive mode. Choose one of the following options: ");
+        for (const auto &[key, text] : menu)
+            console::printLine("   ", key, ": ", text);
         chosen = selectOption(keys);
         console::print(menu[chosen].key, ": ", menu[chosen].text, "... ");
         runMenuEntry(device, chosen);
@@ -302,7 +302,7 @@ void BackEnd::printDevices(bool numbered) const
 {
     console::printLine(numbered ? "No. | " : "",
                        "Model            | Serial           | UserDefined name | Lock status      | Id");
-    std::string warnings;
+    std::vector<std::string> unread; // the numbers of devices
     const std::vector<Device *> known = devices();
     for (std::size_t i = 0; i < known.size(); ++i) {
         const Device &device = *known[i];
@@ -318,12 +318,14 @@ void BackEnd::printDevices(bool numbered) const
         } catch (const std::exception &) {
             name = "(unknown)";
             status = "(unknown)       ";
-            warnings += console::compose("\nWARNING: Could not read device information of device ", number,
-                                         ". Check network configuration.");
+            unread.push_back(number);
         }
         console::printLine(start, column(model, ColumnWidth), column(serialNumber, ColumnWidth),
                            column(name, ColumnWidth), status, " | ", device.id());
     }
-    if (!warnings.empty())
-        console::print(warnings, "\n\n");
+    for (const std::string &number : unread)
+        console::print("\nWARNING: Could not read device information of device ", number,
+                       ". Check network configuration.");
+    if (!unread.empty())
+        console::print("\n\n");
 }
