@@ -20,8 +20,10 @@
 #include <QPixmap>
 #include <QVector>
 #include <atomic>
+#include <cstdint>
 #include <deque>
 #include <memory>
+#include <vector>
 
 class BackEnd;
 class Device;
@@ -142,7 +144,8 @@ private:
     QMutex pendingMutex;            // the ranges and the ends of passes that are not announced yet
     QVector<QModelIndex> pendingTopLeft;
     QVector<QModelIndex> pendingBottomRight;
-    std::deque<PassEnd> pendingPasses; // the oldest first
-    QMutex backEndMutex;               // updateDevices and devices of the back end
-    RetiredObjects announced;          // by the last announcement; freed with the next one
+    std::deque<PassEnd> pendingPasses;    // the oldest first
+    std::vector<std::uint32_t> rowProbes; // of each row's device when the row was made; update thread
+    QMutex backEndMutex;                  // updateDevices and devices of the back end
+    RetiredObjects announced;             // by the last announcement; freed with the next one
 };

@@ -41,6 +41,7 @@ Device::~Device()
 
 void Device::probe()
 {
+    ++probes_;
     if (isOff() || isOpen_)
         return;
     const std::int32_t status = accessStatus();

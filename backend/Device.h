@@ -46,6 +46,8 @@ public:
     /// \throws whatever the read of an address feature throws, of the standard's family or GenericException;
     ///     the device is still open then
     void probe();
+    /// How often probe() has been called. Thread: that of the passes.
+    std::uint32_t probes() const { return probes_; }
 
     /// Opens the device with control access. Failures are printed; isOpen() tells the outcome.
     void open();
@@ -144,5 +146,6 @@ private:
     std::uint32_t ipAddress_ = 0;
     std::uint64_t macAddress_ = 0;
     std::vector<std::string> passwordHistory_;
+    std::uint32_t probes_ = 0;
     std::atomic<bool> retired = false;
 };
