@@ -116,7 +116,7 @@ void DeviceItemModel::switchCurrentIndex(const QModelIndex &current)
     setCurrentIndex(current, currentIndex_);
 }
 
-void DeviceItemModel::openCurrentDevice()
+bool DeviceItemModel::openCurrentDevice()
 {
     // One copy for all steps: a pass may write the member meanwhile.
     const QModelIndex index = currentIndex_;
@@ -126,16 +126,26 @@ void DeviceItemModel::openCurrentDevice()
         // A pass has just found the activated camera gone, or has come between with the one before it. The panel
         // must act on none rather than on another.
         backEnd->selectDevice(nullptr);
-        return;
+        return false;
     }
-    closeCurrentDevice();
+    closeOpenDevice();
     backEnd->selectDevice(device);
     openDevice = device;
+    openFor = nullptr;
     changeRow(index, [&](DeviceRow &row) { row.isOpen = device->isOpen(); });
     emit dataChanged(index, index, {IsOpenRole});
+    return true;
 }
 
+// A closed panel goes on listening, and closes itself again when it hears of a camera that has gone. By then another
+// camera can be open, or the same one for another panel.
 void DeviceItemModel::closeCurrentDevice()
+{
+    if (!sender() || !openFor || sender() == openFor)
+        closeOpenDevice();
+}
+
+void DeviceItemModel::closeOpenDevice()
 {
     if (Device *const device = openDevice.exchange(nullptr))
         device->close(false);

@@ -125,8 +125,10 @@ void MainWindow::onCameraActivated(const QModelIndex &index)
     }
     QGuiApplication::setOverrideCursor(QCursor(Qt::WaitCursor));
     itemModel->switchCurrentIndex(index);
-    itemModel->openCurrentDevice();
+    const bool hasCamera = itemModel->openCurrentDevice();
     auto *const panel = new PasswordWidget(this, backEnd);
+    if (hasCamera)
+        itemModel->setOpenFor(panel);
     connect(panel, &PasswordWidget::lockChanged, itemModel, &DeviceItemModel::onCurrentLockChanged);
     connect(panel, &PasswordWidget::closed, itemModel, &DeviceItemModel::closeCurrentDevice);
     connect(itemModel, &DeviceItemModel::currentDeviceRemoved, panel,
