@@ -10,6 +10,7 @@
 
 #include <QWidget>
 #include <memory>
+#include <string>
 
 class BackEnd;
 class PasswordControl;
@@ -32,7 +33,7 @@ signals:
     void passwordInputChanged(const QString &text);
     /// The camera was locked, unlocked or given a new password here.
     void lockChanged();
-    /// The panel has been closed, which hides it.
+    /// The panel has been closed, by Escape too, which hides it. Its fields are emptied.
     void closed();
 
 public slots:
@@ -57,13 +58,16 @@ private:
     void createButtons();
     void createFields();
     void createInputBox();
+    void createEscape();
     void layOut();
+    void clearFields();
     void dropHiddenFocus();
     bool canAccept() const;
     void lockDevice();
     void unlockDevice();
     void changePassword();
-    void reportChange(int result);
+    void sendChange();
+    void reportChange(int result, const std::string &newPassword);
     void finish(const QString &message);
     void refusePassword();
 

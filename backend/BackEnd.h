@@ -71,6 +71,8 @@ public:
 
     /// Selects \p device and opens it with control access. It stays selected if that fails.
     void selectDevice(Device *device);
+    /// Whether the selected device is open; false when none is selected.
+    bool selectedIsOpen() const;
     /// The lock flag of the selected device; true when none is selected.
     bool selectedIsLocked() const;
     /// Whether the selected device is on its factory password; false when none is selected.

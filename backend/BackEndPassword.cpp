@@ -24,6 +24,12 @@ void BackEnd::selectDevice(Device *device)
         device->open();
 }
 
+bool BackEnd::selectedIsOpen() const
+{
+    const Device *device = selectedDevice;
+    return device && device->isOpen();
+}
+
 bool BackEnd::selectedIsLocked() const
 {
     const Device *device = selectedDevice;

@@ -149,7 +149,9 @@ private slots:
 void PasswordWidgetTest::construction()
 {
     Panel("lock=none").expect("", unlockedCamera);
-    Panel("lock=locked", {}, false).expect("", lockedCamera);
+    Panel("lock=locked", {}, false)
+        .expect("", "(Unlock) (Change password) (Factory reset)",
+                "The camera could not be opened. Another program may be using it.");
     const Panel panel("lock=locked");
     QCOMPARE(panel.widget->windowFlags() & (Qt::WindowType_Mask | Qt::WindowContextHelpButtonHint),
              Qt::Dialog);
