@@ -5,15 +5,26 @@
 #include "BackEnd.h"
 #include "Device.h"
 
+#include <QIcon>
 #include <QMutexLocker>
 #include <utility>
+
+namespace {
+
+// In as many pixels as the densest screen shows on 24 by 24 points.
+QPixmap iconAtDensity(const QString &path)
+{
+    return QIcon(path).pixmap(24, 24);
+}
+
+} // namespace
 
 DeviceItemModel::DeviceItemModel(QObject *parent, std::shared_ptr<BackEnd> backEnd)
     : QAbstractItemModel(parent),
       backEnd(std::move(backEnd)),
-      lockedIcon(QStringLiteral(":/icons/lock.png")),
-      unlockedIcon(QStringLiteral(":/icons/lock-open-variant.png")),
-      defaultPasswordIcon(QStringLiteral(":/icons/lock-alert.png"))
+      lockedIcon(iconAtDensity(QStringLiteral(":/icons/lock.png"))),
+      unlockedIcon(iconAtDensity(QStringLiteral(":/icons/lock-open-variant.png"))),
+      defaultPasswordIcon(iconAtDensity(QStringLiteral(":/icons/lock-alert.png")))
 {
     // dataChanged is also emitted on the update thread; a queued call drops arguments of unknown types.
     qRegisterMetaType<QVector<int>>();

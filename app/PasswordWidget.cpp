@@ -26,7 +26,7 @@ PasswordWidget::PasswordWidget(QWidget *parent, std::shared_ptr<BackEnd> backEnd
     createFields();
     createInputBox();
     layOut();
-    createEscape();
+    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
     reset();
     if (!this->backEnd->selectedIsOpen())
         statusLabel->setText(
@@ -87,13 +87,6 @@ void PasswordWidget::createInputBox()
     connect(cancelButton, &QPushButton::clicked, this, &PasswordWidget::reset);
     statusLabel = new QLabel(this);
     connect(statusLabel, &QLabel::linkActivated, this, &PasswordWidget::onForgotPasswordLink);
-}
-
-void PasswordWidget::createEscape()
-{
-    auto *const escape = new QShortcut(Qt::Key_Escape, this);
-    escape->setAutoRepeat(false); // a key held down in a message box closes that alone
-    connect(escape, &QShortcut::activated, this, &QWidget::close);
 }
 
 void PasswordWidget::layOut()

@@ -58,7 +58,6 @@ private:
     void createButtons();
     void createFields();
     void createInputBox();
-    void createEscape();
     void layOut();
     void clearFields();
     void dropHiddenFocus();
