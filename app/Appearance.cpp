@@ -3,10 +3,13 @@
 
 #include <QApplication>
 #include <QPalette>
+#include <QScreen>
 #include <QStyle>
 #include <QStyleFactory>
+#include <algorithm>
 #include <initializer_list>
 #include <memory>
+#include <vector>
 
 namespace {
 
@@ -15,6 +18,29 @@ namespace {
 const QColor placeholderColor(96, 96, 96);
 const QColor disabledColor(88, 88, 88);
 const QColor highlightColor(36, 116, 171);
+
+// Below it a screen is one of 96 dpi that says another number, as X servers without a monitor do. Scaling by that little
+// would blur all lines and help nobody.
+constexpr qreal leastScale = 1.1;
+
+// Of the densest screen, in multiples of 96 dpi. Nothing but an application tells: this one lives for the question. It
+// must not begin to scale, nor take what is meant for the one that shows the window.
+qreal greatestScale(int argc, char **argv)
+{
+    std::vector<char *> arguments(argv, argv + argc + 1);
+    const QByteArray startup = qgetenv("DESKTOP_STARTUP_ID");
+    QCoreApplication::setAttribute(Qt::AA_DisableHighDpiScaling);
+    qreal greatest = 0;
+    {
+        const QGuiApplication application(argc, arguments.data());
+        for (const QScreen *screen : QGuiApplication::screens())
+            greatest = std::max(greatest, screen->logicalDotsPerInch() / 96);
+    }
+    QCoreApplication::setAttribute(Qt::AA_DisableHighDpiScaling, false);
+    if (!startup.isNull())
+        qputenv("DESKTOP_STARTUP_ID", startup);
+    return greatest;
+}
 
 // A role that is set explicitly no desktop changes any more.
 void setEveryRole(QPalette &palette)
@@ -29,11 +55,13 @@ void setEveryRole(QPalette &palette)
 
 } // namespace
 
-void prepareAppearance()
+void prepareAppearance(int argc, char **argv)
 {
+    using Policy = Qt::HighDpiScaleFactorRoundingPolicy;
+    const auto policy = greatestScale(argc, argv) < leastScale ? Policy::Round : Policy::PassThrough;
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
-    QApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    QApplication::setHighDpiScaleFactorRoundingPolicy(policy);
     qputenv("QT_STYLE_OVERRIDE", "Fusion");
 }
 

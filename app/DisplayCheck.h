@@ -2,7 +2,7 @@
 // A QApplication that finds no display aborts, with several lines for developers. A user gets one line and a status.
 #pragma once
 
-/// Lives round the construction of the QApplication: if that fails, the process ends with status 1 and one line on
+/// Lives round the construction of each application object: if that fails, the process ends with status 1 and one line on
 /// standard error. One at a time. Thread: the main one, before there is another.
 class DisplayCheck
 {

@@ -22,8 +22,8 @@ int main(int argc, char *argv[])
     // wait for that terminal: whatever asks meets the end of the input and cancels.
     std::cin.setstate(std::ios_base::eofbit);
 
-    prepareAppearance();
     std::optional<DisplayCheck> displayCheck(std::in_place);
+    prepareAppearance(argc, argv);
     QApplication application(argc, argv);
     displayCheck.reset();
     useLightPalette();

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a user sees of the window on desktops of 96, 144 and 192 dpi, light and dark ones: no text is cut, and each stands
+// What a user sees of the window on desktops of 96 to 192 dpi, light and dark ones: no text is cut, and each stands
 // out from its background by 4.5 to 1 at least. Colours that style sheets and rows have of their own are not judged.
 //
 // Each desktop is a process of its own on a real X server. The dark one is KDE's as Qt reads it from its files.
@@ -155,7 +155,8 @@ void Desktop::icons()
 {
     WindowList list("A");
     const qreal scale = list.window.devicePixelRatioF();
-    QCOMPARE(qRound(scale * 96), qEnvironmentVariableIntValue("QT_FONT_DPI"));
+    const int dpi = qEnvironmentVariableIntValue("QT_FONT_DPI");
+    QCOMPARE(qRound(scale * 96), dpi == 100 ? 96 : dpi); // one that is nearly 96 counts as that
     const auto pixmap = list.value(0, Qt::DecorationRole).value<QPixmap>();
     QCOMPARE(QSizeF(pixmap.size()), QSizeF(24, 24) * scale);
     const QRect place(list.view.visualRect(list.row(0)).topLeft() + QPoint(4, 8), QSize(24, 24));
@@ -221,7 +222,7 @@ void LooksTest::desktop_data()
 {
     QTest::addColumn<int>("dpi");
     QTest::addColumn<QString>("look");
-    for (const int dpi : {96, 144, 192})
+    for (const int dpi : {96, 100, 144, 192})
         for (const char *const look : {"light", "dark"})
             QTest::addRow("%d dpi, %s", dpi, look) << dpi << QString(look);
 }
@@ -260,7 +261,7 @@ int main(int argc, char **argv)
         LooksTest test;
         return QTest::qExec(&test, argc, argv);
     }
-    prepareAppearance();
+    prepareAppearance(argc, argv);
     const QApplication application(argc, argv);
     if ((QApplication::palette().color(QPalette::Base).lightness() < 128) != (look == "dark"))
         return 1; // another desktop than was asked for
