@@ -37,13 +37,14 @@ public:
     explicit LinkLabel(const QString &text) : QLabel(text)
     {
         setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
+        setFocusPolicy(Qt::TabFocus); // a click leaves the focus where it is
     }
 
 protected:
     void focusInEvent(QFocusEvent *event) override
     {
         QLabel::focusInEvent(event);
-        if (event->reason() != Qt::MouseFocusReason && !hasSelectedText())
+        if (!hasSelectedText())
             QLabel::focusNextPrevChild(true);
     }
 
