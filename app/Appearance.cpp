@@ -62,7 +62,7 @@ void prepareAppearance(int argc, char **argv)
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication::setHighDpiScaleFactorRoundingPolicy(policy);
-    qputenv("QT_STYLE_OVERRIDE", "Fusion");
+    qputenv("QT_STYLE_OVERRIDE", "Fusion"); // in place of what a dark desktop sets there for all programs
 }
 
 void useLightPalette()

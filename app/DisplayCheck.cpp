@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <mutex>
 #include <utility>
 #include <vector>
 
@@ -20,6 +21,7 @@ struct Message
 };
 
 QtMessageHandler formerHandler = nullptr;
+std::mutex heldMutex; // Qt's threads may have something to say too
 std::vector<Message> held;
 
 // What the platform said last. That it cannot be used then is what Qt's loader of plugins adds, and the fatal message.
@@ -44,6 +46,7 @@ QString reasonOr(const QString &fatal)
 
 void handleMessage(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
+    const std::lock_guard lock(heldMutex);
     if (type == QtFatalMsg)
         endWithoutDisplay(reasonOr(text));
     held.push_back({type, context.category, text});
@@ -62,6 +65,7 @@ DisplayCheck::DisplayCheck()
 DisplayCheck::~DisplayCheck()
 {
     qInstallMessageHandler(formerHandler);
+    const std::lock_guard lock(heldMutex);
     for (const Message &message : std::exchange(held, {}))
         formerHandler(message.type, QMessageLogContext(nullptr, 0, nullptr, message.category.constData()),
                       message.text);

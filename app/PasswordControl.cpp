@@ -34,10 +34,8 @@ public:
     State validate(QString &text, int &cursor) const override
     {
         const auto end = static_cast<int>(std::ranges::find_if(text, endsLine) - text.begin());
-        if (end < cursor) {
-            text.remove(end, cursor - end);
-            cursor = end;
-        }
+        text.remove(end, (end < cursor ? cursor : text.size()) - end);
+        cursor = std::min(cursor, end);
         return Acceptable;
     }
 };

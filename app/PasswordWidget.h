@@ -23,7 +23,7 @@ class PasswordWidget : public QWidget
 
 public:
     /// \param parent  the window whose input the panel blocks while it is shown
-    /// \param backEnd  its selected device is open
+    /// \param backEnd  its selected device is open; if not, the panel says so, and its buttons are disabled
     PasswordWidget(QWidget *parent, std::shared_ptr<BackEnd> backEnd);
 
 signals:
