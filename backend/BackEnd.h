@@ -71,8 +71,8 @@ public:
 
     /// Selects \p device and opens it with control access. It stays selected if that fails.
     void selectDevice(Device *device);
-    /// Whether a device is selected and open: the operations below work on no other.
-    bool selectedIsOpen() const;
+    /// Whether a device is selected that is not open, so that the operations below refuse it.
+    bool selectedIsClosed() const;
     /// The lock flag of the selected device; true when none is selected.
     bool selectedIsLocked() const;
     /// Whether the selected device is on its factory password; false when none is selected.

@@ -31,10 +31,10 @@ void BackEnd::selectDevice(Device *device)
         device->open();
 }
 
-bool BackEnd::selectedIsOpen() const
+bool BackEnd::selectedIsClosed() const
 {
     const Device *device = selectedDevice;
-    return device && device->isOpen();
+    return device && !device->isOpen();
 }
 
 bool BackEnd::selectedIsLocked() const

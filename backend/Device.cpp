@@ -60,6 +60,7 @@ void Device::probe()
 {
     if (isOff() || !tryToHold(Holder::Probe))
         return;
+    ++probes_;
     try {
         probeHeld();
     } catch (...) {

@@ -50,6 +50,8 @@ public:
     /// \throws whatever the read of an address feature throws, of the standard's family or GenericException;
     ///     the device has been closed then, without being asked anything more
     void probe();
+    /// How often the device has been probed. Thread: that of the passes.
+    std::uint32_t probes() const { return probes_; }
 
     /// Opens the device with control access. Failures are printed; isOpen() tells the outcome. One that is being
     /// probed is not opened.
@@ -165,5 +167,6 @@ private:
     std::uint32_t ipAddress_ = 0;
     std::uint64_t macAddress_ = 0;
     std::list<std::string> passwordHistory_; // its texts never move, which would leave copies behind
+    std::uint32_t probes_ = 0;
     std::atomic<bool> retired = false;
 };

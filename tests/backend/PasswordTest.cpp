@@ -264,9 +264,9 @@ TEST_F(PasswordTest, ADeviceThatIsNotOpenOrHasNoLockIsNotOperated)
         EXPECT_THAT(backEnd->selectedPasswordHistory(), ElementsAre("kept")) << "it stays selected";
     };
     select();
-    EXPECT_TRUE(backEnd->selectedIsOpen());
+    EXPECT_FALSE(backEnd->selectedIsClosed());
     device()->close(false);
-    EXPECT_FALSE(backEnd->selectedIsOpen());
+    EXPECT_TRUE(backEnd->selectedIsClosed());
     expectRefusals("Error: The device is not open.\n");
     startWith(camera("lock = \"none\"\n"));
     backEnd->selectDevice(device());
