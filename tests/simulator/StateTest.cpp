@@ -2,7 +2,6 @@
 // The state file: what it keeps, and that processes and modules which share it don't get in each other's way.
 #include "Client.h"
 #include "Environment.h"
-#include "Simulator.h"
 
 #include <gmock/gmock.h>
 #include <sys/wait.h>
@@ -164,11 +163,8 @@ TEST(State, WithoutAFileItLivesInTheModule)
     EXPECT_FALSE(fs::exists(simulator.statePath()));
 }
 
-TEST(State, FilesThatHoldPasswordsAreTheOwnersAlone)
+TEST_F(OpenCameraTest, FilesThatHoldPasswordsAreTheOwnersAlone)
 {
-    Simulator simulator;
-    Client client{Simulator::cti()};
-    OpenCamera camera{client};
     client.write(camera.port, commandRegister, lockCommand);
     constexpr auto ownerOnly = fs::perms::owner_read | fs::perms::owner_write;
     EXPECT_EQ(fs::status(simulator.statePath()).permissions(), ownerOnly);
