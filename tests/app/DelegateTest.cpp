@@ -14,7 +14,6 @@ class DelegateTest : public QObject
 private slots:
     void row_data();
     void row();
-    void size();
 };
 
 namespace {
@@ -101,11 +100,7 @@ void DelegateTest::row()
         painter.restore();
     });
     QCOMPARE(image, expected);
-}
-
-void DelegateTest::size()
-{
-    QCOMPARE(DeviceItemDelegate(nullptr).sizeHint({}, {}), QSize(200, 64));
+    QCOMPARE(DeviceItemDelegate(nullptr).sizeHint(option, item->index()), QSize(200, 64));
 }
 
 QTEST_MAIN(DelegateTest)

@@ -6,7 +6,6 @@
 #include "PanelParts.h"
 
 #include <QAction>
-#include <QSignalSpy>
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <functional>
@@ -41,38 +40,12 @@ class PasswordControlTest : public QObject
     Q_OBJECT
 
 private slots:
-    void sizes();
     void rules_data();
     void rules();
-    void editingFinished();
     void looks_data();
     void looks();
     void eye();
 };
-
-// There is no point size to scale when the font is set in pixels. Qt says so, and the field is there all the same.
-void PasswordControlTest::sizes()
-{
-    QWidget parent;
-    QFont font("Sans", 11);
-    parent.setFont(font);
-    const PasswordControl field(&parent);
-    const FieldParts parts(&field);
-    QCOMPARE(field.layout()->spacing(), 4);
-    QCOMPARE(field.layout()->contentsMargins(), QMargins());
-    QCOMPARE(parts.edit->styleSheet(), QString("QLineEdit { background-color: white; border: 1px white }"));
-    QCOMPARE(parts.edit->minimumHeight(), 17);
-    QCOMPARE(parts.caption->font().pointSizeF(), 9.35);
-    QCOMPARE(parts.error->font(), parts.caption->font());
-
-    font.setPixelSize(15);
-    parent.setFont(font);
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("setPointSizeF: Point size <= 0"));
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("setMinimumSize: .*Negative sizes"));
-    const PasswordControl inPixels(&parent);
-    QCOMPARE(FieldParts(&inPixels).error->font().pixelSize(), 15);
-    QCOMPARE(FieldParts(&inPixels).edit->minimumHeight(), 0);
-}
 
 // The complaint of the text, then what is told when something else than the text changes.
 void PasswordControlTest::rules_data()
@@ -131,17 +104,6 @@ void PasswordControlTest::rules()
     QCOMPARE(told.last(), QString::number(field.isValid()));
     QTEST(told.mid(1).join(' '), "told");
     QVERIFY(!then.endsWith("clear") || (field.errorText() + field.text()).isEmpty());
-}
-
-// Nobody listens to it; the panel's tests need the other signals.
-void PasswordControlTest::editingFinished()
-{
-    PasswordControl field;
-    const QSignalSpy finished(&field, &PasswordControl::editingFinished);
-    QTest::keyClicks(FieldParts(&field).edit, "abc");
-    QVERIFY(finished.isEmpty());
-    QTest::keyClick(FieldParts(&field).edit, Qt::Key_Return);
-    QCOMPARE(finished.value(0), QVariantList{"abc"});
 }
 
 void PasswordControlTest::looks_data()
