@@ -122,17 +122,15 @@ TEST_F(ListTest, EveryModuleIsAPortAndNamesItsParent)
     const auto answer = [&](PORT_HANDLE port, PORT_INFO_CMD command) {
         return client.query(client.GCGetPortInfo, port, command);
     };
-    std::vector<std::string> names;
-    std::vector<std::string> access; // read, write, NA, NI
+    std::vector<std::string> answers; // name; read, write, NA, NI
     for (const PORT_HANDLE port : {camera.tl, camera.interface, camera.device, camera.port}) {
-        names.push_back(answer(port, PORT_INFO_PORTNAME).c_str());
-        std::string flags;
+        std::string answered = answer(port, PORT_INFO_PORTNAME).c_str();
         for (PORT_INFO_CMD command = PORT_INFO_ACCESS_READ; command <= PORT_INFO_ACCESS_NI; ++command)
-            flags += answer(port, command) == "\1" ? '1' : '0';
-        access.push_back(flags);
+            answered += answer(port, command) == "\1" ? " 1" : " 0";
+        answers.push_back(answered);
     }
-    EXPECT_THAT(names, ElementsAre("TLSystem", "TLInterface", "TLDevice", "Device"));
-    EXPECT_THAT(access, ElementsAre("0001", "0001", "0001", "1100"));
+    EXPECT_THAT(answers,
+                ElementsAre("TLSystem 0 0 0 1", "TLInterface 0 0 0 1", "TLDevice 0 0 0 1", "Device 1 1 0 0"));
 }
 
 } // namespace

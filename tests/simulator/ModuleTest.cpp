@@ -12,25 +12,6 @@ using testing::ElementsAre;
 
 namespace {
 
-TEST(Module, AVariantLacksWhatItDropsAndHasItsOwnName)
-{
-    Simulator simulator("[[interface]]\nid = \"a\"\n[[interface]]\nid = \"b\"\nproducer = \"second\"\n");
-    Client client{Simulator::cti("sim_second")};
-    EXPECT_EQ(client.DSGetBufferPartInfo, nullptr);
-    client.init();
-    client.openInterface(client.openTL(), "b");
-    EXPECT_EQ(client.code, GC_ERR_SUCCESS);
-    EXPECT_STREQ(client.query(client.GCGetInfo, TL_INFO_ID).c_str(), "second");
-    EXPECT_STREQ(client.query(client.GCGetInfo, TL_INFO_PATHNAME).c_str(),
-                 Simulator::cti("sim_second").c_str());
-
-    client.close();
-    Client product{Simulator::cti()};
-    product.init();
-    product.openInterface(product.openTL(), "b");
-    EXPECT_EQ(product.code, GC_ERR_INVALID_ID) << "meant for the other producer";
-}
-
 TEST(Module, TwoModulesInOneProcessShareNothingButTheStateFile)
 {
     Simulator simulator;
