@@ -15,7 +15,6 @@ private slots:
     void indexes();
     void rowOfCamera_data();
     void rowOfCamera();
-    void currentRow();
     void openCamera();
     void lockChange();
 };
@@ -105,21 +104,6 @@ void ModelTest::rowOfCamera()
     const auto pixmap = list.value(0, Qt::DecorationRole).value<QPixmap>();
     QCOMPARE(pixmap.isNull(), icon.isEmpty());
     QCOMPARE(pixmap.toImage(), QPixmap(":/icons/" + icon + ".png").toImage());
-}
-
-void ModelTest::currentRow()
-{
-    ModelList list("A B C");
-    DeviceItemModel &model = *list.model;
-    model.setCurrentIndex(list.row(1), list.row(0));
-    QCOMPARE(list.takeEmitted(), QString("dataChanged 0..0, dataChanged 1..1, selectedChanged 1 from 0"));
-    model.setCurrentIndex(list.row(1), list.row(2));
-    model.switchCurrentIndex(list.row(1));
-    QCOMPARE(list.takeEmitted(), QString(""));
-    // The row that was left is not named.
-    model.switchCurrentIndex(list.row(2));
-    QCOMPARE(list.takeEmitted(), QString("dataChanged 2..2, dataChanged 2..2, selectedChanged 2 from 2"));
-    QCOMPARE(model.currentIndex(), list.row(2));
 }
 
 void ModelTest::openCamera()

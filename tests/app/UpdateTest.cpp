@@ -14,7 +14,6 @@ private slots:
     void clock();
     void pass_data();
     void pass();
-    void questions();
     void openCameraMovesOrGoes();
     void overtakenChoice();
     void cutRowsStayUntilAnnounced();
@@ -76,24 +75,6 @@ void UpdateTest::pass()
     QCOMPARE(list.row(index.row()), index); // of the same device
     list.pass();
     QCOMPARE(list.takeEmitted(), QString());
-}
-
-// A pass asks a new camera alone, and its row in a fixed order: access, model, serial number.
-void UpdateTest::questions()
-{
-    ModelList list("A");
-    list.plug("A B");
-    list.simulator.clearLog();
-    list.pass();
-    std::string asked;
-    for (const std::string &call : list.simulator.calls("IFGetDeviceInfo"))
-        asked += call.substr(call.find(',') + 2, 6) + ';';
-    QCOMPARE(asked, std::string("\"B\", 5;\"B\", 5;\"B\", 2;\"B\", 7;")); // the first one by its probe
-    list.simulator.clearLog();
-    list.pass();
-    for (int role = Qt::DisplayRole; role <= DeviceItemModel::HasDefaultPasswordRole; ++role)
-        list.value(1, role);
-    QVERIFY(list.simulator.calls("IFGetDeviceInfo").empty() && list.simulator.calls("IFOpenDevice").empty());
 }
 
 // The pass has closed it, so that there is nothing left to close, nor to act on, whether its row was still the current

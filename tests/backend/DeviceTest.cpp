@@ -260,15 +260,4 @@ TEST_F(DeviceTest, TextQueries)
         << "alone of its family";
 }
 
-TEST_F(DeviceTest, AProducerThatCannotSayMore)
-{
-    start();
-    fail("IFGetDeviceInfo");
-    fail("GCGetLastError");
-    pass();
-    EXPECT_EQ(printedBy([this] { device()->model(); }),
-              "ERROR: IFGetDeviceInfo(DEVICE_INFO_MODEL,sim-1) failed with code -1010!\n"
-              "WARNING: Inquiring last error failed with code -1010!\n");
-}
-
 } // namespace

@@ -32,7 +32,6 @@ constexpr const char *description = R"(<RegisterDescription ModelName="m" Vendor
     <Integer Name="Twice"><Value>2</Value></Integer>
     <Float Name="Gain"><Value>-2.5</Value></Float>
     <Float Name="Circle"><pValue>Circle</pValue></Float>
-    <Enumeration Name="Mode"><EnumEntry Name="On"><Value>1</Value></EnumEntry><Value>1</Value></Enumeration>
     </RegisterDescription>)";
 
 class RemoteNodeTest : public BackEndTest
@@ -64,8 +63,6 @@ TEST_F(RemoteNodeTest, ValuesByKind)
         {"Manufacturer", RemoteNode::NoInteger, RemoteNode::NoDouble, "\x01"},
         {"Root", RemoteNode::NoInteger, RemoteNode::NoDouble, ""},
         {"Raw", RemoteNode::NoInteger, RemoteNode::NoDouble, ""}, // an integer register is no "Integer"
-        {"Mode", RemoteNode::NoInteger, RemoteNode::NoDouble, ""},
-        {"Run", RemoteNode::NoInteger, RemoteNode::NoDouble, ""},
     };
     for (const auto &row : rows) {
         const RemoteNode node = camera->remoteNode(row.name);
@@ -86,7 +83,6 @@ TEST_F(RemoteNodeTest, WritesAreConvertedByKind)
     } rows[] = {
         {"Number", std::int64_t{1} << 40, "1099511627776"},
         {"Number", 3.9, "3"},
-        {"Number", -3.9, "-3"},
         {"Number", 18446744073709549568.0, "-2048"}, // the bits of an unsigned value
         {"Number", 1e300, "-1"},                     // clamped to all bits
         {"Number", -1e300, "-9223372036854775808"},
@@ -94,11 +90,8 @@ TEST_F(RemoteNodeTest, WritesAreConvertedByKind)
         {"Switch", -1, "0"},
         {"Switch", 0.5, "1"},
         {"Gain", -7, "-7.000000"},
-        {"Gain", 0.25, "0.250000"},
-        {"Label", 12, "12"},
         {"Label", 1.5, "1.500000"},
         {"Root", 1, ""},
-        {"Mode", 1.0, ""},
     };
     for (const auto &row : rows) {
         std::visit([&](auto value) { camera->remoteNode(row.name).setValue(value); }, row.value);

@@ -2,7 +2,6 @@
 // The load of a description through a port: where it is looked for, each way to fail, and the node map.
 #include "GenTL_Interface.h"
 #include "GenTL_PortInterface.h"
-#include "GenericException.h"
 #include "IInteger.h"
 #include "INode.h"
 #include "Script.h"
@@ -15,13 +14,9 @@
 
 using namespace GenICam_Interfaces;
 using namespace std::string_literals;
-using GenICam_3_2_TVN::PropertyException;
 using ::testing::Contains;
 using ::testing::ElementsAre;
-using ::testing::Property;
 using ::testing::StartsWith;
-using ::testing::StrEq;
-using ::testing::Throws;
 
 /// An allocation that is too large gives null, as it does without the sanitizer.
 extern "C" const char *__asan_default_options()
@@ -258,16 +253,6 @@ TEST_F(DescriptionTest, APortNameWithoutANodeCannotBeConnected)
     EXPECT_EQ(openFailure(), "Connecting NodeMapRef with port failed!");
     script.refusedPortInfo = PORT_INFO_PORTNAME;
     EXPECT_EQ(openFailure(), "GCGetPortInfo(PORT_INFO_PORTNAME)" + refused);
-}
-
-TEST_F(DescriptionTest, WhatConnectingThrowsPassesUnchanged)
-{
-    const std::string port = R"(<Port Name="Device"/>)";
-    script.memory.insert(script.memory.find(port), port); // loads, but the name finds no single node
-    script.urlAnswers[URL_INFO_FILE_SIZE] = std::uint64_t{script.memory.size()};
-    EXPECT_THAT([&] { open(); },
-                Throws<PropertyException>(Property(&PropertyException::GetDescription,
-                                                   StrEq("Node 'Device' is defined more than once"))));
 }
 
 } // namespace

@@ -173,18 +173,4 @@ TEST_F(DescriptionTest, AFileOfTheUserAndAnotherUrlReplaceTheBuiltInOnes)
     EXPECT_STREQ(client.query(client.GCGetPortInfo, camera->port, PORT_INFO_PORTNAME).c_str(), "Other");
 }
 
-TEST_F(DescriptionTest, AZippedOneIsAnArchiveWithTheXmlInIt)
-{
-    std::ofstream(simulator.folder() / "own.xml")
-        << "123456789"; // its CRC-32 is the check value of the algorithm
-    const std::string file = load("description = \"zipped\"\nxml = \"own.xml\"\nmodel = \"M\"");
-    EXPECT_STREQ(info(URL_INFO_FILENAME).c_str(), "M.zip");
-    ASSERT_EQ(file.size(), 30 + 5 + 9 + 46 + 5 + 22);
-    EXPECT_EQ(file.substr(0, 4), "PK\3\4");
-    EXPECT_EQ(file.substr(14, 4), "\x26\x39\xf4\xcb");
-    EXPECT_EQ(file.substr(30, 14), "M.xml123456789");
-    EXPECT_EQ(file.substr(44, 4), "PK\1\2");
-    EXPECT_EQ(file.substr(file.size() - 22, 4), "PK\5\6");
-}
-
 } // namespace

@@ -48,36 +48,6 @@ TEST_F(ListTest, TheStatusTellsHowThisProcessHasOpenedACamera)
         << "1.4 doesn't know the others";
 }
 
-TEST_F(ListTest, TheConfiguredAccessDecidesWhoMayOpen)
-{
-    const struct
-    {
-        const char *access;
-        std::int32_t status;
-        GC_ERROR readOnly;
-        GC_ERROR control;
-    } rows[] = {
-        {"readwrite", 1, GC_ERR_SUCCESS, GC_ERR_SUCCESS},
-        {"readonly", 2, GC_ERR_SUCCESS, GC_ERR_ACCESS_DENIED},
-        {"noaccess", 3, GC_ERR_ACCESS_DENIED, GC_ERR_ACCESS_DENIED},
-        {"busy", 4, GC_ERR_ACCESS_DENIED, GC_ERR_ACCESS_DENIED},
-        {"open_readwrite", 5, GC_ERR_RESOURCE_IN_USE, GC_ERR_RESOURCE_IN_USE},
-        {"open_readonly", 6, GC_ERR_RESOURCE_IN_USE, GC_ERR_RESOURCE_IN_USE},
-        {"unknown", 0, GC_ERR_SUCCESS, GC_ERR_SUCCESS},
-    };
-    const auto open = [&](DEVICE_ACCESS_FLAGS access) {
-        client.DevClose(client.openDevice(camera.interface, "sim-2", access));
-        return client.code;
-    };
-    for (const auto &row : rows) {
-        simulator.configure(empty + std::string(secondCamera) + "access = \"" + row.access + "\"\n");
-        refreshChanges();
-        EXPECT_EQ(client.accessStatus(camera.interface, "sim-2"), row.status) << row.access;
-        EXPECT_EQ(open(DEVICE_ACCESS_READONLY), row.readOnly) << row.access;
-        EXPECT_EQ(open(DEVICE_ACCESS_CONTROL), row.control) << row.access;
-    }
-}
-
 TEST_F(ListTest, PluggingAndUnpluggingShowAtTheNextRefreshAndNotBefore)
 {
     EXPECT_FALSE(refreshChanges());

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The module as the dynamic loader sees it, alone and beside a variant; the call log; events.
+// The last error of a thread, the call log, and events.
 #include "Client.h"
 
-#include <dlfcn.h>
 #include <gmock/gmock.h>
 
 #include <chrono>
@@ -11,26 +10,6 @@
 using testing::ElementsAre;
 
 namespace {
-
-TEST(Module, TwoModulesInOneProcessShareNothingButTheStateFile)
-{
-    Simulator simulator;
-    Client first{Simulator::cti()};
-    Client second{Simulator::cti("sim_second")};
-    OpenCamera camera{first};
-    EXPECT_EQ(second.TLOpen(&camera.tl), GC_ERR_NOT_INITIALIZED);
-    EXPECT_EQ(first.lastError(), "") << "the failure of the other module";
-
-    second.init();
-    const IF_HANDLE interface = second.openInterface(second.openTL());
-    EXPECT_EQ(second.IFClose(camera.interface), GC_ERR_INVALID_HANDLE);
-    EXPECT_EQ(second.accessStatus(interface), DEVICE_ACCESS_STATUS_BUSY);
-    second.openDevice(interface);
-    EXPECT_EQ(second.code, GC_ERR_ACCESS_DENIED);
-    first.DevClose(camera.device);
-    second.openDevice(interface);
-    EXPECT_EQ(second.code, GC_ERR_SUCCESS);
-}
 
 TEST(Module, TheLastErrorBelongsToTheThread)
 {
