@@ -99,6 +99,8 @@ void WindowTest::newCurrentRow()
     QVERIFY(list.view.verticalScrollBar()->value() > 0);
     QTest::mouseClick(list.view.viewport(), Qt::LeftButton, {}, list.place(18).center());
     QCOMPARE(list.takeEmitted().section(", ", -1), QString("selectedChanged 18 from 19"));
+    QTest::keyClick(&list.view, Qt::Key_Home, Qt::ShiftModifier);
+    QCOMPARE(list.view.selectionModel()->selectedIndexes().size(), 1);
 }
 
 // The user chooses another row before the view hears what a pass has done to the current one.
@@ -150,6 +152,15 @@ void WindowTest::rowsComeAndGo()
     list.plug("C9");
     list.pass();
     QVERIFY(!view.currentIndex().isValid() && !view.selectionModel()->hasSelection());
+
+    // The view drops a gone row that the model has not heard of, too.
+    {
+        const QSignalBlocker unheard(view);
+        view.setCurrentIndex(list.row(0));
+    }
+    list.plug("");
+    list.pass();
+    QVERIFY(!view.currentIndex().isValid());
 }
 
 // From the row to the panel, and back into the row.
