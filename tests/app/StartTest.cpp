@@ -17,15 +17,8 @@ private slots:
     void withoutReaders();
     void withoutDisplay_data();
     void withoutDisplay();
-    void dataOutsideTheRows();
 
 private:
-    void run(const char *user)
-    {
-        const Environment choice("TORVANE_TEST_USER", user);
-        run(path, {});
-    }
-
     void run(const QString &command, const QStringList &arguments)
     {
         program.start(command, arguments);
@@ -42,7 +35,7 @@ private:
 void StartTest::withoutInput()
 {
     const CameraList list(cameras("A"));
-    run("unlocks");
+    run(path, {});
     QVERIFY(program.readAllStandardOutput().contains(
         "status: Unlocking failed! <a href=\"#forgotPassword\">Forgot password?</a>\n"));
     QCOMPARE(program.exitStatus(), QProcess::NormalExit);
@@ -65,7 +58,6 @@ void StartTest::withoutReaders()
     if (shell.isEmpty())
         QSKIP("There is no shell here.");
     const CameraList list(cameras("A"));
-    const Environment choice("TORVANE_TEST_USER", "unlocks");
     run(shell, {"-c", streams, path});
     QCOMPARE(program.exitCode(), 0);
     const auto calls = list.simulator.calls();
@@ -104,14 +96,6 @@ void StartTest::withoutDisplay()
                                          QRegularExpression::DotMatchesEverythingOption);
         QVERIFY2(pattern.match(outputs[place]).hasMatch(), outputs[place]);
     }
-}
-
-void StartTest::dataOutsideTheRows()
-{
-    const CameraList list(cameras("A"));
-    run("asks outside the rows");
-    QCOMPARE(program.exitStatus(), QProcess::CrashExit);
-    QVERIFY(program.readAllStandardError().contains("std::out_of_range"));
 }
 
 QTEST_MAIN(StartTest)

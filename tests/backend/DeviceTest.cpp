@@ -9,6 +9,7 @@
 #include <fstream>
 #include <stdexcept>
 
+using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -20,9 +21,22 @@ namespace {
 const std::string portFailed = "ERROR: Creating GenTL_PortInterface instance for the remote device failed! "
                                "Closing device...\n       Msg: ";
 
+const std::string probeFailed = "ERROR: Probing device 'sim-1' failed!\n       Msg: ";
+
 class DeviceTest : public BackEndTest
 {
 protected:
+    /// What a device tells of itself without an answer of its producer.
+    static std::string stateOf(const Device &device)
+    {
+        const char *const types[] = {"GEV", "U3V", "?", "?", "Other", "Unknown"};
+        std::string text = types[static_cast<int>(device.transportType())];
+        text += device.isOpen() ? " open" : "";
+        text += device.passwordSupported() ? "" : " without a lock";
+        text += device.isLocked() ? " locked" : "";
+        return text + (device.isDefaultPassword() ? " default" : "");
+    }
+
     /// Starts with a camera of a description of its own, and others behind it.
     std::string startDescribed(const std::string &nodes, const std::string &others = "")
     {
@@ -36,95 +50,63 @@ protected:
 TEST_F(DeviceTest, FirstContactReadsFiveRegistersAndRemembers)
 {
     EXPECT_EQ(start(), "");
-    EXPECT_THAT(simulator.portTraffic(),
-                ElementsAre("read 0x50001000 01 00 00 00", "read 0x50001000 01 00 00 00",
-                            "read 0x50001004 01 00 00 00", "read 0x50001000 01 00 00 00",
-                            "read 0x50001004 01 00 00 00"));
+    EXPECT_EQ(simulator.lockTraffic(), "locked locked user locked user");
     EXPECT_THAT(simulator.calls("IFOpenDevice"), ElementsAre(HasSubstr("\"sim-1\", 2)")));
-    EXPECT_FALSE(device()->isOpen());
-    EXPECT_TRUE(device()->passwordSupported());
-    EXPECT_TRUE(device()->isLocked());
-    EXPECT_FALSE(device()->isDefaultPassword());
-    EXPECT_EQ(device()->transportType(), TransportType::GEV);
+    EXPECT_EQ(stateOf(*device()), "GEV locked");
     EXPECT_EQ(device()->ipAddress(), 0xc0a8000bu); // 192.168.0.11
     EXPECT_EQ(device()->macAddress(), 0x001122334401u);
-    EXPECT_EQ(simulator.portTraffic().size(), 5u) << "a closed device answers from what it remembers";
+    EXPECT_EQ(simulator.lockTraffic(), "locked locked user locked user") << "as it was: this is remembered";
     EXPECT_EQ(simulator.openHandles(), 2) << "TL and interface";
 }
 
-TEST_F(DeviceTest, TransportTypes)
-{
-    const std::pair<const char *, TransportType> rows[] = {{"U3V", TransportType::U3V},
-                                                           {"gev", TransportType::Other},
-                                                           {"CXP", TransportType::Other},
-                                                           {"GEV", TransportType::GEV}};
-    for (const auto &[type, expected] : rows) {
-        startWith(camera(std::string("description = \"zipped\"\ntype = \"") + type + "\"\n"));
-        EXPECT_EQ(device()->transportType(), expected) << type;
-        EXPECT_EQ(device()->ipAddress() != 0, expected == TransportType::GEV) << type;
-    }
-}
-
-TEST_F(DeviceTest, AFeatureThatIsNoPlainIntegerIsNoAddress)
-{
-    EXPECT_EQ(startDescribed("<IntReg Name=\"GevMACAddress\"><Address>0x50001000</Address><Length>4</Length>"
-                             "<pPort>Device</pPort></IntReg>"),
-              "ERROR: Could not open the remote device node 'GevCurrentIPAddress'!\n");
-    EXPECT_EQ(device()->ipAddress(), 0u);
-    EXPECT_EQ(device()->macAddress(), 0x8000000000000000u);
-}
-
-TEST_F(DeviceTest, OnlyAccessibleDevicesAreProbed)
+TEST_F(DeviceTest, AProbeFollowsAccessAndTransport)
 {
     const struct
     {
-        const char *access;
-        std::int32_t status;
-        const char *name;
-        bool probed;
-    } rows[] = {{"readwrite", 1, "ReadWrite", true},
-                {"readonly", 2, "ReadOnly", true},
-                {"noaccess", 3, "NoAccess", false},
-                {"busy", 4, "Busy", false},
-                {"open_readwrite", 5, "OpenReadWrite", false},
-                {"open_readonly", 6, "OpenReadOnly", false},
-                {"unknown", 0, "Unknown", false}};
+        const char *keys; // of a locked camera
+        std::int32_t access;
+        const char *accessName;
+        const char *state; // of one that isn't probed: nothing is known
+    } rows[] = {{"", 1, "ReadWrite", "GEV locked"},
+                {"access = \"readonly\"\n", 2, "ReadOnly", "GEV locked"},
+                {"access = \"noaccess\"\n", 3, "NoAccess", "Unknown without a lock"},
+                {"access = \"busy\"\n", 4, "Busy", "Unknown without a lock"},
+                {"access = \"open_readwrite\"\n", 5, "OpenReadWrite", "Unknown without a lock"},
+                {"access = \"open_readonly\"\n", 6, "OpenReadOnly", "Unknown without a lock"},
+                {"access = \"unknown\"\n", 0, "Unknown", "Unknown without a lock"},
+                {"type = \"U3V\"\ndescription = \"zipped\"\n", 1, "ReadWrite", "U3V locked"},
+                {"type = \"gev\"\n", 1, "ReadWrite", "Other locked"}};
     for (const auto &row : rows) {
-        EXPECT_EQ(startWith(camera(std::string("lock = \"locked\"\naccess = \"") + row.access + "\"\n")), "");
-        EXPECT_EQ(device()->accessStatus(), row.status);
-        EXPECT_EQ(accessStatusName(row.status), row.name);
-        EXPECT_EQ(!simulator.calls("IFOpenDevice").empty(), row.probed) << row.access;
-        EXPECT_EQ(device()->isLocked(), row.probed) << row.access;
-        EXPECT_EQ(device()->transportType(), row.probed ? TransportType::GEV : TransportType::Unknown);
+        EXPECT_EQ(startWith(camera(row.keys)), "") << row.keys;
+        EXPECT_EQ(device()->accessStatus(), row.access) << row.keys;
+        EXPECT_EQ(accessStatusName(row.access), row.accessName);
+        EXPECT_EQ(stateOf(*device()), row.state) << row.keys;
+        const std::string_view state = row.state;
+        EXPECT_EQ(simulator.calls("IFOpenDevice").empty(), state.starts_with("Unknown")) << row.keys;
+        EXPECT_EQ(device()->ipAddress() != 0, state.starts_with("GEV")) << row.keys;
     }
     EXPECT_EQ(accessStatusName(7), "Unimplemented item");
 }
 
 TEST_F(DeviceTest, OpenAndClose)
 {
-    start();
-    simulator.clearLog();
-    backEnd->selectDevice(device());
-    EXPECT_TRUE(device()->isOpen());
-    EXPECT_THAT(simulator.calls("IFOpenDevice"), ElementsAre(HasSubstr("\"sim-1\", 3)")));
-    EXPECT_THAT(simulator.portTraffic(), ElementsAre("read 0x50001000 01 00 00 00"));
-
-    simulator.clearLog();
+    select();
+    EXPECT_EQ(stateOf(*device()), "GEV open locked");
+    const auto callsOf = [this](const std::function<void()> &work) {
+        simulator.clearLog();
+        work();
+        std::string calls;
+        for (const std::string &function : functionsOf(simulator.calls()))
+            calls += function + ' ';
+        return calls;
+    };
+    EXPECT_EQ(callsOf([this] { device()->open(), device()->probe(); }), "") << "it is open";
+    EXPECT_EQ(callsOf([this] { device()->close(false); }), "GCReadPort GCReadPort DevClose ");
+    EXPECT_EQ(callsOf([this] { device()->close(false); }), "") << "it is closed";
     device()->open();
-    device()->probe();
-    EXPECT_THAT(simulator.calls(), IsEmpty()) << "an open device is not opened again";
-
-    device()->close(false);
-    EXPECT_THAT(functionsOf(simulator.calls()), ElementsAre("GCReadPort", "GCReadPort", "DevClose"));
-    EXPECT_FALSE(device()->isOpen());
-    device()->close(false);
-    EXPECT_THAT(simulator.calls("DevClose").size(), 1u) << "the second close does nothing";
-
-    device()->open();
-    EXPECT_TRUE(device()->isOpen());
-    simulator.clearLog();
-    device()->close(true);
-    EXPECT_THAT(functionsOf(simulator.calls()), ElementsAre("DevClose"));
+    EXPECT_THAT(simulator.calls(), Contains(HasSubstr("IFOpenDevice(h2, \"sim-1\", 3)")));
+    EXPECT_EQ(simulator.lockTraffic(), "locked");
+    EXPECT_EQ(callsOf([this] { device()->close(true); }), "DevClose ");
 }
 
 // Only 1 is locked, and only 0 the factory password.
@@ -132,25 +114,32 @@ TEST_F(DeviceTest, OtherValuesInTheStateRegisters)
 {
     simulator.configure(camera("lock_state_value = 2\npassword_state_value = 7\n"));
     select();
-    EXPECT_TRUE(device()->passwordSupported());
+    EXPECT_EQ(stateOf(*device()), "GEV open");
     EXPECT_FALSE(device()->readPasswordSupport());
-    EXPECT_FALSE(device()->isLocked());
-    EXPECT_FALSE(device()->isDefaultPassword());
 }
 
-TEST_F(DeviceTest, ADeviceWithoutTheLock)
+TEST_F(DeviceTest, ADeviceWithoutTheLockOrSwitchedOffIsLeftAlone)
 {
     simulator.configure(camera("lock = \"none\"\n"));
     select();
-    EXPECT_FALSE(device()->passwordSupported());
-    EXPECT_FALSE(device()->isLocked());
-    EXPECT_FALSE(device()->isDefaultPassword());
-    EXPECT_EQ(printedBy([this] {
-                  device()->lock();
-                  device()->unlock("hunter22");
-                  device()->setPassword("hunter22");
-                  device()->factoryReset();
+    Device off(nullptr, "");
+    EXPECT_EQ(printedBy([&] {
+                  off.probe();
+                  off.open();
+                  off.close(false);
+                  EXPECT_FALSE(off.readPasswordSupport());
+                  for (Device *lockless : {device(), &off}) {
+                      lockless->lock();
+                      lockless->unlock("hunter22");
+                      lockless->setPassword("hunter22");
+                      lockless->factoryReset();
+                  }
+                  EXPECT_EQ(stateOf(*device()), "GEV open without a lock");
+                  EXPECT_EQ(stateOf(off), "Unknown without a lock");
               }),
+              "");
+    EXPECT_EQ(off.accessStatus(), 0);
+    EXPECT_EQ(off.model() + off.serialNumber() + off.userDefinedName() + off.displayName() + off.tlType(),
               "");
     EXPECT_THAT(simulator.calls(), IsEmpty());
 }
@@ -160,12 +149,10 @@ TEST_F(DeviceTest, AFailedOpenNamesControlAccessAlsoInAProbe)
     fail("IFOpenDevice", 1, 0);
     const std::string expected = failed("IFOpenDevice(DEVICE_ACCESS_CONTROL) for device with id 'sim-1'");
     EXPECT_EQ(start(), expected);
-    EXPECT_EQ(ids(), std::vector<std::string>{"sim-1"}) << "it is in the list all the same";
-    EXPECT_THAT(simulator.calls("DevGetInfo"), IsEmpty()) << "the probe ends with the failed open";
     EXPECT_EQ(printedBy([this] { backEnd->selectDevice(device()); }), expected);
-    EXPECT_FALSE(device()->isOpen());
-    EXPECT_FALSE(backEnd->selectedIsLocked())
-        << "it stays selected: unsupported answers false, none selected true";
+    EXPECT_EQ(stateOf(*device()), "Unknown without a lock") << "it is in the list all the same";
+    EXPECT_THAT(simulator.calls("DevGetInfo"), IsEmpty()) << "the probe ends with the failed open";
+    EXPECT_FALSE(backEnd->selectedIsLocked()) << "it stays selected: none selected would answer true";
 }
 
 // The creation of the port and the read of the lock state still run, on the closed device with no port
@@ -179,133 +166,95 @@ TEST_F(DeviceTest, AFailedDevGetPortGoesOn)
     EXPECT_THAT(printedBy([this] { backEnd->selectDevice(device()); }),
                 StartsWith(failed("DevGetPort()") + "Password protection not available!\n" + portFailed +
                            "GCGetPortInfo(PORT_INFO_ACCESS_WRITE) failed with code -1006! Message: "));
-    EXPECT_THAT(functionsOf(simulator.calls()),
-                ElementsAre("IFOpenDevice", "DevGetPort", "GCGetLastError", "DevClose", "GCGetPortInfo",
-                            "GCGetLastError"))
+    EXPECT_THAT(functionsOf(simulator.calls()), ElementsAre("IFOpenDevice", "DevGetPort", "GCGetLastError",
+                                                            "DevClose", "GCGetPortInfo", "GCGetLastError"))
         << "the cache refresh of the close and the support read fail: the port of the probe is closed";
     EXPECT_FALSE(device()->isOpen());
     EXPECT_FALSE(device()->passwordSupported());
 }
 
-TEST_F(DeviceTest, AProbeWithoutAPortGoesOnToTheTransportInfo)
+TEST_F(DeviceTest, AProbeKeepsWhatItHasLearnedBeforeAFailure)
 {
-    fail("GCReadPort"); // of the description
-    EXPECT_THAT(start(),
-                StartsWith(portFailed +
-                           "GCReadPort failed with code -1010! Message: no \n"
-                           "ERROR: IFGetDeviceInfo(DEVICE_INFO_TLTYPE,sim-1) failed with code -1006!\n"
-                           "         Msg: "));
-    EXPECT_EQ(simulator.calls("DevClose").size(), 1u);
-    EXPECT_THAT(simulator.portTraffic(), IsEmpty()) << "a read without a port is a failed read";
-    EXPECT_FALSE(device()->passwordSupported());
-    EXPECT_EQ(device()->transportType(), TransportType::Unknown);
+    const struct
+    {
+        const char *function;
+        std::uint64_t call;
+        std::string printed; // from the start
+        const char *state;
+    } rows[] = {
+        // A read without a port is a failed read, and the transport is asked for all the same.
+        {"GCReadPort", 1,
+         portFailed +
+             "GCReadPort failed with code -1010! Message: no \n"
+             "ERROR: IFGetDeviceInfo(DEVICE_INFO_TLTYPE,sim-1) failed with code -1006!\n         Msg: ",
+         "Unknown without a lock"},
+        // The first read of an address, whose exception leaves the probe.
+        {"GCReadPort", 5, probeFailed + "GCReadPort failed with code -1010! Message: no \n", "GEV locked"},
+        // Names the query of the interface.
+        {"DevGetInfo", 1, failed("IFGetDeviceInfo(DEVICE_INFO_TLTYPE,sim-1)"), "Unknown locked"},
+        {"DevClose", 1, failed("DevClose()", "WARNING"), "GEV locked"},
+    };
+    for (const auto &row : rows) {
+        startWith("");
+        simulator.configure(camera(""));
+        fail(row.function, row.call);
+        simulator.clearLog();
+        EXPECT_THAT(pass(), StartsWith(row.printed));
+        EXPECT_EQ(stateOf(*device()), row.state) << row.printed;
+        EXPECT_EQ(simulator.calls("DevClose").size(), 1u) << row.printed;
+    }
 }
 
-TEST_F(DeviceTest, ADescriptionThatCannotBeUsed)
+TEST_F(DeviceTest, DescriptionsThatAreOfLittleUse)
 {
-    const std::string printed = startDescribed("<Port Name=\"Device\"/>");
-    EXPECT_THAT(printed, StartsWith(portFailed));
-    EXPECT_THAT(printed, HasSubstr("'Device'")) << "GenApi's family, in its words";
+    EXPECT_EQ(startDescribed("<IntReg Name=\"GevMACAddress\"><Address>0x50001000</Address><Length>4</Length>"
+                             "<pPort>Device</pPort></IntReg>"),
+              "ERROR: Could not open the remote device node 'GevCurrentIPAddress'!\n");
+    EXPECT_EQ(device()->ipAddress(), 0u);
+    EXPECT_EQ(device()->macAddress(), 0x8000000000000000u) << "no plain integer";
+    EXPECT_THAT(startDescribed("<Port Name=\"Device\"/>"), StartsWith(portFailed + "Node 'Device'"));
     EXPECT_EQ(simulator.openHandles(), 2);
 }
 
-TEST_F(DeviceTest, AFailedTransportQueryNamesTheQueryOfTheInterface)
+TEST_F(DeviceTest, APassGoesOnBehindAnExceptionOfGenApi)
 {
-    fail("DevGetInfo");
-    EXPECT_EQ(start(), failed("IFGetDeviceInfo(DEVICE_INFO_TLTYPE,sim-1)"));
-    EXPECT_EQ(device()->transportType(), TransportType::Unknown);
-    EXPECT_TRUE(device()->isLocked()) << "the rest of the probe is remembered";
-}
-
-TEST_F(DeviceTest, AnExceptionOutOfAProbeIsReportedAndThePassGoesOn)
-{
-    const std::string probeFailed = "ERROR: Probing device 'sim-1' failed!\n       Msg: ";
     const std::string printed =
         startDescribed("<Integer Name=\"GevCurrentIPAddress\"><pValue>GevCurrentIPAddress</pValue></Integer>",
                        "[[interface.camera]]\nid = \"sim-2\"\n");
     EXPECT_THAT(printed, StartsWith(probeFailed));
-    EXPECT_THAT(printed, HasSubstr("GevCurrentIPAddress")) << "GenApi's family";
+    EXPECT_THAT(printed, HasSubstr("GevCurrentIPAddress"));
     EXPECT_EQ(ids(), (std::vector<std::string>{"sim-1", "sim-2"}));
     EXPECT_EQ(device(0)->transportType(), TransportType::GEV) << "as far as it is known";
     EXPECT_EQ(device(1)->transportType(), TransportType::GEV);
     EXPECT_EQ(simulator.openHandles(), 2);
-
-    backEnd = std::make_unique<BackEnd>();
-    simulator.configure(camera(""));
-    // Four reads come before: the description, the lock state for the support, lock state and password state.
-    fail("GCReadPort", 5);
-    EXPECT_EQ(start(), probeFailed + "GCReadPort failed with code -1010! Message: no \n");
-    EXPECT_EQ(functionsOf(simulator.calls()).back(), "DevClose")
-        << "closed without being asked anything more";
-}
-
-TEST_F(DeviceTest, AFailedDevCloseCountsAsClosed)
-{
-    fail("DevClose");
-    EXPECT_EQ(start(), failed("DevClose()", "WARNING"));
-    EXPECT_FALSE(device()->isOpen());
 }
 
 TEST_F(DeviceTest, TextQueries)
 {
+    const struct
+    {
+        std::string (Device::*ask)() const;
+        std::string query;
+        const char *answer;
+    } rows[] = {{&Device::model, "DEVICE_INFO_MODEL", "SimCam G5"},
+                {&Device::tlType, "DEVICE_INFO_TLTYPE", "GEV"},
+                {&Device::displayName, "DEVICE_INFO_DISPLAYNAME", "SimCam G5 (G5-0001)"},
+                {&Device::serialNumber, "DEVICE_INFO_SERIAL_NUMBER", "G5-0001"}};
     start();
-    EXPECT_EQ(device()->model(), "SimCam G5");
-    EXPECT_EQ(device()->serialNumber(), "G5-0001");
-    EXPECT_EQ(device()->tlType(), "GEV");
-    device()->displayName();
-    EXPECT_THAT(simulator.calls("IFGetDeviceInfo").back(), HasSubstr("\"sim-1\", 4)"));
+    for (const auto &row : rows)
+        EXPECT_EQ((device()->*row.ask)(), row.answer) << row.query;
 
     fail("IFGetDeviceInfo", 1, 0);
     pass();
-    const auto expectEmpty = [&](auto query, const std::string &name) {
-        EXPECT_EQ(printedBy([&] { EXPECT_EQ((device()->*query)(), ""); }),
-                  failed("IFGetDeviceInfo(" + name + ",sim-1)"));
-    };
-    expectEmpty(&Device::model, "DEVICE_INFO_MODEL");
-    expectEmpty(&Device::tlType, "DEVICE_INFO_TLTYPE");
-    expectEmpty(&Device::displayName, "DEVICE_INFO_DISPLAYNAME");
-    expectEmpty(&Device::serialNumber, "DEVICE_INFO_SERIAL_NUMBER");
+    for (const auto &row : rows)
+        EXPECT_EQ(printedBy([&] { EXPECT_EQ((device()->*row.ask)(), ""); }),
+                  failed("IFGetDeviceInfo(" + row.query + ",sim-1)"));
     EXPECT_EQ(printedBy([this] { EXPECT_EQ(device()->accessStatus(), 0); }),
               failed("IFGetDeviceInfo(DEVICE_INFO_ACCESS_STATUS,sim-1)"));
-    const auto userDefinedName = [this] { device()->userDefinedName(); };
-    EXPECT_EQ(printedBy([&] {
-                  EXPECT_THAT(userDefinedName,
-                              ThrowsMessage<std::runtime_error>(
-                                  "ERROR: IFGetDeviceInfo(DEVICE_INFO_USER_DEFINED_NAME,sim-1) failed with "
-                                  "code -1010!"))
-                      << "alone of its family";
-              }),
-              "");
-}
-
-TEST_F(DeviceTest, AProducerThatCannotSayMore)
-{
-    start();
-    fail("IFGetDeviceInfo");
-    fail("GCGetLastError");
-    pass();
-    EXPECT_EQ(printedBy([this] { device()->model(); }),
-              "ERROR: IFGetDeviceInfo(DEVICE_INFO_MODEL,sim-1) failed with code -1010!\n"
-              "WARNING: Inquiring last error failed with code -1010!\n");
-}
-
-TEST_F(DeviceTest, AnEmptyIdentifierSwitchesTheDeviceOff)
-{
-    Device off(nullptr, "");
-    EXPECT_EQ(printedBy([&] {
-                  off.probe();
-                  off.open();
-                  off.close(false);
-                  off.lock();
-                  off.factoryReset();
-                  EXPECT_FALSE(off.readPasswordSupport());
-              }),
-              "");
-    EXPECT_EQ(off.accessStatus(), 0);
-    EXPECT_EQ(off.model() + off.serialNumber() + off.userDefinedName() + off.displayName() + off.tlType(),
-              "");
-    EXPECT_FALSE(off.isLocked());
-    EXPECT_FALSE(off.isOpen());
+    EXPECT_THAT([this] { device()->userDefinedName(); },
+                ThrowsMessage<std::runtime_error>(
+                    "ERROR: IFGetDeviceInfo(DEVICE_INFO_USER_DEFINED_NAME,sim-1) failed with code -1010!"))
+        << "alone of its family";
 }
 
 } // namespace

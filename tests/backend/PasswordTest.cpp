@@ -1,152 +1,121 @@
 // SPDX-License-Identifier: MIT
-// The operations on the lock: the port traffic of each in its order, the bytes on the wire, and what is printed
-// where no whole run of the dialogue comes.
+// The operations on the lock, told as stories: what each answers and prints, and the port traffic that it makes, in its
+// order. Whole runs of the dialogue have the other texts.
 #include "BackEndFixture.h"
 
 #include <gmock/gmock.h>
 
+#include <sstream>
+
 using testing::ElementsAre;
-using testing::EndsWith;
 using testing::IsEmpty;
 
 namespace {
 
-constexpr const char *locked = "read 0x50001000 01 00 00 00";
-constexpr const char *unlocked = "read 0x50001000 00 00 00 00";
-constexpr const char *lockCommand = "write 0x50001008 01 00 00 00";
-constexpr const char *rightPassword = "write 0x50002040 68 75 6e 74 65 72 32 32"; // hunter22
-constexpr const char *wrongPassword = "write 0x50002040 77 72 6f 6e 67 00 00 00"; // wrong
-constexpr const char *setSunny77 = "write 0x50002000 73 75 6e 6e 79 37 37 00";
-constexpr const char *tryAsSunny77 = "write 0x50002040 73 75 6e 6e 79 37 37 00";
-constexpr const char *unlockFailed = "Error: Unlocking failed! Wrong password?\n";
+const std::string unlockFailed = "Error: Unlocking failed! Wrong password?\n";
+const std::string changing = "Changing the password ...\n";
+const std::string asked = "\nEnter password (use 'c' to cancel): ";
+const std::string canceled = asked + "Action canceled...\n";
+const std::string mightBeLocked = "Error when changing password: Camera might be locked.\n";
+const std::string writeFailed = " failed: GCWritePort failed with code -1010! Message: no \n";
 
 class PasswordTest : public BackEndTest
 {
 protected:
-    std::string unlock(const std::string &given)
+    /// Takes a step, "lock", "unlock PASSWORD", "change OLD NEW" (where "-" is for none given) or "reset", with \p input
+    /// on standard input, and compares what it answers, what it prints and the traffic since the step before.
+    void expect(const std::string &step, const std::string &answer, const std::string &printed,
+                const std::string &traffic, const std::string &input = "")
     {
-        return printedBy([&] { opened = backEnd->unlock(given, false); });
-    }
-
-    std::string change(const std::string &before, const std::string &after, std::string_view input = "")
-    {
-        return printedBy([&] { result = backEnd->changePassword(before, after); }, input);
-    }
-
-    // A camera whose lock stands open, with its device selected.
-    void selectUnlocked()
-    {
-        select();
-        unlock("hunter22");
+        std::istringstream words(step);
+        std::string operation;
+        std::string first;
+        std::string second;
+        words >> operation >> first >> second;
+        const auto given = [](const std::string &word) { return word == "-" ? std::string() : word; };
+        std::string answered;
+        const std::string told = printedBy(
+            [&] {
+                if (operation == "lock")
+                    answered = backEnd->lock() ? "true" : "false";
+                else if (operation == "unlock")
+                    answered = backEnd->unlock(given(first), false);
+                else if (operation == "change")
+                    answered = std::to_string(backEnd->changePassword(given(first), given(second)));
+                else
+                    backEnd->factoryResetSelected();
+            },
+            input);
+        EXPECT_EQ(answered, answer) << step;
+        EXPECT_EQ(told, printed) << step;
+        EXPECT_EQ(simulator.lockTraffic(), traffic) << step;
         simulator.clearLog();
     }
 
-    // From the next port access on, which the pass makes the producer learn of.
-    void failWrites(const std::string &address)
+    // From now on, which the pass makes the producer learn of.
+    void failWrites(const std::string &address, std::uint64_t count = 0)
     {
-        fail("GCWritePort", 1, 0, "address = " + address + "\n");
+        fail("GCWritePort", 1, count, "address = " + address + "\n");
         pass();
         simulator.clearLog();
     }
-
-    const std::string writeFailed = " failed: GCWritePort failed with code -1010! Message: no \n";
-    std::string opened;
-    int result = 99;
 };
 
-TEST_F(PasswordTest, ALockIsProved)
-{
-    selectUnlocked();
-    EXPECT_EQ(printedBy([this] { EXPECT_TRUE(backEnd->lock()); }), "Successfully locked!\n");
-    EXPECT_THAT(simulator.portTraffic(), ElementsAre(lockCommand, locked));
-
-    unlock("hunter22");
-    failWrites("0x50001008");
-    EXPECT_EQ(printedBy([this] { EXPECT_FALSE(backEnd->lock()); }),
-              "PWD lock" + writeFailed + "Error: Locking failed!\n");
-}
-
-TEST_F(PasswordTest, AnUnlockIsProved)
+TEST_F(PasswordTest, LockAndUnlockAreProved)
 {
     select();
-    EXPECT_EQ(unlock("wrong"), unlockFailed);
-    EXPECT_EQ(opened, "");
-    EXPECT_EQ(unlock("hunter22"), "Successfully unlocked!\n");
-    EXPECT_EQ(opened, "hunter22");
-    EXPECT_EQ(unlock("hunter22"), "Device already unlocked!\n");
-    EXPECT_EQ(opened, "");
-    EXPECT_THAT(simulator.portTraffic(),
-                ElementsAre(locked, wrongPassword, locked, locked, rightPassword, unlocked, unlocked));
+    expect("unlock wrong", "", unlockFailed, "locked TRY:wrong locked");
+    expect("unlock hunter22", "hunter22", "Successfully unlocked!\n", "locked TRY:hunter22 unlocked");
+    expect("unlock hunter22", "", "Device already unlocked!\n", "unlocked");
     EXPECT_THAT(backEnd->selectedPasswordHistory(), ElementsAre("hunter22"));
-
-    backEnd->lock();
+    failWrites("0x50001008", 1);
+    expect("lock", "false", "PWD lock" + writeFailed + "Error: Locking failed!\n", "unlocked");
+    expect("lock", "true", "Successfully locked!\n", "LOCK locked");
     failWrites("0x50002040");
-    EXPECT_EQ(unlock("hunter22"), unlockFailed) << "a failed write says nothing of its own";
+    expect("unlock hunter22", "", unlockFailed, "locked locked"); // a failed write says nothing of its own
 }
 
 TEST_F(PasswordTest, AChangeProvesBothPasswords)
 {
+    const std::string changed = changing + "Successfully unlocked!\nSuccessfully changed the password!\n";
     select();
-    change("hunter22", "sunny77");
-    EXPECT_EQ(result, 0);
-    EXPECT_THAT(simulator.portTraffic(), ElementsAre(locked, rightPassword, unlocked, unlocked, unlocked,
-                                                     setSunny77, lockCommand, tryAsSunny77, unlocked));
+    expect("change hunter22 sunny77", "0", changed,
+           "locked TRY:hunter22 unlocked unlocked unlocked SET:sunny77 LOCK TRY:sunny77 unlocked");
     EXPECT_THAT(backEnd->selectedPasswordHistory(), ElementsAre("hunter22", "sunny77"));
-    EXPECT_EQ(change("wrong", "other"), "Changing the password ...\n" + std::string(unlockFailed) +
-                                            "Error when changing password: Camera might be locked.\n");
-    EXPECT_EQ(result, 1);
-    EXPECT_TRUE(device()->isLocked()) << "whatever it was before";
-}
-
-TEST_F(PasswordTest, AChangeOnAnOpenLockLocksItFirst)
-{
-    selectUnlocked();
-    change("hunter22", "sunny77");
-    EXPECT_THAT(simulator.portTraffic(),
-                ElementsAre(unlocked, lockCommand, rightPassword, unlocked, unlocked, unlocked, setSunny77,
-                            lockCommand, tryAsSunny77, unlocked));
-}
-
-// Nothing is compared with an old password that is asked for, and a retry neither locks nor reads more.
-TEST_F(PasswordTest, AChangeWithOnlyTheNewPasswordGiven)
-{
-    select();
-    change("", "hunter22", "wrong\nhunter22\n");
-    EXPECT_EQ(result, 0);
-    EXPECT_THAT(simulator.portTraffic(),
-                ElementsAre(locked, wrongPassword, locked, rightPassword, unlocked, unlocked, unlocked,
-                            "write 0x50002000 68 75 6e 74 65 72 32 32", lockCommand, rightPassword,
-                            unlocked));
-    EXPECT_THAT(backEnd->selectedPasswordHistory(), ElementsAre("hunter22"));
-}
-
-TEST_F(PasswordTest, AChangeThatIsNotMade)
-{
-    select();
-    change("hunter22", "hunter22");
-    EXPECT_EQ(result, -1);
-    EXPECT_THAT(simulator.calls(), IsEmpty());
-
-    EXPECT_THAT(change("", "", "hunter22\nc\n"),
-                EndsWith("Action canceled...\nEntering new password canceled by user...\n"));
-    EXPECT_EQ(result, -1);
-    EXPECT_FALSE(device()->isLocked()) << "it stays unlocked";
-
-    simulator.clearLog();
-    change("", "sunny77", "c\n");
-    EXPECT_EQ(result, 1);
-    EXPECT_THAT(simulator.calls("GCWritePort"), IsEmpty())
-        << "nothing changes when cancelled at the first prompt";
-    change("", "sunny77", "wrong\nc\n");
-    EXPECT_EQ(result, 1);
-    EXPECT_TRUE(device()->isLocked()) << "locked at a later one";
-
+    // An open lock proves nothing, and is locked first.
+    expect("change sunny77 hunter22", "0", changed,
+           "unlocked LOCK TRY:sunny77 unlocked unlocked unlocked SET:hunter22 LOCK TRY:hunter22 unlocked");
+    expect("change wrong other", "1", changing + unlockFailed + mightBeLocked,
+           "unlocked LOCK TRY:wrong locked locked");
     failWrites("0x50002000");
-    EXPECT_EQ(change("hunter22", "sunny77"), "Changing the password ...\nSuccessfully unlocked!\nPWD set" +
-                                                 writeFailed + "Error: Could not set new password!\n");
-    EXPECT_EQ(result, 2);
-    EXPECT_TRUE(device()->isLocked());
+    expect("change hunter22 sunny77", "2",
+           changing + "Successfully unlocked!\nPWD set" + writeFailed +
+               "Error: Could not set new password!\n",
+           "locked TRY:hunter22 unlocked unlocked unlocked LOCK TRY:sunny77 locked");
+    EXPECT_THAT(backEnd->selectedPasswordHistory(), ElementsAre("sunny77", "hunter22"));
+}
+
+TEST_F(PasswordTest, AChangeAsksForWhatIsNotGiven)
+{
+    const std::string cancelUnlock = "Unlock device canceled by user...\n" + mightBeLocked;
+    select();
+    expect("change hunter22 hunter22", "-1", changing + "Error: passwords must be different!\n", "");
+    // Nothing is compared with an old password that is asked for, and a retry neither locks nor reads more.
+    expect("change - hunter22", "0",
+           changing + asked + unlockFailed + asked +
+               "Successfully unlocked!\nSuccessfully changed the password!\n",
+           "locked TRY:wrong locked TRY:hunter22 unlocked unlocked unlocked SET:hunter22 LOCK TRY:hunter22 "
+           "unlocked",
+           "wrong\nhunter22\n");
     EXPECT_THAT(backEnd->selectedPasswordHistory(), ElementsAre("hunter22"));
+    // It stays unlocked when cancelled at the new password, as it is at the first prompt, and locked at a later one.
+    expect("change - -", "-1",
+           changing + asked + "Successfully unlocked!\nEnter a new password ...\n" + canceled +
+               "Entering new password canceled by user...\n",
+           "unlocked LOCK TRY:hunter22 unlocked unlocked", "hunter22\nc\n");
+    expect("change - sunny77", "1", changing + canceled + cancelUnlock, "unlocked", "c\n");
+    expect("change - sunny77", "1", changing + asked + unlockFailed + canceled + cancelUnlock,
+           "unlocked LOCK TRY:wrong locked locked", "wrong\nc\n");
 }
 
 // The accepted behaviour: a failed read of the lock state reads as an open lock.
@@ -156,7 +125,8 @@ TEST_F(PasswordTest, ALostCameraReadsAsUnlocked)
     fail("GCReadPort", 2, 0, "address = 0x50001000\n");
     fail("GCReadPort", 1, 0, "address = 0x50001004\n");
     pass();
-    EXPECT_EQ(unlock("wrong"), "Successfully unlocked!\n");
+    simulator.clearLog();
+    expect("unlock wrong", "wrong", "Successfully unlocked!\n", "locked TRY:wrong");
     EXPECT_THAT(backEnd->selectedPasswordHistory(), ElementsAre("wrong")) << "and recorded";
     EXPECT_EQ(printedBy([this] { EXPECT_FALSE(backEnd->selectedIsDefaultPassword()); }),
               "Password protection not available!\n");
@@ -174,51 +144,35 @@ TEST_F(PasswordTest, BytesOnTheWire)
                                                      "write 0x50002040 31 32 33 34 35 36 37 38 39 61 62 63"));
 }
 
-TEST_F(PasswordTest, AClosedSelectedDeviceAnswersFromItsCache)
-{
-    select()->close(false);
-    simulator.clearLog();
-    EXPECT_TRUE(backEnd->selectedIsLocked());
-    EXPECT_FALSE(backEnd->selectedIsDefaultPassword());
-    EXPECT_THAT(simulator.calls(), IsEmpty());
-}
-
 TEST_F(PasswordTest, AFactoryReset)
 {
-    simulator.configure(std::string(Simulator::oneCamera) + "reboot_ms = 0\n");
+    const std::string plugged = std::string(Simulator::oneCamera) + "reboot_ms = 0\n";
+    simulator.configure(plugged);
     Device *camera = select();
-    EXPECT_EQ(printedBy([this] { backEnd->factoryResetSelected(); }), "");
-    EXPECT_THAT(functionsOf(simulator.calls()), ElementsAre("GCWritePort", "DevClose"));
-    EXPECT_THAT(simulator.portTraffic(), ElementsAre("write 0x50001008 80 00 00 00"));
+    expect("reset", "", "", "RESET");
     EXPECT_THAT(ids(), IsEmpty());
     EXPECT_FALSE(camera->isOpen());
     EXPECT_TRUE(camera->isLocked()) << "the flags keep their last values";
     camera->rememberPassword("hunter22");
     EXPECT_THAT(backEnd->selectedPasswordHistory(), IsEmpty()) << "nothing is selected";
     pass();
-    EXPECT_EQ(device(), camera) << "it answers again";
+    ASSERT_EQ(device(), camera) << "it answers again";
     EXPECT_TRUE(camera->isDefaultPassword()) << "and is probed anew";
-}
 
-TEST_F(PasswordTest, AResetCameraThatWasAwayComesBackAsANewOne)
-{
-    const std::string plugged = std::string(Simulator::oneCamera) + "reboot_ms = 0\n";
-    simulator.configure(plugged);
-    select()->rememberPassword("hunter22");
-    printedBy([this] { backEnd->factoryResetSelected(); });
+    backEnd->selectDevice(camera);
+    backEnd->factoryResetSelected();
     simulator.configure(interface("sim-eth0", {}));
-    EXPECT_EQ(pass(), "");
+    pass();
     simulator.configure(plugged);
     EXPECT_EQ(pass(), "");
-    EXPECT_THAT(device()->passwordHistory(), IsEmpty());
-    EXPECT_TRUE(device()->isDefaultPassword());
+    EXPECT_THAT(device()->passwordHistory(), IsEmpty()) << "one that was away comes back as a new one";
 }
 
 TEST_F(PasswordTest, AFailedFactoryResetStaysOpenButLeavesTheList)
 {
     Device *camera = select();
     failWrites("0x50001008");
-    EXPECT_EQ(printedBy([this] { backEnd->factoryResetSelected(); }), "Factory reset" + writeFailed);
+    expect("reset", "", "Factory reset" + writeFailed, "");
     EXPECT_TRUE(camera->isOpen());
     EXPECT_THAT(ids(), IsEmpty());
     backEnd->selectDevice(camera);
@@ -227,24 +181,19 @@ TEST_F(PasswordTest, AFailedFactoryResetStaysOpenButLeavesTheList)
     EXPECT_THAT(backEnd->selectedPasswordHistory(), ElementsAre("hunter22"))
         << "what is not in the list stays selected";
     pass();
-    EXPECT_THAT(ids(), ElementsAre("sim-1")) << "still in the tree, it comes back as new";
-    EXPECT_EQ(device(), camera);
+    EXPECT_EQ(device(), camera) << "still in the tree, it comes back as new";
 }
 
 TEST_F(PasswordTest, NothingSelected)
 {
     start();
     simulator.clearLog();
-    EXPECT_EQ(printedBy([this] {
-                  EXPECT_FALSE(backEnd->lock());
-                  EXPECT_EQ(backEnd->unlock("hunter22", false), "");
-                  EXPECT_EQ(backEnd->changePassword("hunter22", "sunny77"), -1);
-                  backEnd->factoryResetSelected();
-              }),
-              "");
+    expect("lock", "false", "", "");
+    expect("unlock hunter22", "", "", "");
+    expect("change hunter22 sunny77", "-1", "", "");
+    expect("reset", "", "", "");
     EXPECT_TRUE(backEnd->selectedIsLocked());
     EXPECT_FALSE(backEnd->selectedIsDefaultPassword());
-    EXPECT_THAT(simulator.calls(), IsEmpty());
 }
 
 TEST_F(PasswordTest, ADeviceThatIsNotOpenOrHasNoLockIsNotOperated)

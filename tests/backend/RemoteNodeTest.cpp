@@ -32,7 +32,6 @@ constexpr const char *description = R"(<RegisterDescription ModelName="m" Vendor
     <Integer Name="Twice"><Value>2</Value></Integer>
     <Float Name="Gain"><Value>-2.5</Value></Float>
     <Float Name="Circle"><pValue>Circle</pValue></Float>
-    <Enumeration Name="Mode"><EnumEntry Name="On"><Value>1</Value></EnumEntry><Value>1</Value></Enumeration>
     </RegisterDescription>)";
 
 class RemoteNodeTest : public BackEndTest
@@ -64,8 +63,6 @@ TEST_F(RemoteNodeTest, ValuesByKind)
         {"Manufacturer", RemoteNode::NoInteger, RemoteNode::NoDouble, "\x01"},
         {"Root", RemoteNode::NoInteger, RemoteNode::NoDouble, ""},
         {"Raw", RemoteNode::NoInteger, RemoteNode::NoDouble, ""}, // an integer register is no "Integer"
-        {"Mode", RemoteNode::NoInteger, RemoteNode::NoDouble, ""},
-        {"Run", RemoteNode::NoInteger, RemoteNode::NoDouble, ""},
     };
     for (const auto &row : rows) {
         const RemoteNode node = camera->remoteNode(row.name);
@@ -84,25 +81,17 @@ TEST_F(RemoteNodeTest, WritesAreConvertedByKind)
         std::variant<std::int32_t, std::int64_t, double> value;
         const char *expected;
     } rows[] = {
-        {"Number", -7, "-7"},
         {"Number", std::int64_t{1} << 40, "1099511627776"},
         {"Number", 3.9, "3"},
-        {"Number", -3.9, "-3"},
         {"Number", 18446744073709549568.0, "-2048"}, // the bits of an unsigned value
         {"Number", 1e300, "-1"},                     // clamped to all bits
         {"Number", -1e300, "-9223372036854775808"},
         {"Number", std::numeric_limits<double>::quiet_NaN(), "0"},
         {"Switch", -1, "0"},
-        {"Switch", std::int64_t{1}, "1"},
-        {"Switch", -0.5, "0"},
         {"Switch", 0.5, "1"},
         {"Gain", -7, "-7.000000"},
-        {"Gain", std::int64_t{1} << 40, "1099511627776.000000"},
-        {"Gain", 0.25, "0.250000"},
-        {"Label", 12, "12"},
         {"Label", 1.5, "1.500000"},
         {"Root", 1, ""},
-        {"Mode", 1.0, ""},
     };
     for (const auto &row : rows) {
         std::visit([&](auto value) { camera->remoteNode(row.name).setValue(value); }, row.value);
@@ -126,31 +115,20 @@ TEST_F(RemoteNodeTest, AFailingLookupLeavesTheObjectAsItWas)
     EXPECT_EQ(node.valueAsInteger(), RemoteNode::NoInteger) << "a node goes with its port";
 }
 
-TEST_F(RemoteNodeTest, FailuresGoToTheCaller)
+TEST_F(RemoteNodeTest, FailuresGoToTheCallerButForCommands)
 {
     EXPECT_THROW(camera->remoteNode("Lost").valueAsInteger(), std::runtime_error) << "of the port";
     EXPECT_THROW(camera->remoteNode("Circle").valueAsString(), GenericException) << "of GenApi";
-    camera->close(false);
-    EXPECT_THROW(camera->remoteNode("Manufacturer").valueAsString(), std::runtime_error)
-        << "the port stays after a close, the read goes to a closed one";
-}
-
-TEST_F(RemoteNodeTest, Commands)
-{
     simulator.clearLog();
-    EXPECT_EQ(printedBy([this] { camera->remoteNode("Run").execute(); }), "");
-    EXPECT_EQ(simulator.calls("GCWritePort").size(), 1u) << "it failed, and nobody hears of it";
-    EXPECT_EQ(printedBy([this] { camera->remoteNode("Number").execute(); }),
-              "Cannot execute feature Number because it is not a command!\n");
-    EXPECT_EQ(printedBy([] { RemoteNode(nullptr).execute(); }),
+    EXPECT_EQ(printedBy([this] {
+                  camera->remoteNode("Run").execute();
+                  camera->remoteNode("Number").execute();
+                  RemoteNode(nullptr).execute();
+                  EXPECT_EQ(RemoteNode(nullptr, "Number").valueAsString(), "");
+              }),
+              "Cannot execute feature Number because it is not a command!\n"
               "Cannot execute feature  because it is not a command!\n");
-}
-
-TEST_F(RemoteNodeTest, WithoutAPortItStaysEmpty)
-{
-    EXPECT_EQ(printedBy([] { EXPECT_EQ(RemoteNode(nullptr, "Number").valueAsString(), ""); }), "");
-    Device off(nullptr, "");
-    EXPECT_EQ(off.remoteNode("Number").valueAsInteger(), RemoteNode::NoInteger);
+    EXPECT_EQ(simulator.calls("GCWritePort").size(), 1u) << "it failed, and nobody hears of it";
 }
 
 TEST_F(RemoteNodeTest, AClosedDeviceIsNotAsked)

@@ -6,15 +6,6 @@
 #include <cstdio>
 #include <stdexcept>
 
-void *symbol(void *module, const char *name)
-{
-    dlerror();
-    void *address = dlsym(module, name);
-    if (const char *error = dlerror())
-        throw std::runtime_error(error);
-    return address;
-}
-
 Client::Client(const std::string &cti) : module(dlopen(cti.c_str(), RTLD_NOW | RTLD_LOCAL))
 {
     if (!module)
@@ -26,57 +17,62 @@ Client::~Client()
     dlclose(module);
 }
 
+void *Client::symbol(const char *name) const
+{
+    return module ? dlsym(module, name) : nullptr;
+}
+
 std::string Client::lastError() const
 {
     GC_ERROR lastCode = 0;
     char text[1100] = "";
     std::size_t size = sizeof text;
-    call<PGCGetLastError>("GCGetLastError")(&lastCode, text, &size);
+    GCGetLastError(&lastCode, text, &size);
     return text;
 }
 
 TL_HANDLE Client::openTL()
 {
     TL_HANDLE tl = nullptr;
-    code = call<PTLOpen>("TLOpen")(&tl);
+    code = TLOpen(&tl);
     if (code == GC_ERR_SUCCESS)
-        code = call<PTLUpdateInterfaceList>("TLUpdateInterfaceList")(tl, nullptr, 1000);
+        code = TLUpdateInterfaceList(tl, nullptr, 1000);
     return tl;
 }
 
 IF_HANDLE Client::openInterface(TL_HANDLE tl, const char *id)
 {
     IF_HANDLE interface = nullptr;
-    code = call<PTLOpenInterface>("TLOpenInterface")(tl, id, &interface);
+    code = TLOpenInterface(tl, id, &interface);
     if (code == GC_ERR_SUCCESS)
-        code = call<PIFUpdateDeviceList>("IFUpdateDeviceList")(interface, nullptr, 1000);
+        code = IFUpdateDeviceList(interface, nullptr, 1000);
     return interface;
 }
 
 DEV_HANDLE Client::openDevice(IF_HANDLE interface, const char *id, DEVICE_ACCESS_FLAGS access)
 {
     DEV_HANDLE device = nullptr;
-    code = call<PIFOpenDevice>("IFOpenDevice")(interface, id, access, &device);
+    code = IFOpenDevice(interface, id, access, &device);
     return device;
 }
 
 PORT_HANDLE Client::port(DEV_HANDLE device)
 {
     PORT_HANDLE result = nullptr;
-    code = call<PDevGetPort>("DevGetPort")(device, &result);
+    code = DevGetPort(device, &result);
     return result;
 }
 
 std::vector<std::string> Client::devices(IF_HANDLE interface)
 {
     std::vector<std::string> ids;
-    code = call<PIFUpdateDeviceList>("IFUpdateDeviceList")(interface, nullptr, 1000);
+    code = IFUpdateDeviceList(interface, nullptr, 1000);
     std::uint32_t count = 0;
-    call<PIFGetNumDevices>("IFGetNumDevices")(interface, &count);
+    IFGetNumDevices(interface, &count);
     for (std::uint32_t index = 0; index < count; ++index) {
         char id[256] = "";
         std::size_t size = sizeof id;
-        call<PIFGetDeviceID>("IFGetDeviceID")(interface, index, id, &size);
+        IFGetDeviceID(interface, index, id, &size);
         ids.emplace_back(id);
     }
     return ids;
@@ -85,7 +81,7 @@ std::vector<std::string> Client::devices(IF_HANDLE interface)
 std::int32_t Client::accessStatus(IF_HANDLE interface, const char *id)
 {
     std::int32_t status = -1;
-    query<PIFGetDeviceInfo>("IFGetDeviceInfo", interface, id, DEVICE_INFO_ACCESS_STATUS)
+    query(IFGetDeviceInfo, interface, id, DEVICE_INFO_ACCESS_STATUS)
         .copy(reinterpret_cast<char *>(&status), sizeof status);
     return status;
 }
@@ -93,7 +89,7 @@ std::int32_t Client::accessStatus(IF_HANDLE interface, const char *id)
 std::string Client::readBytes(PORT_HANDLE port, std::uint64_t address, std::size_t size)
 {
     std::string bytes(size, '?');
-    code = call<PGCReadPort>("GCReadPort")(port, address, bytes.data(), &size);
+    code = GCReadPort(port, address, bytes.data(), &size);
     return code == GC_ERR_SUCCESS ? bytes : "";
 }
 
@@ -112,7 +108,7 @@ std::string Client::read(PORT_HANDLE port, std::uint64_t address, std::size_t si
 GC_ERROR Client::write(PORT_HANDLE port, std::uint64_t address, std::string_view bytes)
 {
     std::size_t size = bytes.size();
-    return code = call<PGCWritePort>("GCWritePort")(port, address, bytes.data(), &size);
+    return code = GCWritePort(port, address, bytes.data(), &size);
 }
 
 OpenCamera::OpenCamera(Client &client, const char *id, DEVICE_ACCESS_FLAGS access)

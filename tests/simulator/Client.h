@@ -4,19 +4,20 @@
 #pragma once
 
 #include "GenTL.h"
+#include "Simulator.h"
+
+#include <gtest/gtest.h>
 
 #include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
 
-/// The symbol of a loaded module.
-/// \throws std::runtime_error  it has none of that name
-void *symbol(void *module, const char *name);
-
 /// Loads a module and, at the end, lets go of it. Nothing is initialised or closed on its own.
 class Client
 {
+    void *const module; // before the functions, which are looked up in it
+
 public:
     /// \throws std::runtime_error  in the loader's words
     explicit Client(const std::string &cti);
@@ -24,23 +25,16 @@ public:
     Client &operator=(const Client &) = delete;
     ~Client();
 
-    /// An exported function by its name: client.call<PTLOpen>("TLOpen")(&tl).
-    template <class Function>
-    Function call(const char *name) const
-    {
-        return reinterpret_cast<Function>(symbol(module, name));
-    }
-
     /// Asks a two-step query for its size and then for its answer.
     /// \returns its bytes, a text with its terminator; empty on failure
     template <class Function, class... Arguments>
-    std::string query(const char *name, Arguments... arguments)
+    std::string query(Function function, Arguments... arguments)
     {
         std::size_t size = 0;
-        code = call<Function>(name)(arguments..., &type, nullptr, &size);
+        code = function(arguments..., &type, nullptr, &size);
         std::string bytes(size, '?');
         if (code == GC_ERR_SUCCESS)
-            code = call<Function>(name)(arguments..., &type, bytes.data(), &size);
+            code = function(arguments..., &type, bytes.data(), &size);
         return code == GC_ERR_SUCCESS ? bytes : "";
     }
 
@@ -48,8 +42,8 @@ public:
     std::string lastError() const;
 
     // The usual road to a camera. Each stores its code in `code`.
-    void init() { code = call<PGCInitLib>("GCInitLib")(); }
-    void close() { code = call<PGCCloseLib>("GCCloseLib")(); }
+    void init() { code = GCInitLib(); }
+    void close() { code = GCCloseLib(); }
     TL_HANDLE openTL();
     IF_HANDLE openInterface(TL_HANDLE tl, const char *id = "sim-eth0");
     DEV_HANDLE openDevice(IF_HANDLE interface, const char *id = "sim-1",
@@ -67,7 +61,13 @@ public:
     INFO_DATATYPE type = -1; ///< of the last query
 
 private:
-    void *module;
+    void *symbol(const char *name) const;
+
+public:
+    /// The functions by their names, null where the module lacks one: client.TLOpen(&tl).
+#define FUNCTION(name) const P##name name = reinterpret_cast<P##name>(symbol(#name));
+#include "Functions.inc"
+#undef FUNCTION
 };
 
 /// A camera opened with control: initialised library, TL, interface, device and port.
@@ -80,6 +80,15 @@ struct OpenCamera
     IF_HANDLE interface;
     DEV_HANDLE device;
     PORT_HANDLE port;
+};
+
+/// A test with the simulator's one camera, opened with control.
+class OpenCameraTest : public testing::Test
+{
+protected:
+    Simulator simulator;
+    Client client{Simulator::cti()};
+    OpenCamera camera{client};
 };
 
 inline constexpr std::uint64_t lockState = 0x50001000;

@@ -2,7 +2,6 @@
 // The lists of interfaces and cameras: what stands in them, and that they change by a refresh and by nothing
 // else.
 #include "Client.h"
-#include "Simulator.h"
 
 #include <gmock/gmock.h>
 
@@ -16,19 +15,13 @@ namespace {
 constexpr char empty[] = "[[interface]]\nid = \"sim-eth0\"\n";
 constexpr char secondCamera[] = "[[interface.camera]]\nid = \"sim-2\"\n";
 
-class ListTest : public testing::Test
+class ListTest : public OpenCameraTest
 {
 protected:
-    std::string info(DEVICE_INFO_CMD command)
-    {
-        return client.query<PIFGetDeviceInfo>("IFGetDeviceInfo", camera.interface, "sim-1", command);
-    }
-
     bool refreshChanges()
     {
         bool8_t changed = 2;
-        client.code =
-            client.call<PIFUpdateDeviceList>("IFUpdateDeviceList")(camera.interface, &changed, 1000);
+        client.code = client.IFUpdateDeviceList(camera.interface, &changed, 1000);
         EXPECT_LE(changed, 1);
         return changed;
     }
@@ -36,36 +29,15 @@ protected:
     std::uint32_t count() const
     {
         std::uint32_t result = 99;
-        client.call<PIFGetNumDevices>("IFGetNumDevices")(camera.interface, &result);
+        client.IFGetNumDevices(camera.interface, &result);
         return result;
     }
-
-    Simulator simulator;
-    Client client{Simulator::cti()};
-    OpenCamera camera{client};
 };
-
-TEST_F(ListTest, CamerasAreDescribedWithoutBeingOpened)
-{
-    client.call<PDevClose>("DevClose")(camera.device);
-    std::vector<INFO_DATATYPE> types;
-    std::vector<std::string> texts;
-    for (DEVICE_INFO_CMD command = DEVICE_INFO_ID; command <= DEVICE_INFO_TIMESTAMP_FREQUENCY; ++command) {
-        const std::string answer = info(command);
-        types.push_back(client.type);
-        if (client.type == INFO_DATATYPE_STRING)
-            texts.emplace_back(answer.c_str());
-    }
-    EXPECT_THAT(types, ElementsAre(1, 1, 1, 1, 1, 5, 1, 1, 1, 8));
-    EXPECT_THAT(texts, ElementsAre("sim-1", "Torvane", "SimCam G5", "GEV", "SimCam G5 (G5-0001)", "",
-                                   "G5-0001", "1.2.3"));
-    EXPECT_EQ(info(DEVICE_INFO_TIMESTAMP_FREQUENCY), "\0\xca\x9a\x3b\0\0\0\0"s);
-}
 
 TEST_F(ListTest, TheStatusTellsHowThisProcessHasOpenedACamera)
 {
     EXPECT_EQ(client.accessStatus(camera.interface), DEVICE_ACCESS_STATUS_OPEN_READWRITE);
-    client.call<PDevClose>("DevClose")(camera.device);
+    client.DevClose(camera.device);
     EXPECT_EQ(client.accessStatus(camera.interface), DEVICE_ACCESS_STATUS_READWRITE);
     client.openDevice(camera.interface, "sim-1", DEVICE_ACCESS_READONLY);
     EXPECT_EQ(client.accessStatus(camera.interface), DEVICE_ACCESS_STATUS_OPEN_READONLY);
@@ -74,36 +46,6 @@ TEST_F(ListTest, TheStatusTellsHowThisProcessHasOpenedACamera)
     refreshChanges();
     EXPECT_EQ(client.accessStatus(camera.interface), DEVICE_ACCESS_STATUS_BUSY)
         << "1.4 doesn't know the others";
-}
-
-TEST_F(ListTest, TheConfiguredAccessDecidesWhoMayOpen)
-{
-    const struct
-    {
-        const char *access;
-        std::int32_t status;
-        GC_ERROR readOnly;
-        GC_ERROR control;
-    } rows[] = {
-        {"readwrite", 1, GC_ERR_SUCCESS, GC_ERR_SUCCESS},
-        {"readonly", 2, GC_ERR_SUCCESS, GC_ERR_ACCESS_DENIED},
-        {"noaccess", 3, GC_ERR_ACCESS_DENIED, GC_ERR_ACCESS_DENIED},
-        {"busy", 4, GC_ERR_ACCESS_DENIED, GC_ERR_ACCESS_DENIED},
-        {"open_readwrite", 5, GC_ERR_RESOURCE_IN_USE, GC_ERR_RESOURCE_IN_USE},
-        {"open_readonly", 6, GC_ERR_RESOURCE_IN_USE, GC_ERR_RESOURCE_IN_USE},
-        {"unknown", 0, GC_ERR_SUCCESS, GC_ERR_SUCCESS},
-    };
-    const auto open = [&](DEVICE_ACCESS_FLAGS access) {
-        client.call<PDevClose>("DevClose")(client.openDevice(camera.interface, "sim-2", access));
-        return client.code;
-    };
-    for (const auto &row : rows) {
-        simulator.configure(empty + std::string(secondCamera) + "access = \"" + row.access + "\"\n");
-        refreshChanges();
-        EXPECT_EQ(client.accessStatus(camera.interface, "sim-2"), row.status) << row.access;
-        EXPECT_EQ(open(DEVICE_ACCESS_READONLY), row.readOnly) << row.access;
-        EXPECT_EQ(open(DEVICE_ACCESS_CONTROL), row.control) << row.access;
-    }
 }
 
 TEST_F(ListTest, PluggingAndUnpluggingShowAtTheNextRefreshAndNotBefore)
@@ -125,58 +67,40 @@ TEST_F(ListTest, PluggingAndUnpluggingShowAtTheNextRefreshAndNotBefore)
     EXPECT_EQ(client.lastError(), "camera \"sim-1\": unplugged");
 }
 
-TEST_F(ListTest, AnOpenInterfaceThatVanishesHasNoCameras)
-{
-    simulator.configure("");
-    bool8_t changed = 0;
-    EXPECT_EQ(client.call<PTLUpdateInterfaceList>("TLUpdateInterfaceList")(camera.tl, &changed, 0),
-              GC_ERR_SUCCESS);
-    EXPECT_EQ(changed, 1);
-    EXPECT_TRUE(refreshChanges());
-    EXPECT_EQ(count(), 0u);
-    EXPECT_EQ(client.call<PIFClose>("IFClose")(camera.interface), GC_ERR_SUCCESS);
-}
-
 TEST_F(ListTest, ARefreshThatTakesLongerThanItMayTimesOutAndChangesNothing)
 {
     simulator.configure("[producer]\nupdate_ms = 150\n" + std::string(empty));
     refreshChanges();
     simulator.configure("[producer]\nupdate_ms = 150\n" + std::string(Simulator::oneCamera));
     const auto start = std::chrono::steady_clock::now();
-    EXPECT_EQ(client.call<PIFUpdateDeviceList>("IFUpdateDeviceList")(camera.interface, nullptr, 20),
-              GC_ERR_TIMEOUT);
+    EXPECT_EQ(client.IFUpdateDeviceList(camera.interface, nullptr, 20), GC_ERR_TIMEOUT);
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(140));
     EXPECT_EQ(count(), 0u);
     EXPECT_TRUE(refreshChanges());
     EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(170));
 }
 
-TEST_F(ListTest, ChildrenNameTheirParents)
+TEST_F(ListTest, EveryModuleIsAPortAndNamesItsParent)
 {
     void *parent = nullptr;
-    EXPECT_EQ(client.call<PDevGetParentIF>("DevGetParentIF")(camera.device, &parent), GC_ERR_SUCCESS);
+    client.DevGetParentIF(camera.device, &parent);
     EXPECT_EQ(parent, camera.interface);
-    EXPECT_EQ(client.call<PIFGetParentTL>("IFGetParentTL")(camera.interface, &parent), GC_ERR_SUCCESS);
+    client.IFGetParentTL(camera.interface, &parent);
     EXPECT_EQ(parent, camera.tl);
     EXPECT_EQ(client.port(camera.device), camera.port) << "a device has one port";
-}
 
-TEST_F(ListTest, EveryModuleIsAPort)
-{
     const auto answer = [&](PORT_HANDLE port, PORT_INFO_CMD command) {
-        return client.query<PGCGetPortInfo>("GCGetPortInfo", port, command);
+        return client.query(client.GCGetPortInfo, port, command);
     };
-    std::vector<std::string> names;
-    std::vector<std::string> access; // read, write, NA, NI
+    std::vector<std::string> answers; // name; read, write, NA, NI
     for (const PORT_HANDLE port : {camera.tl, camera.interface, camera.device, camera.port}) {
-        names.push_back(answer(port, PORT_INFO_PORTNAME).c_str());
-        std::string flags;
+        std::string answered = answer(port, PORT_INFO_PORTNAME).c_str();
         for (PORT_INFO_CMD command = PORT_INFO_ACCESS_READ; command <= PORT_INFO_ACCESS_NI; ++command)
-            flags += answer(port, command) == "\1" ? '1' : '0';
-        access.push_back(flags);
+            answered += answer(port, command) == "\1" ? " 1" : " 0";
+        answers.push_back(answered);
     }
-    EXPECT_THAT(names, ElementsAre("TLSystem", "TLInterface", "TLDevice", "Device"));
-    EXPECT_THAT(access, ElementsAre("0001", "0001", "0001", "1100"));
+    EXPECT_THAT(answers,
+                ElementsAre("TLSystem 0 0 0 1", "TLInterface 0 0 0 1", "TLDevice 0 0 0 1", "Device 1 1 0 0"));
 }
 
 } // namespace

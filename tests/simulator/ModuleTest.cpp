@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The module as the dynamic loader sees it, alone and beside a variant; the call log; events.
+// The last error of a thread, the call log, and events.
 #include "Client.h"
-#include "Simulator.h"
 
-#include <dlfcn.h>
 #include <gmock/gmock.h>
 
 #include <chrono>
@@ -13,64 +11,11 @@ using testing::ElementsAre;
 
 namespace {
 
-TEST(Module, AVariantLacksWhatItDropsAndHasItsOwnName)
-{
-    Simulator simulator("[[interface]]\nid = \"a\"\n[[interface]]\nid = \"b\"\nproducer = \"second\"\n");
-    Client client{Simulator::cti("sim_second")};
-    EXPECT_THROW(symbol(dlopen(Simulator::cti("sim_second").c_str(), RTLD_NOW), "DSGetBufferPartInfo"),
-                 std::runtime_error);
-    client.init();
-    client.openInterface(client.openTL(), "b");
-    EXPECT_EQ(client.code, GC_ERR_SUCCESS);
-    EXPECT_STREQ(client.query<PGCGetInfo>("GCGetInfo", TL_INFO_ID).c_str(), "second");
-    EXPECT_STREQ(client.query<PGCGetInfo>("GCGetInfo", TL_INFO_NAME).c_str(), "sim_second.cti");
-    EXPECT_STREQ(client.query<PGCGetInfo>("GCGetInfo", TL_INFO_PATHNAME).c_str(),
-                 Simulator::cti("sim_second").c_str());
-
-    client.close();
-    Client product{Simulator::cti()};
-    product.init();
-    product.openInterface(product.openTL(), "b");
-    EXPECT_EQ(product.code, GC_ERR_INVALID_ID) << "meant for the other producer";
-}
-
-TEST(Module, TwoModulesInOneProcessShareNothingButTheStateFile)
-{
-    Simulator simulator;
-    Client first{Simulator::cti()};
-    Client second{Simulator::cti("sim_second")};
-    OpenCamera camera{first};
-    EXPECT_EQ(second.call<PTLOpen>("TLOpen")(&camera.tl), GC_ERR_NOT_INITIALIZED);
-    EXPECT_EQ(first.lastError(), "") << "the failure of the other module";
-
-    second.init();
-    const IF_HANDLE interface = second.openInterface(second.openTL());
-    EXPECT_EQ(second.call<PIFClose>("IFClose")(camera.interface), GC_ERR_INVALID_HANDLE);
-    EXPECT_EQ(second.accessStatus(interface), DEVICE_ACCESS_STATUS_BUSY);
-    second.openDevice(interface);
-    EXPECT_EQ(second.code, GC_ERR_ACCESS_DENIED);
-    first.call<PDevClose>("DevClose")(camera.device);
-    second.openDevice(interface);
-    EXPECT_EQ(second.code, GC_ERR_SUCCESS);
-}
-
-TEST(Module, ItIsUnmappedWhenItsLastUserLetsGo)
-{
-    Simulator simulator;
-    {
-        Client client{Simulator::cti()};
-        EXPECT_EQ(client.call<PTLOpen>("TLOpen")(nullptr), GC_ERR_NOT_INITIALIZED); // a thread-local record
-        OpenCamera camera{client};
-        client.close();
-    }
-    EXPECT_EQ(dlopen(Simulator::cti().c_str(), RTLD_NOW | RTLD_NOLOAD), nullptr);
-}
-
 TEST(Module, TheLastErrorBelongsToTheThread)
 {
     Simulator simulator;
     Client client{Simulator::cti()};
-    client.call<PTLClose>("TLClose")(nullptr);
+    client.TLClose(nullptr);
     std::string ofTheOther = "?";
     std::thread([&] { ofTheOther = client.lastError(); }).join();
     EXPECT_EQ(ofTheOther, "");
@@ -78,62 +23,47 @@ TEST(Module, TheLastErrorBelongsToTheThread)
     GC_ERROR code = 0;
     char text[8];
     std::size_t size = sizeof text;
-    EXPECT_EQ(client.call<PGCGetLastError>("GCGetLastError")(&code, text, &size), GC_ERR_BUFFER_TOO_SMALL);
-    EXPECT_EQ(client.call<PGCGetLastError>("GCGetLastError")(&code, nullptr, &size), GC_ERR_SUCCESS);
+    EXPECT_EQ(client.GCGetLastError(&code, text, &size), GC_ERR_BUFFER_TOO_SMALL);
+    EXPECT_EQ(client.GCGetLastError(&code, nullptr, &size), GC_ERR_SUCCESS);
     EXPECT_EQ(code, GC_ERR_NOT_INITIALIZED) << "a call that was too short has taken the record's place";
     EXPECT_EQ(size, sizeof "GCInitLib has not been called");
 }
 
-TEST(Log, ShowsArgumentsCodesAndOutputsOfEachCall)
+TEST_F(OpenCameraTest, TheLogShowsArgumentsCodesAndOutputsOfEachCall)
 {
-    Simulator simulator;
-    Client client{Simulator::cti()};
-    OpenCamera camera{client};
-    for (const DEVICE_INFO_CMD command :
-         {DEVICE_INFO_MODEL, DEVICE_INFO_ACCESS_STATUS, DEVICE_INFO_TIMESTAMP_FREQUENCY})
-        client.query<PIFGetDeviceInfo>("IFGetDeviceInfo", camera.interface, "sim-1", command);
-    client.read(camera.port, lockState, 4);
-    client.write(camera.port, unlockPassword, "hunter22");
-    client.read(camera.port, 0xf0000000, 100);
-    client.read(nullptr, 0, 4);
-    client.lastError();
-    char text[2] = "?";
-    PORT_REGISTER_STACK_ENTRY stack[] = {{lockState, text, 1}, {0x1, text, 1}, {lockState, text, 1}};
-    std::size_t count = 3;
-    client.call<PGCReadPortStacked>("GCReadPortStacked")(camera.port, stack, &count);
-    EXPECT_EQ(count, 1u);
-    client.call<PDevClose>("DevClose")(camera.device);
-    EXPECT_EQ(simulator.openHandles(), 2);
-    client.close();
-
     EXPECT_THAT(simulator.calls(),
                 ElementsAre("GCInitLib() = 0", "TLOpen() = 0 h1", "TLUpdateInterfaceList(h1, 1000) = 0 1",
                             "TLOpenInterface(h1, \"sim-eth0\") = 0 h2", "IFUpdateDeviceList(h2, 1000) = 0 1",
-                            "IFOpenDevice(h2, \"sim-1\", 3) = 0 h3", "DevGetPort(h3) = 0 h4",
-                            "IFGetDeviceInfo(h2, \"sim-1\", 2, null) = 0 10",
+                            "IFOpenDevice(h2, \"sim-1\", 3) = 0 h3", "DevGetPort(h3) = 0 h4"));
+    simulator.clearLog();
+    client.query(client.IFGetDeviceInfo, camera.interface, "sim-1", DEVICE_INFO_MODEL);
+    client.query(client.DevGetInfo, camera.device, DEVICE_INFO_TIMESTAMP_FREQUENCY);
+    client.read(camera.port, 0xf0000000, 100);
+    client.read(nullptr, 0, 4);
+    client.lastError();
+    char byte = 0;
+    PORT_REGISTER_STACK_ENTRY stack[] = {{lockState, &byte, 1}, {0x1, &byte, 1}, {lockState, &byte, 1}};
+    std::size_t count = 3;
+    client.GCReadPortStacked(camera.port, stack, &count);
+    EXPECT_EQ(count, 1u);
+    EXPECT_THAT(simulator.calls(),
+                ElementsAre("IFGetDeviceInfo(h2, \"sim-1\", 2, null) = 0 10",
                             "IFGetDeviceInfo(h2, \"sim-1\", 2) = 0 \"SimCam G5\"",
-                            "IFGetDeviceInfo(h2, \"sim-1\", 5, null) = 0 4",
-                            "IFGetDeviceInfo(h2, \"sim-1\", 5) = 0 5",
-                            "IFGetDeviceInfo(h2, \"sim-1\", 9, null) = 0 8",
-                            "IFGetDeviceInfo(h2, \"sim-1\", 9) = 0 1000000000",
-                            "GCReadPort(h4, 0x50001000, 4) = 0 [01 00 00 00]",
-                            "GCWritePort(h4, 0x50002040, 8) = 0 [68 75 6e 74 65 72 32 32]",
+                            "DevGetInfo(h3, 9, null) = 0 8", "DevGetInfo(h3, 9) = 0 1000000000",
                             "GCReadPort(h4, 0xf0000000, 100) = 0 "
                             "[3c 3f 78 6d 6c 20 76 65 72 73 69 6f 6e 3d 22 31 ... 100 bytes]",
                             "GCReadPort(null, 0x0, 4) = -1006",
                             "GCGetLastError() = 0 -1006 \"the handle is null\"",
-                            "GCReadPortStacked(h4, 3) = -1015", "DevClose(h3) = 0", "GCCloseLib() = 0"));
-    EXPECT_THAT(simulator.portTraffic(),
-                ElementsAre("read 0x50001000 01 00 00 00", "write 0x50002040 68 75 6e 74 65 72 32 32"));
+                            "GCReadPortStacked(h4, 3) = -1015"));
 }
 
-class EventTest : public testing::Test
+class EventTest : public OpenCameraTest
 {
 protected:
     EVENT_HANDLE registerAt(EVENTSRC_HANDLE source)
     {
         EVENT_HANDLE event = nullptr;
-        client.code = client.call<PGCRegisterEvent>("GCRegisterEvent")(source, EVENT_ERROR, &event);
+        client.code = client.GCRegisterEvent(source, EVENT_ERROR, &event);
         return event;
     }
 
@@ -142,16 +72,11 @@ protected:
     {
         char data[300];
         std::size_t size = sizeof data;
-        client.code = client.call<PEventGetData>("EventGetData")(event, data, &size, timeout);
+        client.code = client.EventGetData(event, data, &size, timeout);
         if (client.code != GC_ERR_SUCCESS)
             return std::to_string(client.code);
-        return client.query<PEventGetDataInfo>("EventGetDataInfo", event, data, size, EVENT_DATA_VALUE)
-            .c_str();
+        return client.query(client.EventGetDataInfo, event, data, size, EVENT_DATA_VALUE).c_str();
     }
-
-    Simulator simulator;
-    Client client{Simulator::cti()};
-    OpenCamera camera{client};
 };
 
 TEST_F(EventTest, ALostCameraIsToldAtItsModuleAndAtThoseAbove)
@@ -184,12 +109,10 @@ TEST_F(EventTest, AWaitEndsWithAnEventAKillOrTheEndOfItsModule)
         waiter.join();
         return answer;
     };
-    EXPECT_EQ(whileWaiting([&] { client.call<PEventKill>("EventKill")(event); }),
-              std::to_string(GC_ERR_ABORT));
+    EXPECT_EQ(whileWaiting([&] { client.EventKill(event); }), std::to_string(GC_ERR_ABORT));
     EXPECT_EQ(whileWaiting([&] { client.write(camera.port, commandRegister, resetCommand); }),
               "camera \"sim-1\": reboots");
-    EXPECT_EQ(whileWaiting([&] { client.call<PDevClose>("DevClose")(camera.device); }),
-              std::to_string(GC_ERR_ABORT));
+    EXPECT_EQ(whileWaiting([&] { client.DevClose(camera.device); }), std::to_string(GC_ERR_ABORT));
     EXPECT_EQ(next(event, 0), std::to_string(GC_ERR_INVALID_HANDLE));
 }
 

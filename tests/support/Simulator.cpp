@@ -3,8 +3,10 @@
 
 #include <chrono>
 #include <fstream>
+#include <map>
 #include <regex>
 #include <set>
+#include <sstream>
 #include <system_error>
 
 namespace fs = std::filesystem;
@@ -85,6 +87,32 @@ std::vector<std::string> Simulator::portTraffic() const
         if (std::regex_match(line, match, access))
             traffic.push_back((match[1] == "Read" ? "read " : "write ") + match[2].str() + ' ' +
                               match[3].str());
+    }
+    return traffic;
+}
+
+std::string Simulator::lockTraffic() const
+{
+    static const std::map<std::string, std::string> words{{"read 0x50001000 00 00 00 00", "unlocked"},
+                                                          {"read 0x50001000 01 00 00 00", "locked"},
+                                                          {"read 0x50001004 00 00 00 00", "default"},
+                                                          {"read 0x50001004 01 00 00 00", "user"},
+                                                          {"write 0x50001008 01 00 00 00", "LOCK"},
+                                                          {"write 0x50001008 80 00 00 00", "RESET"},
+                                                          {"write 0x50002000", "SET:"},
+                                                          {"write 0x50002040", "TRY:"}};
+    std::string traffic;
+    for (const std::string &access : portTraffic()) {
+        traffic += traffic.empty() ? "" : " ";
+        if (const auto whole = words.find(access); whole != words.end()) {
+            traffic += whole->second;
+            continue;
+        }
+        constexpr std::size_t prefix = std::string_view("write 0x50002000").size();
+        traffic += words.at(access.substr(0, prefix));
+        std::istringstream bytes(access.substr(prefix));
+        for (int byte = 0; bytes >> std::hex >> byte && byte != 0;)
+            traffic += static_cast<char>(byte);
     }
     return traffic;
 }

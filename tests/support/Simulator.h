@@ -40,6 +40,10 @@ public:
     /// "write 0x50002040 68 75 6e 74 65 72 32 32".
     std::vector<std::string> portTraffic() const;
 
+    /// The same in words: what was read, "locked", "unlocked", "default" or "user", and what was written, "LOCK",
+    /// "RESET", "TRY:hunter22" or "SET:hunter22".
+    std::string lockTraffic() const;
+
     /// TL, interfaces and devices that were opened and not closed by a call of their own, as of the log.
     int openHandles() const;
 
