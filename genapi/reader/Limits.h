@@ -1,16 +1,13 @@
 // SPDX-License-Identifier: MIT
 // What the layer accepts of a description, in one place. Descriptions come from the network: each limit lies
-// far above what real cameras carry and keeps time, memory and stack bounded for the rest.
+// far above what real cameras carry and keeps time, memory and stack bounded for the rest. The size of a description is
+// published, in CNodeMapFactory.h, for those who fetch one.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 
 namespace GenApi_3_2_TVN::limits {
-
-/// Bytes of a description, plain or unpacked, and of an archive. Real ones reach 5 MB; parsed, a byte costs
-/// up to thirty.
-inline constexpr std::size_t descriptionSize = std::size_t{32} << 20;
 
 /// Files in an archive, and records that end one. The archive's reader takes time with the square of both.
 inline constexpr std::size_t archiveFiles = 256;
