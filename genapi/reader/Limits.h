@@ -13,8 +13,11 @@ namespace GenApi_3_2_TVN::limits {
 inline constexpr std::size_t archiveFiles = 256;
 inline constexpr std::size_t archiveEnds = 16;
 
-/// Bytes of a name in a message. A way shows eight names, and each is copied into every message of its node's children.
+/// Bytes of a name or a text of the description in a message, which shows up to eight of them and their values, and of
+/// a whole message.
 inline constexpr std::size_t shownNameLength = 64;
+inline constexpr std::size_t shownItems = 8;
+inline constexpr std::size_t messageLength = 1024;
 
 /// Bytes of a name that is taken apart at its underscores.
 inline constexpr std::size_t entryNameLength = 1024;
@@ -27,11 +30,12 @@ inline constexpr std::size_t chainLength = 100;
 inline constexpr std::size_t stepsPerCall = 500'000;
 inline constexpr std::size_t stepsPerNode = 50;
 
-/// Bytes of one register, of one whose bytes are kept for later reads, and of all that one node map keeps: a
-/// description may have a million registers.
+/// Bytes of one register, of one whose bytes are kept for later reads, and of all that one node map keeps, with the
+/// number of places where they lie: a description may have a million registers, and a computed address leads anywhere.
 inline constexpr std::int64_t registerLength = std::int64_t{16} << 20;
 inline constexpr std::size_t cachedRegisterLength = std::size_t{64} << 10;
 inline constexpr std::size_t cachedLength = std::size_t{16} << 20;
+inline constexpr std::size_t cachedPlaces = std::size_t{64} << 10;
 
 /// What each entry of a StructReg takes over from it, and so reads and holds for itself: children, of which those with
 /// equal tags count once unless they are parts of the address, those parts, and the bytes of all that.
