@@ -68,6 +68,29 @@ def medians(folder):
     return medians_of(times), medians_of(memory), machine
 
 
+# Calls of which the reads of the device are counted.
+READ_ROWS = [
+    ("The access mode of a selector that depends on eight others", "selectorAccessMode"),
+    ("The entries of a pixel format that are there, of thirty", "formatSymbolics"),
+    ("A write of the pixel format, its entry checked", "formatWrite"),
+]
+
+
+def print_reads(folder):
+    """The table of the reads that one call takes, beside the different registers that it needs."""
+    counts = {}
+    for path in pathlib.Path(folder).glob("*.json"):
+        for entry in json.loads(path.read_text())["benchmarks"]:
+            if "reads" in entry:
+                counts[entry["run_name"].split("/")[0]] = (entry["reads"], entry["addresses"])
+    print("\nReads of the device by the first call in a node map, each a round trip on a camera.\n")
+    print("| Call | Reads | Different registers | |")
+    print("|---|---|---|---|")
+    for what, name in READ_ROWS:
+        reads, addresses = counts[name]
+        print(f"| {what} | {reads:.0f} | {addresses:.0f} | {verdict(reads == addresses)} |")
+
+
 def medians_of(values):
     return {name: statistics.median(measured) for name, measured in values.items()}
 
@@ -119,6 +142,7 @@ def main():
             outcome = verdict(memory[ours] <= share * memory[baseline] + CAMERAS * each)
         print(f"| {what} | {amount(memory[ours])} | {against} | {amount(memory[baseline])} "
               f"| {ratio:.2f} | {limit} | {outcome} |")
+    print_reads(sys.argv[1])
 
 
 main()
