@@ -22,6 +22,14 @@ void requireFormulas(const std::shared_ptr<const Description> &description)
 
 } // namespace
 
+void requireDescriptionSize(std::uint64_t size)
+{
+    if (size > largestDescription)
+        raise<GenICam_3_2_TVN::InvalidArgumentException>(
+            sourceFileName,
+            "The description is larger than " + std::to_string(largestDescription >> 20) + " MiB");
+}
+
 CNodeMapFactory::CNodeMapFactory() = default;
 CNodeMapFactory::~CNodeMapFactory() = default;
 

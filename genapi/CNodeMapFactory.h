@@ -6,6 +6,7 @@
 #include "gcstring.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 
 namespace GenApi_3_2_TVN {
@@ -23,6 +24,13 @@ enum ECacheUsage_t : int
     CacheUsage_Automatic = 0, ///< share the description with other loads of the same bytes
     CacheUsage_Ignore = 1     ///< parse a copy of its own
 };
+
+/// Bytes of a description, plain or unpacked, and of an archive. Real ones reach 5 MB; parsed, a byte costs up to thirty.
+inline constexpr std::size_t largestDescription = std::size_t{32} << 20;
+
+/// For whoever knows the length of a description before its bytes: refuses one that could not be loaded.
+/// \throws InvalidArgumentException  \p size passes largestDescription
+void requireDescriptionSize(std::uint64_t size);
 
 /// Holds one parsed description and makes node maps of it. Factories may be used on several threads at once,
 /// each on one.

@@ -24,6 +24,7 @@ public:
     virtual void GetEntries(NodeList_t &entries) = 0;
     /// \param verify  check first that an entry of this value is available
     virtual void SetIntValue(std::int64_t value, bool verify = true) = 0;
+    /// While its entry clears itself, the device is asked also for what is cached.
     /// \param verify  check that an entry has the value
     virtual std::int64_t GetIntValue(bool verify = false, bool ignoreCache = false) = 0;
     /// \return null when no entry has the name

@@ -8,6 +8,7 @@ namespace GenApi_3_2_TVN {
 
 /// Errors and arguments as for IInteger. Values are IEEE 754: a formula that divides by zero gives infinity, and a
 /// register may hold what is no number; with verify, neither passes.
+/// A Float over an enumeration has the NumericValue of the entry, and writes the nearest one.
 class IFloat : virtual public IBase
 {
 public:

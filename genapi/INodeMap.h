@@ -31,7 +31,7 @@ public:
     /// The number of named nodes, formulas that stand inside registers not counted.
     virtual std::uint64_t GetNumNodes() const = 0;
 
-    /// \param enable  false: every read goes to the device, whatever the description says of caching
+    /// \param enable  false: every call asks the device anew, whatever the description says of caching
     virtual void EnableCaching(bool enable) = 0;
 
     /// Drops every cached register value.

@@ -20,12 +20,27 @@ std::string fetchingFailed(const char *start, const std::string &url)
     return start + url + "' failed also.";
 }
 
+/// \throws std::runtime_error  \p step has thrown an exception of the node map, whose words it has
+template <class Step>
+void loadFrom(bool isZipped, const Step &step)
+{
+    try {
+        step();
+    } catch (const GenICam_3_2_TVN::GenericException &failure) {
+        const std::string what = isZipped ? "Loading xml from zip file failed by GenICam exception. Msg: "
+                                          : "Loading xml from string data failed by GenICam exception. Msg: ";
+        throw std::runtime_error(what + failure.GetDescription());
+    }
+}
+
 } // namespace
 
 void GenTL_PortInterface::loadDescription()
 {
     requirePortURLs();
     const DescriptionFile file = findDescription();
+    // Before its length, which the producer dictates, costs anything.
+    loadFrom(file.isZipped(), [&] { GenApi_3_2_TVN::requireDescriptionSize(file.length); });
 
     const ZeroedBuffer xmlBuffer(file.length);
     std::size_t readSize = file.length;
@@ -118,17 +133,12 @@ void GenTL_PortInterface::findFileName(DescriptionFile &file) const
 
 void GenTL_PortInterface::createNodeMap(const DescriptionFile &file, const char *xml, std::size_t size)
 {
-    const bool isZipped = file.fileName.find(".zip") != std::string::npos;
-    try {
-        if (isZipped)
+    loadFrom(file.isZipped(), [&] {
+        if (file.isZipped())
             nodeMapRef._LoadXMLFromZIPData(xml, size);
         else
             nodeMapRef._LoadXMLFromString(GenICam_3_2_TVN::gcstring(xml, size));
-    } catch (const GenICam_3_2_TVN::GenericException &failure) {
-        const std::string what = isZipped ? "Loading xml from zip file failed by GenICam exception. Msg: "
-                                          : "Loading xml from string data failed by GenICam exception. Msg: ";
-        throw std::runtime_error(what + failure.GetDescription());
-    }
+    });
 }
 
 void GenTL_PortInterface::connectNodeMap()

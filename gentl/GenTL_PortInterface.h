@@ -24,10 +24,9 @@ class GenTL_PortInterface : public GenTL_PortInterfaceBase
 public:
     /// Reads the description and connects the node map; all of it or nothing.
     /// \param urlIndex  which of the port's descriptions to take, 0 for the first; no other is tried
-    /// \throws std::runtime_error  the port does not answer, the description can't be found, read or used, or
-    ///         its node map has no port of this port's name
+    /// \throws std::runtime_error  the port does not answer, the description can't be found, read or used, is stated to
+    ///         be larger than the node map takes, or has no port of this port's name
     /// \throws GenICam_3_2_TVN::GenericException  connecting the node map failed
-    /// \throws std::bad_alloc  the producer reports a description too large for the memory
     GenTL_PortInterface(const PORT_HANDLE &portHandle, std::shared_ptr<GenTL_Interface> genTLInterface,
                         std::uint32_t urlIndex);
 
@@ -54,6 +53,8 @@ private:
         std::uint64_t address = 0;
         std::uint64_t length = 0; ///< bytes
         std::string fileName;
+
+        [[nodiscard]] bool isZipped() const { return fileName.find(".zip") != std::string::npos; }
     };
 
     void loadDescription();

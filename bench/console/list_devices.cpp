@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-// torvane_console --list-devices over ten cameras against a bare program of the same GenTL calls: the processor time of
-// whole processes, from their start to their end.
+// torvane_console --list-devices over ten cameras against a bare program of the same GenTL calls, whole processes from
+// their start to their end: the elapsed time of cameras that take 1 ms for each access to their registers, and the
+// processor time of cameras that answer at once.
 #include "SilentSimulator.h"
 
 #include <benchmark/benchmark.h>
@@ -10,6 +11,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
@@ -22,11 +24,17 @@ double seconds(const timeval &time)
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) * 1e-6;
 }
 
-/// Runs \p program, whose output nobody reads, to its end.
-/// \return seconds of processor time
-/// \throws std::runtime_error  it can't be started, or it failed
-double run(const std::string &program, const std::string &argument)
+struct Seconds
 {
+    double processor;
+    double elapsed;
+};
+
+/// Runs \p program, whose output nobody reads, to its end.
+/// \throws std::runtime_error  it can't be started, or it failed
+Seconds run(const std::string &program, const std::string &argument)
+{
+    const auto begin = std::chrono::steady_clock::now();
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
@@ -39,43 +47,60 @@ double run(const std::string &program, const std::string &argument)
     rusage usage{};
     if (error != 0 || wait4(child, &status, 0, &usage) != child || status != 0)
         throw std::runtime_error(program + " failed");
-    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
+    return {seconds(usage.ru_utime) + seconds(usage.ru_stime),
+            std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count()};
 }
 
-double runConsole()
+Seconds runConsole()
 {
     return run(TORVANE_CONSOLE, "--list-devices");
 }
 
-double runBare()
+Seconds runBare()
 {
     return run(TORVANE_BARE_LIST, Simulator::cti());
 }
 
-void listDevices(benchmark::State &state)
+std::string cameras(int latencyMs)
 {
-    for (auto _ : state)
-        state.SetIterationTime(runConsole());
-}
-
-void bareList(benchmark::State &state)
-{
-    for (auto _ : state)
-        state.SetIterationTime(runBare());
-}
-
-std::string cameras()
-{
-    std::string toml = "[[interface]]\nid = \"sim-eth0\"\ntype = \"GEV\"\n";
+    std::string toml = "[producer]\nlatency_ms = " + std::to_string(latencyMs) +
+                       "\n[[interface]]\nid = \"sim-eth0\"\ntype = \"GEV\"\n";
     for (int i = 0; i < 10; ++i)
         toml += "[[interface.camera]]\nid = \"simulated-camera-" + std::to_string(i) + "\"\n";
     return toml;
 }
 
+void measure(benchmark::State &state, Seconds (*list)(), double Seconds::*time, int latencyMs)
+{
+    const SilentSimulator simulator(cameras(latencyMs));
+    for (auto _ : state)
+        state.SetIterationTime(list().*time);
+}
+
+void listDevices(benchmark::State &state)
+{
+    measure(state, runConsole, &Seconds::processor, 0);
+}
+
+void bareList(benchmark::State &state)
+{
+    measure(state, runBare, &Seconds::processor, 0);
+}
+
+void listDevicesElapsed(benchmark::State &state)
+{
+    measure(state, runConsole, &Seconds::elapsed, 1);
+}
+
+void bareListElapsed(benchmark::State &state)
+{
+    measure(state, runBare, &Seconds::elapsed, 1);
+}
+
 /// The calls of both, with arguments and results, are the same.
 bool isSameToBoth()
 {
-    Simulator simulator(cameras());
+    Simulator simulator(cameras(0));
     runConsole();
     const std::vector<std::string> calls = simulator.calls();
     simulator.clearLog();
@@ -87,6 +112,8 @@ bool isSameToBoth()
 
 BENCHMARK(listDevices)->UseManualTime();
 BENCHMARK(bareList)->UseManualTime();
+BENCHMARK(listDevicesElapsed)->UseManualTime();
+BENCHMARK(bareListElapsed)->UseManualTime();
 
 int main(int argc, char **argv)
 try {
@@ -95,7 +122,6 @@ try {
         std::cerr << "the two make different calls\n";
         return EXIT_FAILURE;
     }
-    const SilentSimulator simulator(cameras());
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
 } catch (const std::exception &failure) {

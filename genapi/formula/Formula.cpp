@@ -43,14 +43,27 @@ std::size_t Formula::stepCount() const
                                  [](const Code &code) { return code.size(); });
 }
 
+template <class Arithmetic>
+typename Arithmetic::Number
+Formula::run(const std::function<typename Arithmetic::Number(const VariableUse &)> &load) const
+{
+    FormulaEvaluator<Arithmetic> evaluator{codes, literals, uses, load};
+    try {
+        return evaluator.evaluate(mainCode);
+    } catch (FormulaError &error) {
+        error.operands = evaluator.operands();
+        throw;
+    }
+}
+
 std::int64_t Formula::evaluate(const std::function<std::int64_t(const VariableUse &)> &load) const
 {
-    return FormulaEvaluator<IntegerArithmetic>{codes, literals, uses, load}.evaluate(mainCode);
+    return run<IntegerArithmetic>(load);
 }
 
 double Formula::evaluate(const std::function<double(const VariableUse &)> &load) const
 {
-    return FormulaEvaluator<RealArithmetic>{codes, literals, uses, load}.evaluate(mainCode);
+    return run<RealArithmetic>(load);
 }
 
 } // namespace GenApi_3_2_TVN

@@ -15,12 +15,6 @@
 
 namespace GenApi_3_2_TVN {
 
-/// What is wrong with a formula, without the name of its node. Never leaves the layer: the node catches it.
-struct FormulaError
-{
-    std::string text;
-};
-
 /// What a formula's identifiers may mean.
 struct FormulaSymbols
 {
@@ -38,14 +32,27 @@ struct VariableUse
         Min,
         Max,
         Inc,
-        Enum
+        Entry ///< the value of an entry of an enumeration
     };
     std::size_t variable;
     Property property = Property::Value;
-    std::string entry; ///< behind ".Enum."
+    std::string entry; ///< behind ".Entry." or ".Enum."
 
     // NOLINTNEXTLINE(modernize-use-nullptr): it takes the comparison that the compiler writes for a null pointer
     auto operator<=>(const VariableUse &) const = default;
+};
+
+/// What is wrong with a formula, without the name of its node. Never leaves the layer: the node catches it.
+struct FormulaError
+{
+    struct Operand
+    {
+        VariableUse use;
+        std::string value;
+    };
+
+    std::string text;
+    std::vector<Operand> operands = {}; ///< what an evaluation had asked for until it failed
 };
 
 /// A number as it is written: both of its readings, since an integer and a float formula compute differently.
@@ -146,6 +153,10 @@ public:
 
 private:
     friend class FormulaParser;
+
+    template <class Arithmetic>
+    typename Arithmetic::Number
+    run(const std::function<typename Arithmetic::Number(const VariableUse &)> &load) const;
 
     std::vector<Code> codes; ///< the formula's own and those of its expressions
     std::size_t mainCode = 0;

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "Formula.h"
+#include "Number.h"
 
 #include <cstddef>
 #include <functional>
@@ -33,13 +34,26 @@ public:
             return *results[codeNumber];
         const Code &code = codes[codeNumber];
         std::vector<Number> stack;
+        stack.reserve(usualDepth);
         for (std::size_t next = 0; next < code.size();)
             next = step(code[next], next, stack);
         results[codeNumber] = stack.back();
         return stack.back();
     }
 
+    /// The variables that were loaded so far.
+    std::vector<FormulaError::Operand> operands() const
+    {
+        std::vector<FormulaError::Operand> known;
+        for (std::size_t use = 0; use < uses.size(); ++use)
+            if (loaded[use])
+                known.push_back({uses[use], GenApi_3_2_TVN::Number{*loaded[use]}.text()});
+        return known;
+    }
+
 private:
+    static constexpr std::size_t usualDepth = 8; ///< of the stack
+
     static Number take(std::vector<Number> &stack)
     {
         const Number top = stack.back();

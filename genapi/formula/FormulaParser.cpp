@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <numbers>
 #include <utility>
 
@@ -235,16 +236,18 @@ void FormulaParser::parseVariable(const Token &identifier, std::size_t variable,
 {
     using Property = VariableUse::Property;
     VariableUse use{variable, Property::Value, {}};
-    constexpr std::string_view enumPrefix = ".Enum.";
+    constexpr std::string_view entryPrefixes[] = {".Entry.", ".Enum."};
+    const auto prefix = std::ranges::find_if(
+        entryPrefixes, [suffix](std::string_view one) { return suffix.starts_with(one); });
     if (suffix == ".Min")
         use.property = Property::Min;
     else if (suffix == ".Max")
         use.property = Property::Max;
     else if (suffix == ".Inc")
         use.property = Property::Inc;
-    else if (suffix.starts_with(enumPrefix)) {
-        use.property = Property::Enum;
-        use.entry = suffix.substr(enumPrefix.size());
+    else if (prefix != std::end(entryPrefixes)) {
+        use.property = Property::Entry;
+        use.entry = suffix.substr(prefix->size());
     } else if (!suffix.empty() && suffix != ".Value")
         failAt(identifier, "unknown suffix '" + std::string{suffix} + "'");
     const auto [known, isNew] = build.uses.emplace(use, formula.uses.size());

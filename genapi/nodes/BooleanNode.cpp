@@ -2,6 +2,8 @@
 // See the header.
 #include "BooleanNode.h"
 
+#include "NodeMap.h"
+
 namespace GenApi_3_2_TVN {
 
 using GenICam_3_2_TVN::PropertyException;
@@ -26,12 +28,14 @@ bool BooleanNode::statedValue() const
 
 bool BooleanNode::GetValue(bool, bool ignoreCache)
 {
+    const Trail::Call call{map().trail()};
     requireReadable();
     return !number("", {ignoreCache}).isZero();
 }
 
 void BooleanNode::SetValue(bool newValue, bool)
 {
+    const Trail::Call call{map().trail()};
     requireWritable();
     setNumber("", std::int64_t{newValue});
 }

@@ -14,15 +14,17 @@ CommandNode::CommandNode(NodeMap &nodeMap, pugi::xml_node element)
 
 void CommandNode::Execute(bool)
 {
+    const Trail::Call call{map().trail()};
     requireWritable();
     const Trail::Step step{map().trail(), *this, Aspect::Write, ""};
-    map().dropCaches();
+    map().registers().expire();
     value.setValue(commandValue.value({}));
 }
 
 /// The cache would answer with the command value that was just written.
 bool CommandNode::IsDone(bool)
 {
+    const Trail::Call call{map().trail()};
     if (value.link() == nullptr || !isReadable(accessMode("", {.includePort = false})))
         return true;
     const Trail::Step step{map().trail(), *this, Aspect::Value, ""};

@@ -15,7 +15,8 @@ namespace {
 EntryList::Entry entryOf(pugi::xml_node element)
 {
     const std::string_view name = element.attribute("Name").value();
-    return {element, name, EnumEntryNode::symbolicOf(element), parseInteger(textOf(element.child("Value")))};
+    return {element, name, EnumEntryNode::symbolicOf(element), parseInteger(textOf(element.child("Value"))),
+            textOf(element.child("IsSelfClearing")) == "Yes"};
 }
 
 /// The part of \p order, which is sorted by \p key, that has the key \p wanted.

@@ -23,6 +23,7 @@ public:
         std::string_view name; ///< belongs to the document
         std::string symbolic;
         std::optional<std::int64_t> value; ///< empty when the description has none that can be read
+        bool isSelfClearing = false;
     };
 
     explicit EntryList(pugi::xml_node enumeration);

@@ -7,6 +7,8 @@
 #include "NodeMap.h"
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 
 namespace GenApi_3_2_TVN {
 
@@ -42,19 +44,27 @@ void EnumerationNode::GetSymbolics(StringList_t &symbolics)
     const Trail::Step step{map().trail(), *this, Aspect::Entry, ""};
     for (INode *const node : nodes) {
         const auto &entry = dynamic_cast<EnumEntryNode &>(*node);
-        try {
-            if (isReadable(accessOf(entry)))
-                found.push_back(entry.GetSymbolic());
-        } catch (const GenericException &) {
-            if (map().trail().isSpent())
-                throw;
-        }
+        if (isAvailable(entry))
+            found.push_back(entry.GetSymbolic());
     }
     symbolics = found;
 }
 
+/// One whose conditions the description gets wrong is not.
+bool EnumerationNode::isAvailable(const EnumEntryNode &entry) const
+{
+    try {
+        return isReadable(accessOf(entry));
+    } catch (const GenericException &) {
+        if (map().trail().isSpent())
+            throw;
+        return false;
+    }
+}
+
 std::int64_t EnumerationNode::GetIntValue(bool verify, bool ignoreCache)
 {
+    const Trail::Call call{map().trail()};
     requireReadable();
     const std::int64_t present = *number("", {ignoreCache}).truncated();
     if (verify && entries.withValue(present).empty())
@@ -64,6 +74,7 @@ std::int64_t EnumerationNode::GetIntValue(bool verify, bool ignoreCache)
 
 void EnumerationNode::SetIntValue(std::int64_t newValue, bool verify)
 {
+    const Trail::Call call{map().trail()};
     requireWritable();
     if (verify)
         requireEntry(newValue);
@@ -77,7 +88,7 @@ void EnumerationNode::requireEntry(std::int64_t wanted)
         fail<OutOfRangeException>(std::to_string(wanted) + " is the value of no entry");
     const EAccessMode mode = accessOf(*entry);
     if (!isReadable(mode))
-        fail<AccessException>("its entry '" + entry->symbolic() + "' is not " +
+        fail<AccessException>("its entry '" + shown(entry->symbolic()) + "' is not " +
                               (mode == NI ? "implemented" : "available at present"));
 }
 
@@ -93,6 +104,7 @@ IEnumEntry *EnumerationNode::GetEntry(std::int64_t wanted)
 
 IEnumEntry *EnumerationNode::GetCurrentEntry(bool verify, bool ignoreCache)
 {
+    const Trail::Call call{map().trail()};
     return entryOf(GetIntValue(verify, ignoreCache));
 }
 
@@ -106,8 +118,7 @@ EnumEntryNode *EnumerationNode::nodeOf(EntryList::Found found)
     if (found.entry == nullptr)
         return nullptr;
     if (found.isDoubled)
-        fail<PropertyException>("its entry '" + std::string{found.entry->name} +
-                                "' is defined more than once");
+        fail<PropertyException>("its entry '" + shown(found.entry->name) + "' is defined more than once");
     return dynamic_cast<EnumEntryNode *>(&map().nodeOf(found.entry->element));
 }
 
@@ -147,20 +158,76 @@ Number EnumerationNode::readMaximum()
     return places.empty() ? Node::readMaximum() : *entries.all()[places.back()].value;
 }
 
-std::string EnumerationNode::readText(Reading reading)
+Number EnumerationNode::readNumber(Reading reading)
 {
     const std::int64_t present = value.value(reading);
-    const EnumEntryNode *const entry = entryOf(present);
-    if (entry == nullptr)
-        fail<OutOfRangeException>(std::to_string(present) + " is the value of no entry");
-    return entry->symbolic();
+    return reading.ignoreCache || !isSelfClearing(present) ? present : value.value({.ignoreCache = true});
+}
+
+bool EnumerationNode::isSelfClearing(std::int64_t present) const
+{
+    return std::ranges::any_of(entries.withValue(present),
+                               [this](std::size_t place) { return entries.all()[place].isSelfClearing; });
+}
+
+EnumEntryNode &EnumerationNode::entryOfPresent(Reading reading)
+{
+    const std::int64_t present = *readNumber(reading).truncated();
+    if (EnumEntryNode *const entry = entryOf(present))
+        return *entry;
+    fail<OutOfRangeException>(std::to_string(present) + " is the value of no entry");
+}
+
+double EnumerationNode::quantity(const char *by, Reading reading)
+{
+    const Trail::Step step{map().trail(), *this, Aspect::Value, by};
+    return entryOfPresent(reading).GetNumericValue();
+}
+
+void EnumerationNode::setQuantity(const char *by, double wanted)
+{
+    const Trail::Step step{map().trail(), *this, Aspect::Write, by};
+    EnumEntryNode *nearest = nullptr;
+    double distance = std::numeric_limits<double>::infinity();
+    NodeList_t nodes;
+    GetEntries(nodes);
+    for (INode *const node : nodes) {
+        auto &entry = dynamic_cast<EnumEntryNode &>(*node);
+        const double own = std::abs(entry.GetNumericValue() - wanted);
+        if (!(own < distance) || !isAvailable(entry))
+            continue;
+        nearest = &entry;
+        distance = own;
+    }
+    if (nearest == nullptr)
+        fail<OutOfRangeException>(Number{wanted}.text() +
+                                  " is near the quantity of no entry that is available");
+    value.setValue(nearest->GetValue());
+}
+
+std::pair<double, double> EnumerationNode::quantities()
+{
+    NodeList_t nodes;
+    GetEntries(nodes);
+    if (nodes.empty())
+        fail<PropertyException>("no entries, so it has no range");
+    const auto quantityOf = [](INode *node) {
+        return dynamic_cast<EnumEntryNode &>(*node).GetNumericValue();
+    };
+    const auto [lowest, highest] = std::ranges::minmax_element(nodes, {}, quantityOf);
+    return {quantityOf(*lowest), quantityOf(*highest)};
+}
+
+std::string EnumerationNode::readText(Reading reading)
+{
+    return entryOfPresent(reading).symbolic();
 }
 
 void EnumerationNode::writeText(const std::string &symbolic)
 {
     EnumEntryNode *const entry = nodeOf(entries.withSymbolic(symbolic));
     if (entry == nullptr)
-        fail<OutOfRangeException>("'" + symbolic + "' is none of its entries");
+        fail<OutOfRangeException>("'" + shown(symbolic) + "' is none of its entries");
     value.setValue(entry->GetValue());
 }
 

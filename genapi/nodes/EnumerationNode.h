@@ -9,6 +9,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace GenApi_3_2_TVN {
 
@@ -31,8 +32,20 @@ public:
     /// \throws PropertyException  several have the name, or its children can't be read
     Node *find(std::string_view name);
 
+    EnumerationNode *asEnumeration() override { return this; }
+
+    // For a float that lies over it: the physical quantity of the present entry, its NumericValue. \p by is the child
+    // of the float that leads here.
+    double quantity(const char *by, Reading reading);
+    /// Writes the value of the entry whose quantity is nearest, of those that are available.
+    void setQuantity(const char *by, double wanted);
+    /// The lowest and the highest of all entries.
+    /// \throws PropertyException  there is none
+    std::pair<double, double> quantities();
+
 protected:
-    Number readNumber(Reading reading) override { return value.value(reading); }
+    /// The device leaves an entry that clears itself without a word, so while that is the present one, it is asked.
+    Number readNumber(Reading reading) override;
     void writeNumber(Number newValue) override { value.setValue(wholeOf(newValue)); }
     Number readMinimum() override;
     Number readMaximum() override;
@@ -44,6 +57,9 @@ protected:
 
 private:
     EnumEntryNode *nodeOf(EntryList::Found found);
+    bool isSelfClearing(std::int64_t value) const;
+    EnumEntryNode &entryOfPresent(Reading reading);
+    bool isAvailable(const EnumEntryNode &entry) const;
     EnumEntryNode &nodeAt(std::size_t place);
     static EAccessMode accessOf(const EnumEntryNode &entry);
     EnumEntryNode *entryOf(std::int64_t value);

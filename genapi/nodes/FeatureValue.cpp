@@ -2,13 +2,50 @@
 // See the header.
 #include "FeatureValue.h"
 
+#include "EnumerationNode.h"
+
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 namespace GenApi_3_2_TVN {
 
 using GenICam_3_2_TVN::AccessException;
 using GenICam_3_2_TVN::OutOfRangeException;
+
+namespace {
+
+/// A float means the quantity that an entry stands for, an integer its value.
+template <class T>
+EnumerationNode *enumerationBehind(const Link *link)
+{
+    return std::is_same_v<T, double> && link != nullptr ? link->node().asEnumeration() : nullptr;
+}
+
+template <class T>
+void set(const Link &link, T value)
+{
+    if (EnumerationNode *const enumeration = enumerationBehind<T>(&link))
+        enumeration->setQuantity(link.tag(), static_cast<double>(value));
+    else
+        link.set(value);
+}
+
+template <class T>
+Number minimumOf(const Link &link)
+{
+    EnumerationNode *const enumeration = enumerationBehind<T>(&link);
+    return enumeration != nullptr ? enumeration->quantities().first : link.minimum();
+}
+
+template <class T>
+Number maximumOf(const Link &link)
+{
+    EnumerationNode *const enumeration = enumerationBehind<T>(&link);
+    return enumeration != nullptr ? enumeration->quantities().second : link.maximum();
+}
+
+} // namespace
 
 template <class T>
 FeatureValue<T>::FeatureValue(Node &owner)
@@ -66,7 +103,10 @@ auto &FeatureValue<T>::current(Self &self)
 template <class T>
 T FeatureValue<T>::read(Reading reading) const
 {
-    return current(*this).value(reading);
+    const NumberSource<T> &source = current(*this);
+    if (EnumerationNode *const enumeration = enumerationBehind<T>(source.link()))
+        return static_cast<T>(enumeration->quantity(source.link()->tag(), reading));
+    return source.value(reading);
 }
 
 template <class T>
@@ -76,18 +116,27 @@ void FeatureValue<T>::write(T newValue)
         if (!isWritable(copy.accessMode({.includePort = false})))
             owner.template fail<AccessException>(std::string{"pValueCopy names '"} + copy.node().name() +
                                                  "', which can't be written");
-    current(*this).setValue(newValue);
+    NumberSource<T> &source = current(*this);
+    if (source.link() != nullptr)
+        set(*source.link(), newValue);
+    else
+        source.setValue(newValue);
     for (const Link &copy : pValueCopies)
-        copy.set(newValue);
+        set(copy, newValue);
 }
 
+/// What the copies can't take is out of range as well.
 template <class T>
 Number FeatureValue<T>::minimum()
 {
     if (min.isPresent())
         return min.number();
     const Link *const inner = current(*this).link();
-    return inner != nullptr ? inner->minimum() : lowestOf<T>;
+    Number highest = inner != nullptr ? minimumOf<T>(*inner) : lowestOf<T>;
+    for (const Link &copy : pValueCopies)
+        if (const Number other = minimumOf<T>(copy); highest < other)
+            highest = other;
+    return highest;
 }
 
 template <class T>
@@ -96,7 +145,11 @@ Number FeatureValue<T>::maximum()
     if (max.isPresent())
         return max.number();
     const Link *const inner = current(*this).link();
-    return inner != nullptr ? inner->maximum() : highestOf<T>;
+    Number lowest = inner != nullptr ? maximumOf<T>(*inner) : highestOf<T>;
+    for (const Link &copy : pValueCopies)
+        if (const Number other = maximumOf<T>(copy); other < lowest)
+            lowest = other;
+    return lowest;
 }
 
 template <class T>

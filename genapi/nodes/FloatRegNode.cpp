@@ -30,8 +30,8 @@ double FloatRegNode::readReal(Reading reading)
     const bool single = isSingle();
     std::array<std::uint8_t, wordLength> buffer;
     const std::span used = std::span{buffer}.first(single ? sizeof(float) : sizeof(double));
-    bytes.read(reading, used);
-    const std::uint64_t word = wordOf(used, isBigEndian != bytes.areSwapped());
+    bytes.readOrdered(reading, used);
+    const std::uint64_t word = wordOf(used, isBigEndian);
     return single ? std::bit_cast<float>(static_cast<std::uint32_t>(word)) : std::bit_cast<double>(word);
 }
 
@@ -40,12 +40,13 @@ void FloatRegNode::writeReal(double value)
     const bool single = isSingle();
     const auto narrow = static_cast<float>(value);
     if (single && std::isinf(narrow) && !std::isinf(value))
-        fail<OutOfRangeException>(Number{value}.text() + " does not fit into 4 bytes");
+        fail<OutOfRangeException>(withUnit(value) + " does not fit into its 4 bytes, which take " +
+                                  withUnit(lowestOf<float>) + " to " + withUnit(highestOf<float>));
     std::array<std::uint8_t, wordLength> buffer{};
     const std::span used = std::span{buffer}.first(single ? sizeof(float) : sizeof(double));
-    putWord(single ? std::bit_cast<std::uint32_t>(narrow) : std::bit_cast<std::uint64_t>(value),
-            isBigEndian != bytes.areSwapped(), used);
-    bytes.write(used);
+    putWord(single ? std::bit_cast<std::uint32_t>(narrow) : std::bit_cast<std::uint64_t>(value), isBigEndian,
+            used);
+    bytes.writeOrdered(used);
 }
 
 Number FloatRegNode::readMinimum()

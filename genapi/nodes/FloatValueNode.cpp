@@ -2,6 +2,8 @@
 // See the header.
 #include "FloatValueNode.h"
 
+#include "NodeMap.h"
+
 namespace GenApi_3_2_TVN {
 
 using GenICam_3_2_TVN::OutOfRangeException;
@@ -9,6 +11,7 @@ using GenICam_3_2_TVN::PropertyException;
 
 double FloatValueNode::GetValue(bool verify, bool ignoreCache)
 {
+    const Trail::Call call{map().trail()};
     requireReadable();
     const double value = number("", {ignoreCache}).real();
     if (verify)
@@ -18,6 +21,7 @@ double FloatValueNode::GetValue(bool verify, bool ignoreCache)
 
 void FloatValueNode::SetValue(double value, bool verify)
 {
+    const Trail::Call call{map().trail()};
     requireWritable();
     if (verify)
         requireInRange(value);
@@ -44,8 +48,7 @@ void FloatValueNode::requireInRange(double value)
     const double lowest = GetMin();
     const double highest = GetMax();
     if (!(value >= lowest && value <= highest))
-        fail<OutOfRangeException>(Number{value}.text() + " lies outside " + Number{lowest}.text() + " to " +
-                                  Number{highest}.text());
+        refuseOutside(value, lowest, highest);
 }
 
 } // namespace GenApi_3_2_TVN

@@ -74,8 +74,8 @@ std::uint64_t IntRegNode::readWord(Reading reading, std::size_t count)
 {
     std::array<std::uint8_t, wordLength> buffer;
     const std::span used = std::span{buffer}.first(count);
-    bytes.read(reading, used);
-    return wordOf(used, isBigEndian != bytes.areSwapped());
+    bytes.readOrdered(reading, used);
+    return wordOf(used, isBigEndian);
 }
 
 /// The bits around a field come fresh from the device, which may have changed them since. Those of a register
@@ -85,8 +85,7 @@ void IntRegNode::writeInteger(std::int64_t value)
     const std::size_t count = byteCount();
     const Field bits = field(count);
     if (!fits(value, bits))
-        fail<OutOfRangeException>(std::to_string(value) + " does not fit into " + std::to_string(bits.width) +
-                                  " bits");
+        refuse(value, bits);
     std::uint64_t assembled = 0;
     if (bits.width < count * 8 && !bytes.isWriteOnly())
         assembled = readWord({.ignoreCache = true}, count) & ~(bits.mask() << bits.shift);
@@ -94,8 +93,16 @@ void IntRegNode::writeInteger(std::int64_t value)
 
     std::array<std::uint8_t, wordLength> buffer{};
     const std::span used = std::span{buffer}.first(count);
-    putWord(assembled, isBigEndian != bytes.areSwapped(), used);
-    bytes.write(used);
+    putWord(assembled, isBigEndian, used);
+    bytes.writeOrdered(used);
+}
+
+void IntRegNode::refuse(std::int64_t value, Field bits) const
+{
+    const bool isOne = bits.width == 1;
+    fail<OutOfRangeException>(withUnit(value) + " does not fit into its " + std::to_string(bits.width) +
+                              (isOne ? " bit, which takes " : " bits, which take ") + withUnit(lowest(bits)) +
+                              " to " + withUnit(highest(bits)));
 }
 
 /// 64 bits without a sign take every number: from 2^63 up it arrives as the negative one of the same bits.

@@ -35,6 +35,7 @@ private:
     std::size_t byteCount() const;
     std::uint64_t readWord(Reading reading, std::size_t byteCount);
     bool fits(std::int64_t value, Field field) const;
+    [[noreturn]] void refuse(std::int64_t value, Field field) const;
     std::int64_t lowest(Field field) const;
     std::int64_t highest(Field field) const;
 

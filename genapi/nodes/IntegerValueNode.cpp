@@ -2,6 +2,8 @@
 // See the header.
 #include "IntegerValueNode.h"
 
+#include "NodeMap.h"
+
 namespace GenApi_3_2_TVN {
 
 using GenICam_3_2_TVN::OutOfRangeException;
@@ -9,6 +11,7 @@ using GenICam_3_2_TVN::PropertyException;
 
 std::int64_t IntegerValueNode::GetValue(bool verify, bool ignoreCache)
 {
+    const Trail::Call call{map().trail()};
     requireReadable();
     const std::int64_t value = *number("", {ignoreCache}).truncated();
     if (verify)
@@ -18,6 +21,7 @@ std::int64_t IntegerValueNode::GetValue(bool verify, bool ignoreCache)
 
 void IntegerValueNode::SetValue(std::int64_t value, bool verify)
 {
+    const Trail::Call call{map().trail()};
     requireWritable();
     if (verify) {
         requireInRange(value);
@@ -47,8 +51,7 @@ void IntegerValueNode::requireInRange(std::int64_t value)
     const std::int64_t lowest = GetMin();
     const std::int64_t highest = GetMax();
     if (value < lowest || value > highest)
-        fail<OutOfRangeException>(std::to_string(value) + " lies outside " + std::to_string(lowest) + " to " +
-                                  std::to_string(highest));
+        refuseOutside(value, lowest, highest);
 }
 
 /// The distance of two 64-bit numbers needs all 64 bits and no sign.
@@ -58,8 +61,8 @@ void IntegerValueNode::requireOnStep(std::int64_t value)
     const std::int64_t step = GetInc();
     const std::uint64_t distance = static_cast<std::uint64_t>(value) - static_cast<std::uint64_t>(lowest);
     if (distance % static_cast<std::uint64_t>(step) != 0)
-        fail<OutOfRangeException>(std::to_string(value) + " is not " + std::to_string(lowest) +
-                                  " plus a multiple of " + std::to_string(step));
+        fail<OutOfRangeException>(withUnit(value) + " is not " + withUnit(lowest) + " plus a multiple of " +
+                                  withUnit(step));
 }
 
 } // namespace GenApi_3_2_TVN

@@ -29,7 +29,7 @@ Node &Link::node() const
     const bool isInlineFormula = std::strcmp(element.name(), "IntSwissKnife") == 0;
     target = isInlineFormula ? &owner->map().nodeOf(element) : owner->map().find(targetName());
     if (target == nullptr)
-        owner->fail<GenICam_3_2_TVN::PropertyException>(std::string{tag_} + " names '" + targetName() +
+        owner->fail<GenICam_3_2_TVN::PropertyException>(std::string{tag_} + " names '" + shown(targetName()) +
                                                         "', which the description does not have");
     return *target;
 }

@@ -7,6 +7,7 @@
 #include "NodeMap.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 
 namespace GenApi_3_2_TVN {
@@ -23,23 +24,10 @@ std::string whole(const char *name)
     return name;
 }
 
-bool isInsideCharacter(char byte)
+/// Of a name that may have megabytes nothing is looked at behind the cut.
+std::string beginning(const char *name)
 {
-    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
-}
-
-/// Of a name that may have megabytes nothing is looked at behind the cut, which lies between characters of UTF-8.
-std::string shortened(const char *name)
-{
-    std::size_t length = 0;
-    while (length <= limits::shownNameLength && name[length] != '\0')
-        ++length;
-    if (length <= limits::shownNameLength)
-        return name;
-    do
-        --length;
-    while (length > 0 && isInsideCharacter(name[length]));
-    return std::string{name, length} + "...";
+    return shown({name, strnlen(name, limits::shownNameLength + 1)});
 }
 
 } // namespace
@@ -60,7 +48,7 @@ gcstring Node::GetName() const
 
 std::string Node::name() const
 {
-    return composeName(shortened);
+    return composeName(beginning);
 }
 
 std::string Node::composeName(std::string (*part)(const char *)) const
@@ -98,7 +86,7 @@ bool Node::GetProperty(const gcstring &property, gcstring &value, gcstring &attr
 
 void Node::InvalidateNode()
 {
-    nodeMap.dropCaches();
+    nodeMap.registers().forget();
 }
 
 EAccessMode Node::GetAccessMode() const
@@ -115,7 +103,7 @@ Number Node::number(const char *by, Reading reading)
 void Node::setNumber(const char *by, Number value)
 {
     const Trail::Step step{nodeMap.trail(), *this, Aspect::Write, by};
-    nodeMap.dropCaches();
+    nodeMap.registers().expire();
     writeNumber(value);
 }
 
@@ -146,7 +134,7 @@ std::string Node::text(const char *by, Reading reading)
 void Node::setText(const char *by, const std::string &value)
 {
     const Trail::Step step{nodeMap.trail(), *this, Aspect::Write, by};
-    nodeMap.dropCaches();
+    nodeMap.registers().expire();
     writeText(value);
 }
 
@@ -164,13 +152,27 @@ EAccessMode Node::accessMode(const char *by, AccessQuestion question) const
 
 EAccessMode Node::conditionalAccessMode(AccessQuestion question) const
 {
-    if (pIsImplemented && !pIsImplemented->isTrue())
+    AccessReasons *const reasons = question.reasons;
+    if (pIsImplemented && !pIsImplemented->isTrue()) {
+        if (reasons != nullptr)
+            reasons->absence = reasonOf(*pIsImplemented, "since '", "' is ");
         return NI;
-    if (pIsAvailable && !pIsAvailable->isTrue())
+    }
+    if (pIsAvailable && !pIsAvailable->isTrue()) {
+        if (reasons != nullptr)
+            reasons->pause = reasonOf(*pIsAvailable, "since '", "' is ");
         return NA;
+    }
     const EAccessMode mode = narrower(imposedAccessMode, ownAccessMode(question));
     const bool isLocked = isWritable(mode) && pIsLocked && pIsLocked->isTrue();
+    if (isLocked && reasons != nullptr)
+        reasons->lock = reasonOf(*pIsLocked, "by '", "', which is ");
     return isLocked ? narrower(mode, RO) : mode;
+}
+
+std::string Node::reasonOf(const Link &condition, const char *before, const char *between)
+{
+    return before + condition.node().name() + between + condition.number({}).text();
 }
 
 void Node::setAsked(Aspect aspect, bool isAskedNow) const
@@ -181,9 +183,10 @@ void Node::setAsked(Aspect aspect, bool isAskedNow) const
 
 pugi::xml_node Node::structReg() const
 {
-    const bool isEntry = std::strcmp(element.name(), "StructEntry") == 0;
+    if (std::strcmp(element.name(), "StructEntry") != 0)
+        return {};
     const pugi::xml_node parent = element.parent();
-    return isEntry && std::strcmp(parent.name(), "StructReg") == 0 ? parent : pugi::xml_node{};
+    return std::strcmp(parent.name(), "StructReg") == 0 ? parent : pugi::xml_node{};
 }
 
 pugi::xml_node Node::child(const char *tag) const
@@ -236,8 +239,8 @@ bool Node::childSays(const char *tag, std::string_view yes, std::string_view no)
         return false;
     if (*text == yes)
         return true;
-    fail<PropertyException>(std::string{tag} + ": '" + *text + "' is neither " + std::string{yes} + " nor " +
-                            std::string{no});
+    fail<PropertyException>(std::string{tag} + ": '" + shown(*text) + "' is neither " + std::string{yes} +
+                            " nor " + std::string{no});
 }
 
 template <>
@@ -246,7 +249,7 @@ std::int64_t Node::numberOf(pugi::xml_node child) const
     const std::string text = textOf(child);
     if (const std::optional<std::int64_t> value = parseInteger(text))
         return *value;
-    fail<PropertyException>(std::string{child.name()} + ": '" + text + "' is not a 64-bit integer");
+    fail<PropertyException>(std::string{child.name()} + ": '" + shown(text) + "' is not a 64-bit integer");
 }
 
 template <>
@@ -255,7 +258,7 @@ double Node::numberOf(pugi::xml_node child) const
     const std::string text = textOf(child);
     if (const std::optional<double> value = parseReal(text))
         return *value;
-    fail<PropertyException>(std::string{child.name()} + ": '" + text + "' is not a number");
+    fail<PropertyException>(std::string{child.name()} + ": '" + shown(text) + "' is not a number");
 }
 
 std::int64_t Node::attributeOf(pugi::xml_node child, const char *name) const
@@ -263,7 +266,7 @@ std::int64_t Node::attributeOf(pugi::xml_node child, const char *name) const
     const char *const text = child.attribute(name).value();
     if (const std::optional<std::int64_t> value = parseInteger(text))
         return *value;
-    fail<PropertyException>(std::string{child.name()} + ": " + name + " '" + text +
+    fail<PropertyException>(std::string{child.name()} + ": " + name + " '" + shown(text) +
                             "' is not a 64-bit integer");
 }
 
@@ -271,27 +274,57 @@ std::int64_t Node::wholeOf(Number value) const
 {
     if (const std::optional<std::int64_t> whole = value.rounded())
         return *whole;
-    fail<OutOfRangeException>(value.text() + " does not fit into 64 bits");
+    fail<OutOfRangeException>(withUnit(value) + " lies outside what 64 bits hold, " +
+                              Number{lowestOf<std::int64_t>}.text() + " to " +
+                              Number{highestOf<std::int64_t>}.text());
+}
+
+std::string Node::withUnit(Number value) const
+{
+    const std::optional<std::string> unit = childText("Unit");
+    return value.text() + (unit && !unit->empty() ? " " + shown(*unit) : "");
+}
+
+void Node::refuseOutside(Number value, Number lowest, Number highest) const
+{
+    const bool isEmpty =
+        !(lowest.real() <= highest.real()) || (std::isinf(lowest.real()) && lowest.real() == highest.real());
+    fail<OutOfRangeException>(withUnit(value) + " lies outside its limits, at present " + withUnit(lowest) +
+                              " to " + withUnit(highest) + (isEmpty ? ", between which nothing lies" : ""));
 }
 
 void Node::requireReadable() const
 {
-    const EAccessMode mode = accessMode("", {.includePort = false});
-    if (isReadable(mode))
-        return;
-    if (mode == NI)
-        fail<AccessException>("not implemented");
-    fail<AccessException>(mode == WO ? "can only be written" : "not available at present");
+    if (!isReadable(accessMode("", {.includePort = false})))
+        refuseAccess(false);
 }
 
 void Node::requireWritable() const
 {
-    const EAccessMode mode = accessMode("", {.includePort = false});
-    if (isWritable(mode))
-        return;
+    if (!isWritable(accessMode("", {.includePort = false})))
+        refuseAccess(true);
+}
+
+void Node::refuseAccess(bool isWrite) const
+{
+    AccessReasons reasons;
+    const EAccessMode mode = accessMode("", {.includePort = false, .reasons = &reasons});
+    const auto because = [](const std::string &reason) { return reason.empty() ? "" : ", " + reason; };
     if (mode == NI)
-        fail<AccessException>("not implemented");
-    fail<AccessException>(mode == RO ? "can only be read" : "not available at present");
+        fail<AccessException>("not implemented" + because(reasons.absence));
+    const std::string &missing = reasons.pause.empty() ? reasons.absence : reasons.pause;
+    if (isWrite && missing.empty() && !reasons.lock.empty())
+        fail<AccessException>("locked " + reasons.lock);
+    if (!isReadable(mode) && !isWritable(mode))
+        fail<AccessException>("not available at present" + because(missing));
+    fail<AccessException>(isWrite ? "can only be read" : "can only be written");
+}
+
+/// While it is being made, nothing of the call: its faults are kept for all later calls.
+std::string Node::told(const std::string &fault) const
+{
+    const std::string text = "Node '" + name() + "': " + fault;
+    return nodeMap.isMakingNode() ? text : nodeMap.trail().told(name(), text);
 }
 
 Number Node::readNumber(Reading)
@@ -342,10 +375,11 @@ EAccessMode Node::ownAccessMode(AccessQuestion) const
 void Node::refuseUse(const char *fault) const
 {
     const std::string kind = element.name();
-    raise<PropertyException>("GenApi/Node",
-                             nodeMap.trail().arrival() + ", a " + kind +
-                                 (isEvaluated() ? std::string{", which "} + fault
-                                                : ", a kind that this version does not evaluate"));
+    raise<PropertyException>(
+        "GenApi/Node",
+        nodeMap.trail().toldOfArrival(", a " + shown(kind) +
+                                      (isEvaluated() ? std::string{", which "} + fault
+                                                     : ", a kind that this version does not evaluate")));
 }
 
 EAccessMode narrower(EAccessMode left, EAccessMode right)
@@ -380,7 +414,7 @@ EAccessMode childAccessMode(const Node &node, const char *tag, EAccessMode other
         return WO;
     if (*text == "RW")
         return RW;
-    node.fail<PropertyException>(std::string{tag} + ": '" + *text + "' is none of RO, WO and RW");
+    node.fail<PropertyException>(std::string{tag} + ": '" + shown(*text) + "' is none of RO, WO and RW");
 }
 
 } // namespace GenApi_3_2_TVN

@@ -20,6 +20,7 @@
 
 namespace GenApi_3_2_TVN {
 
+class EnumerationNode;
 class NodeMap;
 
 /// How a value is read.
@@ -33,6 +34,16 @@ struct AccessQuestion
 {
     /// Ask the port too. Reads and writes don't: the port itself refuses what it does not allow.
     bool includePort = true;
+    /// Receives what has narrowed the mode, for a message; may be null.
+    struct AccessReasons *reasons = nullptr;
+};
+
+/// Conditions of the description that take access away, of each kind the last that was met.
+struct AccessReasons
+{
+    std::string absence; ///< why it is not implemented: "since 'Option' is 0"
+    std::string pause;   ///< why it is not available at present, likewise
+    std::string lock;    ///< "by 'Lock', which is 1"
 };
 
 class Node : public INode
@@ -58,6 +69,9 @@ public:
     std::int64_t maximumLength(const char *by);
     EAccessMode accessMode(const char *by, AccessQuestion question) const;
 
+    /// Its own entries, where it is an enumeration; else null.
+    virtual EnumerationNode *asEnumeration() { return nullptr; }
+
     /// For messages: a name longer than limits::shownNameLength without its end.
     std::string name() const;
     bool isAsked(Aspect aspect) const { return (askedAspects & static_cast<std::uint8_t>(aspect)) != 0; }
@@ -71,11 +85,11 @@ public:
     /// \throws PropertyException  a StructReg has more to share than the limits allow
     std::vector<pugi::xml_node> placeChildren() const;
 
-    /// \throws Exception  with the name of this node before \p fault
+    /// \throws Exception  with the name of this node before \p fault, and how the call from outside has led here
     template <class Exception>
     [[noreturn]] void fail(const std::string &fault, unsigned line = __builtin_LINE()) const
     {
-        raise<Exception>("GenApi/Node", "Node '" + name() + "': " + fault, line);
+        raise<Exception>("GenApi/Node", told(fault), line);
     }
 
     // Children, as nodes read them.
@@ -91,9 +105,14 @@ public:
     /// \throws PropertyException  the attribute of \p child is missing or no integer
     std::int64_t attributeOf(pugi::xml_node child, const char *name) const;
 
-    /// \throws AccessException  not readable, or not writable, at present
+    /// \throws AccessException  not readable, or not writable, at present; the text says which condition forbids it
     void requireReadable() const;
     void requireWritable() const;
+
+    /// \p value as messages show it, with the unit that the description gives the node.
+    std::string withUnit(Number value) const;
+    /// \throws OutOfRangeException  \p value, with the limits in force
+    [[noreturn]] void refuseOutside(Number value, Number lowest, Number highest) const;
 
     /// \p value to the nearest integer, as nodes with an integer value take a float.
     /// \throws OutOfRangeException  64 bits do not hold it
@@ -115,7 +134,10 @@ protected:
     virtual bool isEvaluated() const { return true; }
 
 private:
+    std::string told(const std::string &fault) const;
     [[noreturn]] void refuseUse(const char *fault) const;
+    [[noreturn]] void refuseAccess(bool isWrite) const;
+    static std::string reasonOf(const Link &condition, const char *before, const char *between);
     /// The name of the node, of parts that are each made by \p part of a name in the description.
     std::string composeName(std::string (*part)(const char *)) const;
     /// The StructReg around an entry of one; null for every other node.

@@ -4,10 +4,13 @@
 
 #include "ElementText.h"
 #include "EnumerationNode.h"
+#include "Limits.h"
 #include "NodeMap.h"
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
+#include <iterator>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -58,7 +61,8 @@ const Formula &NodeFormula::compiled()
             made.requireInteger();
         formula = std::move(made);
     } catch (const FormulaError &error) {
-        owner.fail<PropertyException>(std::string{tag} + ": " + error.text);
+        owner.fail<PropertyException>(std::string{tag} + ": " +
+                                      shortened(error.text, 4 * limits::shownNameLength));
     }
     return *formula;
 }
@@ -78,8 +82,52 @@ T NodeFormula::evaluate(Reading reading, T input)
     try {
         return run(reading, input);
     } catch (const FormulaError &error) {
-        owner.fail<OutOfRangeException>(std::string{tag} + ": " + error.text);
+        owner.fail<OutOfRangeException>(std::string{tag} + ": " + error.text + valuesOf(error));
     }
+}
+
+std::string NodeFormula::valuesOf(const FormulaError &error) const
+{
+    std::string values;
+    for (std::size_t place = 0; place < std::min(error.operands.size(), limits::shownItems); ++place) {
+        const auto &[use, value] = error.operands[place];
+        values += (place == 0 ? ", where " : ", ") + nameOf(use) + " is " + value;
+    }
+    return values + (error.operands.size() > limits::shownItems ? " ..." : "");
+}
+
+/// As the formula uses it.
+std::string NodeFormula::nameOf(const VariableUse &use) const
+{
+    using Property = VariableUse::Property;
+    if (use.variable == inputVariable)
+        return std::string{inputName};
+    const std::string name = shown(declaredName(use.variable));
+    switch (use.property) {
+    case Property::Min:
+        return name.ends_with(".Min") ? name : name + ".Min";
+    case Property::Max:
+        return name.ends_with(".Max") ? name : name + ".Max";
+    case Property::Inc:
+        return name.ends_with(".Inc") ? name : name + ".Inc";
+    case Property::Entry:
+        return isDeclaredWithEntry(use) ? name : name + ".Entry." + shown(use.entry);
+    default:
+        return name;
+    }
+}
+
+std::string_view NodeFormula::declaredName(std::size_t variable) const
+{
+    const auto declared = owner.xml().children("pVariable");
+    return std::next(declared.begin(), static_cast<std::ptrdiff_t>(variable))->attribute("Name").value();
+}
+
+/// Whether the entry stands in the name of the variable, and not only where the formula uses it.
+bool NodeFormula::isDeclaredWithEntry(const VariableUse &use) const
+{
+    return use.property == VariableUse::Property::Entry &&
+           declaredName(use.variable).ends_with("." + use.entry);
 }
 
 template <class T>
@@ -117,27 +165,41 @@ Number NodeFormula::property(const VariableUse &use, const Link &variable) const
         return variable.minimum();
     if (use.property == VariableUse::Property::Max)
         return variable.maximum();
-    if (use.property == VariableUse::Property::Enum)
-        return entryValue(use.entry, variable);
+    if (use.property == VariableUse::Property::Entry)
+        return entryValue(use, variable);
     if (const std::optional<Number> step = variable.increment())
         return *step;
     owner.fail<PropertyException>(std::string{tag} + ": '" + variable.node().name() + "' has no increment");
 }
 
-std::int64_t NodeFormula::entryValue(const std::string &entry, const Link &variable) const
+/// A variable that is declared with such a name, and is no enumeration, is what it is.
+Number NodeFormula::entryValue(const VariableUse &use, const Link &variable) const
 {
-    auto *const enumeration = dynamic_cast<EnumerationNode *>(&variable.node());
+    EnumerationNode *const enumeration = variable.node().asEnumeration();
+    if (enumeration == nullptr && isDeclaredWithEntry(use))
+        return variable.number({});
+    const std::string fault = std::string{tag} + ": '" + variable.node().name();
     if (enumeration == nullptr)
-        owner.fail<PropertyException>(std::string{tag} + ": '" + variable.node().name() +
-                                      "' is no enumeration, so it has no entry '" + entry + "'");
-    Node *const found = enumeration->find(entry);
+        owner.fail<PropertyException>(fault + "' is no enumeration, so it has no entry '" + shown(use.entry) +
+                                      "'");
+    Node *const found = enumeration->find(use.entry);
     if (found == nullptr)
-        owner.fail<PropertyException>(std::string{tag} + ": '" + enumeration->name() + "' has no entry '" +
-                                      entry + "'");
-    return *found->number("pVariable", {}).truncated();
+        owner.fail<PropertyException>(fault + "' has no entry '" + shown(use.entry) + "'");
+    return found->number("pVariable", {});
 }
 
 EAccessMode NodeFormula::accessMode(AccessQuestion question) const
+{
+    if (question.reasons == nullptr)
+        return modeOfVariables(question);
+    const std::string lock =
+        question.reasons->lock; // variables are only read: theirs are no reason for anything
+    const EAccessMode mode = modeOfVariables(question);
+    question.reasons->lock = lock;
+    return mode;
+}
+
+EAccessMode NodeFormula::modeOfVariables(AccessQuestion question) const
 {
     for (const Link &variable : pVariables) {
         if (const EAccessMode mode = variable.accessMode(question); !isReadable(mode))

@@ -43,6 +43,7 @@ public:
     static void check(Node &node);
 
 private:
+    EAccessMode modeOfVariables(AccessQuestion question) const;
     const Formula &compiled();
     FormulaSymbols symbols() const;
     template <class T>
@@ -50,7 +51,11 @@ private:
     template <class T>
     T load(const VariableUse &use, Reading reading, T input) const;
     Number property(const VariableUse &use, const Link &variable) const;
-    std::int64_t entryValue(const std::string &entry, const Link &variable) const;
+    Number entryValue(const VariableUse &use, const Link &variable) const;
+    std::string valuesOf(const FormulaError &error) const;
+    std::string nameOf(const VariableUse &use) const;
+    std::string_view declaredName(std::size_t variable) const;
+    bool isDeclaredWithEntry(const VariableUse &use) const;
 
     Node &owner;
     const char *tag;

@@ -17,15 +17,11 @@ namespace GenApi_3_2_TVN {
 
 using GenICam_3_2_TVN::gcstring;
 using GenICam_3_2_TVN::GenericException;
+using GenICam_3_2_TVN::PropertyException;
 
 namespace {
 
-void requireSingle(const Description::Found &found, std::string_view name)
-{
-    if (found.isDoubled)
-        raise<GenICam_3_2_TVN::PropertyException>("GenApi/NodeMap", "Node '" + std::string{name} +
-                                                                        "' is defined more than once");
-}
+constexpr const char *sourceFileName = "GenApi/NodeMap";
 
 } // namespace
 
@@ -37,7 +33,7 @@ NodeMap::NodeMap(std::shared_ptr<const Description> description, const gcstring 
 void NodeMap::Poll(std::int64_t elapsedTime)
 {
     if (elapsedTime > 0)
-        pollClock_ += static_cast<std::uint64_t>(elapsedTime);
+        registers_.letPass(static_cast<std::uint64_t>(elapsedTime));
 }
 
 void NodeMap::GetNodes(NodeList_t &list)
@@ -65,6 +61,13 @@ Node *NodeMap::find(std::string_view name)
     return found.element ? &nodeOf(found.element) : findEntry(name);
 }
 
+void NodeMap::requireSingle(const Description::Found &found, std::string_view name) const
+{
+    if (found.isDoubled)
+        raise<PropertyException>(
+            sourceFileName, trail_.told(shown(name), "Node '" + shown(name) + "' is defined more than once"));
+}
+
 /// Entries of different enumerations share names, so they stand in no index: "EnumEntry_PixelFormat_Mono8" is
 /// taken apart at each underscore until an enumeration and its entry fit.
 Node *NodeMap::findEntry(std::string_view name)
@@ -90,23 +93,27 @@ Node &NodeMap::nodeOf(pugi::xml_node element)
 {
     if (const auto known = nodes.find(element); known != nodes.end())
         return *known->second;
-    if (const auto failure = failures.find(element); failure != failures.end())
-        std::rethrow_exception(failure->second);
-    try {
-        return *nodes.emplace(element, makeNode(*this, element)).first->second;
-    } catch (const GenericException &) {
-        failures.emplace(element, std::current_exception());
-        throw;
+    auto failure = failures.find(element);
+    if (failure == failures.end()) {
+        try {
+            return *nodes.emplace(element, make(element)).first->second;
+        } catch (const PropertyException &fault) {
+            failure = failures.emplace(element, fault.GetDescription()).first;
+        }
     }
+    const std::string &text = failure->second; // "Node 'Gain': no pValue"
+    raise<PropertyException>(sourceFileName, trail_.told(text.substr(6, text.find("': ") - 6), text));
 }
 
-bool NodeMap::keepBytes(std::size_t before, std::size_t after)
+std::unique_ptr<Node> NodeMap::make(pugi::xml_node element)
 {
-    const std::size_t wanted = keptBytes - before + after;
-    if (wanted > limits::cachedLength)
-        return false;
-    keptBytes = wanted;
-    return true;
+    struct Making
+    {
+        bool &flag;
+        ~Making() { flag = false; }
+    };
+    const Making making{isMaking = true};
+    return makeNode(*this, element);
 }
 
 bool NodeMap::Connect(IPortStacked *port)
@@ -130,7 +137,7 @@ bool NodeMap::Connect(IPort *port, const gcstring &portName)
     if (node == nullptr)
         return false;
     node->connect(port);
-    dropCaches();
+    registers_.forget();
     return true;
 }
 

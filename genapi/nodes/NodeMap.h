@@ -7,13 +7,14 @@
 #include "IDestroy.h"
 #include "INodeMap.h"
 #include "Node.h"
+#include "RegisterCache.h"
 #include "StructRegs.h"
 #include "Trail.h"
 
 #include <cstdint>
-#include <exception>
 #include <map>
 #include <memory>
+#include <string>
 #include <string_view>
 
 namespace GenApi_3_2_TVN {
@@ -31,7 +32,7 @@ public:
     INode *GetNode(const GenICam_3_2_TVN::gcstring &name) override;
     std::uint64_t GetNumNodes() const override { return description->nodeCount(); }
     void EnableCaching(bool enable) override { cachingEnabled = enable; }
-    void InvalidateNodes() override { dropCaches(); }
+    void InvalidateNodes() override { registers_.forget(); }
     bool Connect(IPortStacked *port) override;
     bool Connect(IPortStacked *port, const GenICam_3_2_TVN::gcstring &portName) override;
     bool Connect(IPort *port) override;
@@ -42,39 +43,32 @@ public:
     /// As GetNode().
     Node *find(std::string_view name);
     /// The node of an element of the description, made if it is the first time.
-    /// \throws GenericException  the element is no node; each time the same
+    /// \throws PropertyException  the element is no node; each time for the same reason
     Node &nodeOf(pugi::xml_node element);
 
     Trail &trail() { return trail_; }
     StructRegs &structRegs() { return structRegs_; }
 
-    // Cached register values are good as long as the generation in which they were read lasts. Any write
-    // through the node map ends it: which registers a write changes, only the device knows.
-    void dropCaches() { ++generation; }
-    std::uint64_t cacheGeneration() const { return generation; }
-    /// A read has found a register to hold something else than before: caches that name invalidators end.
-    void noteChange() { ++changes; }
-    std::uint64_t changeCount() const { return changes; }
+    RegisterCache &registers() { return registers_; }
+    const RegisterCache &registers() const { return registers_; }
     bool isCachingEnabled() const { return cachingEnabled; }
-    /// Whether a register may keep \p after bytes in place of \p before; they count as kept then.
-    bool keepBytes(std::size_t before, std::size_t after);
-    /// Milliseconds that Poll() has counted.
-    std::uint64_t pollClock() const { return pollClock_; }
+    /// Whether a node is being made: its faults have nothing to do with the call that led to it.
+    bool isMakingNode() const { return isMaking; }
 
 private:
     Node *findEntry(std::string_view name);
+    void requireSingle(const Description::Found &found, std::string_view name) const;
+    std::unique_ptr<Node> make(pugi::xml_node element);
 
     std::shared_ptr<const Description> description;
     GenICam_3_2_TVN::gcstring deviceName;
     bool cachingEnabled;
-    std::uint64_t pollClock_ = 0;
-    std::uint64_t generation = 0;
-    std::uint64_t changes = 0;
-    std::size_t keptBytes = 0;
+    bool isMaking = false;
     Trail trail_;
+    RegisterCache registers_{trail_};
     StructRegs structRegs_;
     std::map<pugi::xml_node, std::unique_ptr<Node>> nodes;
-    std::map<pugi::xml_node, std::exception_ptr> failures;
+    std::map<pugi::xml_node, std::string> failures; ///< what is wrong with those that can't be made
 };
 
 } // namespace GenApi_3_2_TVN

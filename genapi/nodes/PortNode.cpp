@@ -14,7 +14,7 @@ void PortNode::Read(void *buffer, std::int64_t address, std::int64_t length)
 /// Caches end before the write, so that they are gone also when it fails half way.
 void PortNode::Write(const void *buffer, std::int64_t address, std::int64_t length)
 {
-    map().dropCaches();
+    map().registers().forget();
     requirePort().Write(buffer, address, length);
 }
 

@@ -82,36 +82,54 @@ bool Register::statedCachable() const
         return true;
     if (text == "NoCache")
         return false;
-    owner.fail<PropertyException>("Cachable: '" + text +
+    owner.fail<PropertyException>("Cachable: '" + shown(text) +
                                   "' is none of NoCache, WriteThrough and WriteAround");
 }
 
 void Register::read(Reading reading, std::span<std::uint8_t> to)
 {
-    const std::uint64_t place = address(std::ssize(to));
-    if (reading.ignoreCache || !isCached(place, to.size()))
-        return readDevice(place, to);
-    std::ranges::copy(cache.bytes, to.begin());
+    const std::uint64_t first = address(std::ssize(to));
+    const RegisterCache::Place place{&connectedPort(), first, to.size()};
+    RegisterCache &cache = owner.map().registers();
+    RegisterCache::Known *kept = cache.find(place, known);
+    const bool isKept = kept != nullptr && isGood(*kept, reading);
+    if (pBlockPolling)
+        kept = cache.find(place, known); // to ask it may have made room
+    if (!isKept || kept == nullptr)
+        return readDevice(place, kept, to);
+    std::ranges::copy(kept->bytes, to.begin());
 }
 
-/// The cache is empty until the port has delivered. Where it was empty before, nobody knows whether the register has
-/// changed, so it counts as changed.
-void Register::readDevice(std::uint64_t place, std::span<std::uint8_t> to)
+/// Nothing is known until the port has delivered.
+void Register::readDevice(const RegisterCache::Place &place, RegisterCache::Known *before,
+                          std::span<std::uint8_t> to)
 {
-    PortNode &port = connectedPort();
-    const bool isKnown = std::exchange(cache.isFilled, false) && cache.address == place;
+    const bool isNew = before == nullptr || !std::exchange(before->isFilled, false);
     std::ranges::fill(to, std::uint8_t{0});
-    port.Read(to.data(), static_cast<std::int64_t>(place), std::ssize(to));
-    if (!isKnown || !std::ranges::equal(cache.bytes, to))
-        owner.map().noteChange();
-    if (to.size() > limits::cachedRegisterLength || !owner.map().keepBytes(cache.bytes.size(), to.size()))
+    connectedPort().Read(to.data(), static_cast<std::int64_t>(place.address), std::ssize(to));
+    owner.map().registers().keep(place, to, isNew, known);
+}
+
+void Register::readOrdered(Reading reading, std::span<std::uint8_t> to)
+{
+    read(reading, to);
+    swapQuadlets(to);
+}
+
+void Register::writeOrdered(std::span<std::uint8_t> bytes)
+{
+    swapQuadlets(bytes);
+    write(bytes);
+}
+
+/// The bytes behind the last whole quadlet are swapped among themselves.
+void Register::swapQuadlets(std::span<std::uint8_t> bytes) const
+{
+    constexpr std::size_t quadlet = 4;
+    if (!portNode().swapsBytes())
         return;
-    cache.bytes.assign(to.begin(), to.end());
-    cache.address = place;
-    cache.generation = owner.map().cacheGeneration();
-    cache.changes = owner.map().changeCount();
-    cache.pollClock = owner.map().pollClock();
-    cache.isFilled = true;
+    for (; !bytes.empty(); bytes = bytes.subspan(std::min(quadlet, bytes.size())))
+        std::ranges::reverse(bytes.first(std::min(quadlet, bytes.size())));
 }
 
 void Register::write(std::span<const std::uint8_t> bytes)
@@ -124,32 +142,46 @@ void Register::write(std::span<const std::uint8_t> bytes)
     connectedPort().Write(bytes.data(), static_cast<std::int64_t>(place), byteCount);
 }
 
-/// Which registers a change of an invalidator reaches is not followed: any change that a read finds drops the cache
-/// of every register that names invalidators.
-bool Register::isCached(std::uint64_t place, std::size_t byteCount) const
+/// Within one call even an invalidator does not make a place be asked twice. Which registers a change of one reaches is
+/// not followed: any change that a call finds ends what earlier calls have read of every register that names invalidators.
+bool Register::isGood(const RegisterCache::Known &what, Reading reading) const
 {
     const NodeMap &map = owner.map();
-    return cache.isFilled && isCachable && map.isCachingEnabled() &&
-           cache.generation == map.cacheGeneration() && cache.address == place &&
-           cache.bytes.size() == byteCount && (!hasInvalidators || cache.changes == map.changeCount()) &&
-           !isTooOld();
+    const RegisterCache &cache = map.registers();
+    if (!isCachable || !what.isFilled)
+        return false;
+    if (cache.isOfThisCall(what))
+        return true;
+    return !reading.ignoreCache && map.isCachingEnabled() && cache.isOfNow(what) &&
+           (!hasInvalidators || cache.isOfLastChange(what)) && !isTooOld(what);
 }
 
-bool Register::isTooOld() const
+bool Register::isTooOld(const RegisterCache::Known &what) const
 {
-    if (!pollingTimeMs)
-        return false;
-    const std::uint64_t age = owner.map().pollClock() - cache.pollClock;
-    return age >= static_cast<std::uint64_t>(*pollingTimeMs) && !(pBlockPolling && pBlockPolling->isTrue());
+    return pollingTimeMs && owner.map().registers().age(what) >= static_cast<std::uint64_t>(*pollingTimeMs) &&
+           !(pBlockPolling && pBlockPolling->isTrue());
 }
 
 std::int64_t Register::readLength() const
 {
-    const std::int64_t byteCount = length.value({});
-    if (byteCount < 1 || byteCount > limits::registerLength)
-        owner.fail<PropertyException>("a register of " + std::to_string(byteCount) +
-                                      " bytes; possible are 1 to " + std::to_string(limits::registerLength));
+    const std::int64_t byteCount = readTextLength();
+    if (byteCount == 0)
+        refuseLength(byteCount);
     return byteCount;
+}
+
+std::int64_t Register::readTextLength() const
+{
+    const std::int64_t byteCount = length.value({});
+    if (byteCount < 0 || byteCount > limits::registerLength)
+        refuseLength(byteCount);
+    return byteCount;
+}
+
+void Register::refuseLength(std::int64_t byteCount) const
+{
+    owner.fail<PropertyException>("a register of " + std::to_string(byteCount) +
+                                  " bytes; possible are 1 to " + std::to_string(limits::registerLength));
 }
 
 std::uint64_t Register::address(std::int64_t byteCount) const
@@ -162,8 +194,28 @@ std::uint64_t Register::address(std::int64_t byteCount) const
     const std::optional<std::uint64_t> first = sum.result();
     if (!first ||
         *first > std::numeric_limits<std::uint64_t>::max() - static_cast<std::uint64_t>(byteCount - 1))
-        owner.fail<OutOfRangeException>("its address lies outside 64 bits");
+        refuseAddress();
     return *first;
+}
+
+/// Where there is no port, that is what the user has to know first.
+void Register::refuseAddress() const
+{
+    connectedPort();
+    std::string values;
+    std::size_t count = 0;
+    const auto add = [&](const Link &link) {
+        if (++count <= limits::shownItems)
+            values +=
+                (count == 1 ? ", where '" : ", '") + link.node().name() + "' is " + link.number({}).text();
+    };
+    std::ranges::for_each(addressLinks, add);
+    for (const Index &index : indexes) {
+        add(index.pIndex);
+        if (index.pOffset)
+            add(*index.pOffset);
+    }
+    owner.fail<OutOfRangeException>("its address lies outside 64 bits" + values);
 }
 
 std::int64_t Register::indexOffset(const Index &index, std::int64_t byteCount) const
@@ -175,17 +227,19 @@ std::int64_t Register::indexOffset(const Index &index, std::int64_t byteCount) c
 
 PortNode &Register::portNode() const
 {
-    if (auto *const node = dynamic_cast<PortNode *>(&pPort->node()))
-        return *node;
+    if (port == nullptr)
+        port = dynamic_cast<PortNode *>(&pPort->node());
+    if (port != nullptr)
+        return *port;
     owner.fail<PropertyException>("pPort names '" + pPort->node().name() + "', which is no port");
 }
 
 PortNode &Register::connectedPort() const
 {
-    PortNode &port = portNode();
-    if (!port.isConnected())
-        owner.fail<AccessException>("port '" + port.name() + "' is not connected");
-    return port;
+    PortNode &node = portNode();
+    if (!node.isConnected())
+        owner.fail<AccessException>("port '" + node.name() + "' is not connected");
+    return node;
 }
 
 EAccessMode Register::accessMode(AccessQuestion question) const

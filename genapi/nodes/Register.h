@@ -7,6 +7,7 @@
 #include "Node.h"
 #include "NumberSource.h"
 #include "PortNode.h"
+#include "RegisterCache.h"
 
 #include <pugixml.hpp>
 
@@ -28,15 +29,18 @@ public:
     /// \throws GenericException  the place can't be had or no port is connected
     /// What the port throws passes through, and \p to holds nothing of use then.
     void read(Reading reading, std::span<std::uint8_t> to);
+    /// The same for numbers and texts, which a port may have with the bytes of each quadlet in the opposite order.
+    void readOrdered(Reading reading, std::span<std::uint8_t> to);
     /// Drops all caches of the node map, its own too: a device may round or refuse what it is given, so what
     /// it holds now is known only by reading it again.
     void write(std::span<const std::uint8_t> bytes);
+    void writeOrdered(std::span<std::uint8_t> bytes);
 
     /// In bytes, at least 1 and at most limits::registerLength.
     std::int64_t readLength() const;
+    /// The same for a text, which has no register at all while the length is 0.
+    std::int64_t readTextLength() const;
     std::uint64_t readAddress() const { return address(readLength()); }
-    /// Whether the port has numbers in the byte order that their nodes do not state.
-    bool areSwapped() const { return portNode().swapsBytes(); }
     EAccessMode accessMode(AccessQuestion question) const;
     bool isWriteOnly() const { return statedAccessMode == WO; }
 
@@ -46,15 +50,6 @@ private:
         Link pIndex;
         std::optional<std::int64_t> offset; ///< written in the description
         std::optional<Link> pOffset;
-    };
-    struct Cache
-    {
-        std::vector<std::uint8_t> bytes;
-        std::uint64_t address = 0;
-        std::uint64_t generation = 0;
-        std::uint64_t changes = 0; ///< that the node map had noticed
-        std::uint64_t pollClock = 0;
-        bool isFilled = false;
     };
 
     /// Whether \p child is a part of the address.
@@ -66,9 +61,13 @@ private:
     std::int64_t indexOffset(const Index &index, std::int64_t byteCount) const;
     PortNode &portNode() const;
     PortNode &connectedPort() const;
-    void readDevice(std::uint64_t address, std::span<std::uint8_t> to);
-    bool isCached(std::uint64_t address, std::size_t byteCount) const;
-    bool isTooOld() const;
+    [[noreturn]] void refuseAddress() const;
+    [[noreturn]] void refuseLength(std::int64_t byteCount) const;
+    void readDevice(const RegisterCache::Place &place, RegisterCache::Known *before,
+                    std::span<std::uint8_t> to);
+    bool isGood(const RegisterCache::Known &known, Reading reading) const;
+    bool isTooOld(const RegisterCache::Known &known) const;
+    void swapQuadlets(std::span<std::uint8_t> bytes) const;
 
     Node &owner;
     AddressSum constants;
@@ -81,7 +80,8 @@ private:
     std::optional<std::int64_t> pollingTimeMs;
     std::optional<Link> pBlockPolling;
     bool hasInvalidators;
-    Cache cache;
+    RegisterCache::Handle known;      ///< what was read last
+    mutable PortNode *port = nullptr; ///< once it is found
 };
 
 } // namespace GenApi_3_2_TVN

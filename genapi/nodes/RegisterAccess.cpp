@@ -8,6 +8,7 @@ namespace GenApi_3_2_TVN {
 
 void RegisterAccess::Set(const std::uint8_t *from, std::int64_t length, bool)
 {
+    const Trail::Call call{owner.map().trail()};
     owner.requireWritable();
     const Trail::Step step{owner.map().trail(), owner, Aspect::Write, ""};
     requireLength(length);
@@ -16,6 +17,7 @@ void RegisterAccess::Set(const std::uint8_t *from, std::int64_t length, bool)
 
 void RegisterAccess::Get(std::uint8_t *to, std::int64_t length, bool, bool ignoreCache)
 {
+    const Trail::Call call{owner.map().trail()};
     owner.requireReadable();
     const Trail::Step step{owner.map().trail(), owner, Aspect::Value, ""};
     requireLength(length);

@@ -3,6 +3,7 @@
 #include "StringNode.h"
 
 #include "Limits.h"
+#include "NodeMap.h"
 
 namespace GenApi_3_2_TVN {
 
@@ -12,6 +13,7 @@ using GenICam_3_2_TVN::PropertyException;
 
 gcstring TextNode::GetValue(bool, bool ignoreCache)
 {
+    const Trail::Call call{map().trail()};
     requireReadable();
     return gcstring{std::string_view{text("", {ignoreCache})}};
 }
@@ -19,6 +21,7 @@ gcstring TextNode::GetValue(bool, bool ignoreCache)
 /// A text that is too long is refused with verify and without: there is no place for it.
 void TextNode::SetValue(const gcstring &newText, bool)
 {
+    const Trail::Call call{map().trail()};
     requireWritable();
     const std::int64_t most = GetMaxLength();
     if (newText.length() > static_cast<std::size_t>(most))

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The kind StringReg: a text in a register.
+// The kind StringReg: a text in a register. Cameras state a length of 0 for one that they do not have: it is empty.
 #pragma once
 
 #include "RegisterAccess.h"
@@ -16,7 +16,7 @@ public:
 protected:
     std::string readText(Reading reading) override;
     void writeText(const std::string &newText) override;
-    std::int64_t readMaximumLength() override { return bytes.readLength(); }
+    std::int64_t readMaximumLength() override { return bytes.readTextLength(); }
     EAccessMode ownAccessMode(AccessQuestion question) const override { return bytes.accessMode(question); }
 };
 

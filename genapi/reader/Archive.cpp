@@ -3,6 +3,7 @@
 // bytes, and the description's bytes as they come out.
 #include "Archive.h"
 
+#include "CNodeMapFactory.h"
 #include "Limits.h"
 #include "Raise.h"
 
@@ -16,6 +17,10 @@
 
 namespace GenApi_3_2_TVN {
 namespace {
+
+// Each file and each end of an archive has a record that begins so.
+constexpr std::string_view fileSignature = "PK\1\2";
+constexpr std::string_view endSignature = "PK\5\6";
 
 struct DiscardArchive
 {
@@ -33,7 +38,6 @@ using OpenFile = std::unique_ptr<zip_file_t, CloseFile>;
     raise<GenICam_3_2_TVN::InvalidArgumentException>("GenApi/Archive", "The zipped description " + text);
 }
 
-/// Each file and each end of an archive has a record with a signature of its own.
 void requireFew(std::string_view bytes, std::string_view signature, std::size_t most, const char *what)
 {
     std::size_t count = 0;
@@ -41,6 +45,22 @@ void requireFew(std::string_view bytes, std::string_view signature, std::size_t 
          place = bytes.find(signature, place + signature.size()))
         if (++count > most)
             refuse("holds more than " + std::to_string(most) + " " + what);
+}
+
+/// \p bytes without what stands behind the archive, where memory of cameras is filled up with zeros: libzip looks for
+/// the end of an archive in the last 64 KiB only. The record that ends one may itself end with zeros, and with a comment.
+std::string_view withoutPadding(std::string_view bytes)
+{
+    constexpr std::size_t recordLength = 22;
+    const std::size_t content = bytes.find_last_not_of('\0') + 1;
+    const std::size_t record = bytes.rfind(endSignature, content);
+    if (record == std::string_view::npos || bytes.size() - record < recordLength)
+        return bytes;
+    const auto byteAt = [&](std::size_t place) {
+        return std::size_t{static_cast<unsigned char>(bytes[place])};
+    };
+    const std::size_t comment = byteAt(record + recordLength - 2) + 256 * byteAt(record + recordLength - 1);
+    return bytes.substr(0, std::max(content, record + recordLength + comment));
 }
 
 OpenArchive openArchive(std::string_view bytes)
@@ -66,6 +86,14 @@ bool isXmlName(std::string_view name)
            });
 }
 
+/// What macOS packs beside each file.
+bool isCompanion(std::string_view name)
+{
+    const std::size_t slash = name.rfind('/');
+    const std::string_view ownName = slash == std::string_view::npos ? name : name.substr(slash + 1);
+    return name.starts_with("__MACOSX/") || ownName.starts_with("._");
+}
+
 zip_uint64_t findDescription(zip_t *archive)
 {
     std::optional<zip_uint64_t> onlyFile;
@@ -76,7 +104,7 @@ zip_uint64_t findDescription(zip_t *archive)
     for (zip_int64_t entry = 0; entry < entries; ++entry) {
         const auto index = static_cast<zip_uint64_t>(entry);
         const char *const name = zip_get_name(archive, index, ZIP_FL_ENC_RAW);
-        if (name == nullptr || std::string_view{name}.ends_with('/'))
+        if (name == nullptr || std::string_view{name}.ends_with('/') || isCompanion(name))
             continue;
         ++files;
         onlyFile = index;
@@ -98,9 +126,9 @@ zip_uint64_t findDescription(zip_t *archive)
 
 std::string unpackDescription(std::string_view bytes)
 {
-    requireFew(bytes, "PK\1\2", limits::archiveFiles, "files");
-    requireFew(bytes, "PK\5\6", limits::archiveEnds, "ends");
-    const OpenArchive archive = openArchive(bytes);
+    requireFew(bytes, fileSignature, limits::archiveFiles, "files");
+    requireFew(bytes, endSignature, limits::archiveEnds, "ends");
+    const OpenArchive archive = openArchive(withoutPadding(bytes));
     const zip_uint64_t index = findDescription(archive.get());
     const OpenFile file{zip_fopen_index(archive.get(), index, 0)};
     if (file == nullptr)
@@ -114,8 +142,8 @@ std::string unpackDescription(std::string_view bytes)
             refuse(std::string{"can't be unpacked: "} + zip_file_strerror(file.get()));
         if (count == 0)
             return description;
-        if (description.size() + static_cast<std::size_t>(count) > limits::descriptionSize)
-            refuse("unpacks to more than " + std::to_string(limits::descriptionSize >> 20) + " MiB");
+        if (description.size() + static_cast<std::size_t>(count) > largestDescription)
+            refuse("unpacks to more than " + std::to_string(largestDescription >> 20) + " MiB");
         description.append(chunk.data(), static_cast<std::size_t>(count));
     }
 }

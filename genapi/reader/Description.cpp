@@ -4,7 +4,6 @@
 #include "Description.h"
 
 #include "Archive.h"
-#include "Limits.h"
 #include "Raise.h"
 
 #include <algorithm>
@@ -85,10 +84,7 @@ std::string_view requireSize(std::string_view bytes)
 {
     if (bytes.empty())
         raise<InvalidArgumentException>(sourceFileName, "The description is empty");
-    if (bytes.size() > limits::descriptionSize)
-        raise<InvalidArgumentException>(sourceFileName, "The description is larger than " +
-                                                            std::to_string(limits::descriptionSize >> 20) +
-                                                            " MiB");
+    requireDescriptionSize(bytes.size());
     return bytes;
 }
 

@@ -64,6 +64,15 @@ std::int64_t Number::floor() const
     return nearestWithin64Bits(std::floor(std::get<double>(value)));
 }
 
+bool operator<(const Number &left, const Number &right)
+{
+    const auto *const leftInteger = std::get_if<std::int64_t>(&left.value);
+    const auto *const rightInteger = std::get_if<std::int64_t>(&right.value);
+    if (leftInteger != nullptr && rightInteger != nullptr)
+        return *leftInteger < *rightInteger;
+    return left.real() < right.real();
+}
+
 std::string Number::text() const
 {
     if (std::isnan(real()))

@@ -28,6 +28,9 @@ public:
     std::int64_t ceiling() const;
     std::int64_t floor() const;
 
+    /// Exact between two integers.
+    friend bool operator<(const Number &left, const Number &right);
+
     /// In decimal, a float with as many digits as tell it from its neighbours.
     std::string text() const;
 

@@ -3,9 +3,11 @@
 #pragma once
 
 #include "GenericException.h"
+#include "Limits.h"
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 
 namespace GenApi_3_2_TVN {
 
@@ -25,12 +27,31 @@ inline std::string printable(std::string text)
     return text;
 }
 
+/// \a text cut to \p length bytes, between characters of UTF-8, with "..." behind the cut.
+inline std::string shortened(std::string_view text, std::size_t length)
+{
+    if (text.size() <= length)
+        return std::string{text};
+    const auto isInside = [&](std::size_t place) {
+        return (static_cast<unsigned char>(text[place]) & 0xC0U) == 0x80U;
+    };
+    while (length > 0 && isInside(length))
+        --length;
+    return std::string{text.substr(0, length)} + "...";
+}
+
+/// A name or a text of the description as messages show it.
+inline std::string shown(std::string_view text)
+{
+    return shortened(text, limits::shownNameLength);
+}
+
 /// \param sourceFileName  a name of the layer, such as "GenApi/Node"
 template <class Exception>
 [[noreturn]] void raise(const char *sourceFileName, const std::string &text, unsigned line = __builtin_LINE())
 {
-    throw GenICam_3_2_TVN::ExceptionReporter<Exception>(sourceFileName, line)
-        .Report("%s", printable(text).c_str());
+    const std::string message = printable(shortened(text, limits::messageLength));
+    throw Exception(message.c_str(), sourceFileName, line, Exception::typeName);
 }
 
 } // namespace GenApi_3_2_TVN

@@ -56,9 +56,13 @@ std::string refusal(Act &&act)
 class Camera
 {
 public:
-    explicit Camera(const std::string &nodes)
+    explicit Camera(const std::string &nodes) : Camera{whole, description(nodes)} {}
+    /// \param text  a whole description
+    static constexpr struct Whole
     {
-        const std::string text = description(nodes);
+    } whole{};
+    Camera(Whole, const std::string &text)
+    {
         nodeMap._LoadXMLFromString(GenICam_3_2_TVN::gcstring{text.data(), text.size()});
         isConnected = nodeMap._Connect(&port, "Device");
     }

@@ -178,8 +178,10 @@ TEST(Archive, HoldsOneDescription)
     const std::string archive = zipped({{"camera.xml", sound}});
     named._LoadXMLFromZIPData(archive.data(), archive.size());
     EXPECT_EQ(named._GetDeviceName(), "Device") << "whatever the reference is called";
-    EXPECT_EQ(loadedZip(zipped({{"camera.xml", sound}}) + std::string(600, '\0')), "7")
-        << "padding of the register";
+    EXPECT_EQ(loadedZip(zipped({{"camera.xml", sound}, {"__MACOSX/._camera.xml", "x"}, {"._.xml", "x"}})),
+              "7");
+    for (const std::size_t padding : {600U, 65'537U, 1'000'000U})
+        EXPECT_EQ(loadedZip(archive + std::string(padding, '\0')), "7") << "padding of the register";
 }
 
 TEST(Archive, RefusesWhatHoldsNone)

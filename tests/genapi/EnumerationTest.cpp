@@ -52,9 +52,10 @@ TEST(Enumeration, TellsItsValueAndTheEntryOfIt)
     camera.port.set(0, {9});
     EXPECT_EQ(symbolic(e->GetCurrentEntry(false, true)), "none");
     EXPECT_EQ(refusal([&] { e->GetIntValue(true); }), "Node 'Mode': 9 is the value of no entry");
-    EXPECT_EQ(refusal([&] { camera.text("Text"); }), "Node 'Mode': 9 is the value of no entry");
+    EXPECT_EQ(refusal([&] { camera.text("Text"); }),
+              "Node 'Text': node 'Mode': 9 is the value of no entry (Text > Mode)");
     EXPECT_EQ(refusal([&] { camera.string("Text")->SetValue("Up"); }),
-              "Node 'Mode': 'Up' is none of its entries");
+              "Node 'Text': node 'Mode': 'Up' is none of its entries (Text > Mode)");
 }
 
 TEST(Enumeration, ListsItsEntriesAndFindsThem)

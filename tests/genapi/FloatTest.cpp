@@ -44,13 +44,16 @@ TEST(FloatReg, ReadsAndWritesIeee754InBothByteOrders)
     EXPECT_EQ(camera.real("Little4")->GetMax(), 0x1.fffffep127);
     EXPECT_EQ(camera.real("Little8")->GetMin(), -largest);
     EXPECT_EQ(refusal([&] { camera.real("Little4")->SetValue(1e39, false); }),
-              "Node 'Little4': 1e+39 does not fit into 4 bytes");
+              "Node 'Little4': 1e+39 does not fit into its 4 bytes, which take -3.4028234663852886e+38 to "
+              "3.4028234663852886e+38");
     EXPECT_EQ(refusal([&] { camera.real("Little8")->SetValue(std::nan("")); }),
-              "Node 'Little8': nan lies outside -1.7976931348623157e+308 to 1.7976931348623157e+308");
+              "Node 'Little8': nan lies outside its limits, at present -1.7976931348623157e+308 to "
+              "1.7976931348623157e+308");
     camera.real("Little4")->SetValue(infinity, false);
     EXPECT_EQ(camera.real("Little4")->GetValue(), infinity);
     EXPECT_EQ(refusal([&] { camera.real("Little4")->GetValue(true); }),
-              "Node 'Little4': inf lies outside -3.4028234663852886e+38 to 3.4028234663852886e+38");
+              "Node 'Little4': inf lies outside its limits, at present -3.4028234663852886e+38 to "
+              "3.4028234663852886e+38");
     EXPECT_EQ(refusal([&] { camera.real("Long")->GetValue(); }),
               "Node 'Long': a float in a register of 6 bytes; possible are 4 and 8");
 }
@@ -70,7 +73,7 @@ TEST(Float, RangeAndStepComeFromItselfFirstAndThenFromWhatItRefersTo)
     camera.real("Outer")->SetValue(20.25);
     EXPECT_EQ(camera.real("Raw")->GetValue(), 20.25) << "steps are not checked";
     EXPECT_EQ(refusal([&] { camera.real("Exposure")->SetValue(9.75); }),
-              "Node 'Exposure': 9.75 lies outside 10 to 99.5");
+              "Node 'Exposure': 9.75 lies outside its limits, at present 10 to 99.5");
     camera.real("Exposure")->SetValue(5, false);
     EXPECT_EQ(camera.real("Plain")->GetValue(), 5);
     EXPECT_EQ(camera.real("Most")->GetMin(), -largest);
@@ -124,7 +127,8 @@ TEST(Float, MeetsIntegersInBothDirections)
     EXPECT_EQ(camera.real("Whole")->GetMax(), 255);
     EXPECT_EQ(camera.real("Whole")->GetInc(), 1) << "of the integer behind it";
     EXPECT_EQ(refusal([&] { camera.real("Whole")->SetValue(1e30, false); }),
-              "Node 'Byte': 1e+30 does not fit into 64 bits");
+              "Node 'Whole': node 'Byte': 1e+30 lies outside what 64 bits hold, -9223372036854775808 to "
+              "9223372036854775807 (Whole > Byte)");
     camera.integer("Cut")->SetValue(4);
     EXPECT_EQ(camera.real("Half")->GetValue(), 4);
 }

@@ -131,7 +131,7 @@ TEST(RealFormula, FaultsAreThoseOfTheirIntegers)
     EXPECT_EQ(fault("1 % 0.5"), "Node 'F': Formula: division by zero");
     EXPECT_EQ(fault("1 << 64"), "Node 'F': Formula: shift by 64 bits");
     EXPECT_EQ(fault("1e300 & 1"), "Node 'F': Formula: 1e+300 is no 64-bit integer");
-    EXPECT_EQ(fault("~(Z / Z)"), "Node 'F': Formula: nan is no 64-bit integer");
+    EXPECT_EQ(fault("~(Z / Z)"), "Node 'F': Formula: nan is no 64-bit integer, where Z is 0");
     EXPECT_EQ(fault("H.Inc"), "Node 'F': Formula: 'Half' has no increment");
 }
 
@@ -161,11 +161,11 @@ TEST(Formula, FaultsAreToldWithTheirPlace)
         {"A * 1.5", "the fraction 1.5 in an integer formula"},
         {"A * 1e30", "the number past 64 bits 1e+30 in an integer formula"},
         {"SQRT(4)", "a function that gives fractions in an integer formula"},
-        {"1 / Z", "division by zero"},
-        {"1 % Z", "division by zero"},
-        {"Z ** -1", "division by zero"},
+        {"1 / Z", "division by zero, where Z is 0"},
+        {"1 % Z", "division by zero, where Z is 0"},
+        {"Z ** -1", "division by zero, where Z is 0"},
         {"1 << 64", "shift by 64 bits"},
-        {"1 >> B", "shift by -3 bits"},
+        {"1 >> B", "shift by -3 bits, where B is -3"},
         {"A.Enum.On", "'IntA' is no enumeration, so it has no entry 'On'"},
         {repeated("(", 5000), "nested deeper than 128 at character 129"},
         {repeated("-", 5000) + "1", "nested deeper than 128 at character 129"},

@@ -71,11 +71,11 @@ TEST(Integer, WritesPastTheRegisterAreRefusedAndReachNoDevice)
         element("IntReg", "Byte", at(0, 1, readWrite)) +
         element("MaskedIntReg", "Bits", at(4, 1, readWrite + "<LSB>1</LSB><MSB>2</MSB><Sign>Signed</Sign>"))};
     EXPECT_EQ(refusal([&] { camera.integer("Byte")->SetValue(256, false); }),
-              "Node 'Byte': 256 does not fit into 8 bits");
+              "Node 'Byte': 256 does not fit into its 8 bits, which take 0 to 255");
     EXPECT_EQ(refusal([&] { camera.integer("Byte")->SetValue(-1, true); }),
-              "Node 'Byte': -1 lies outside 0 to 255");
+              "Node 'Byte': -1 lies outside its limits, at present 0 to 255");
     EXPECT_EQ(refusal([&] { camera.integer("Bits")->SetValue(2, false); }),
-              "Node 'Bits': 2 does not fit into 2 bits");
+              "Node 'Bits': 2 does not fit into its 2 bits, which take -2 to 1");
     EXPECT_THAT(camera.port.accesses, ElementsAre());
 }
 
@@ -116,7 +116,7 @@ TEST(Integer, RangeAndStepComeFromItselfFirstAndThenFromWhatItRefersTo)
 
     camera.integer("Width")->SetValue(640);
     EXPECT_EQ(refusal([&] { camera.integer("Width")->SetValue(648); }),
-              "Node 'Width': 648 lies outside 16 to 640");
+              "Node 'Width': 648 lies outside its limits, at present 16 to 640");
     EXPECT_EQ(refusal([&] { camera.integer("Width")->SetValue(20); }),
               "Node 'Width': 20 is not 16 plus a multiple of 8");
     EXPECT_EQ(refusal([&] { camera.integer("Still")->SetValue(5); }), "Node 'Still': its increment is 0");
@@ -125,7 +125,7 @@ TEST(Integer, RangeAndStepComeFromItselfFirstAndThenFromWhatItRefersTo)
               "Node 'Odd': 8 is not 3 plus a multiple of 4");
     camera.integer("Width")->SetValue(8, false);
     EXPECT_EQ(refusal([&] { camera.integer("Width")->GetValue(true); }),
-              "Node 'Width': 8 lies outside 16 to 640");
+              "Node 'Width': 8 lies outside its limits, at present 16 to 640");
     EXPECT_EQ(camera.value("Width"), 8);
 }
 

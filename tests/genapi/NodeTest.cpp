@@ -139,13 +139,14 @@ TEST(Node, ConditionsNarrowTheAccessInTheirOrder)
     camera.integer("Switch")->SetValue(0);
     EXPECT_EQ(camera.node("Gain")->GetAccessMode(), NA);
     EXPECT_EQ(camera.node("Outer")->GetAccessMode(), NA);
-    EXPECT_EQ(refusal([&] { camera.value("Gain"); }), "Node 'Gain': not available at present");
+    EXPECT_EQ(refusal([&] { camera.value("Gain"); }),
+              "Node 'Gain': not available at present, since 'Switch' is 0");
     camera.integer("Switch")->SetValue(1);
     camera.integer("Raw")->SetValue(6);
     EXPECT_EQ(camera.node("Gain")->GetAccessMode(), NI) << "the flag compares with its OnValue";
     EXPECT_EQ(camera.node("Outer")->GetAccessMode(), NI);
-    EXPECT_EQ(refusal([&] { camera.value("Gain"); }), "Node 'Gain': not implemented");
-    EXPECT_EQ(refusal([&] { camera.command("Go")->Execute(); }), "Node 'Go': can only be read");
+    EXPECT_EQ(refusal([&] { camera.value("Gain"); }), "Node 'Gain': not implemented, since 'Flag' is 0");
+    EXPECT_EQ(refusal([&] { camera.command("Go")->Execute(); }), "Node 'Go': locked by 'Switch', which is 1");
     camera.boolean("Flag")->SetValue(true);
     EXPECT_EQ(camera.value("Raw"), 5);
 }
@@ -220,8 +221,10 @@ TEST(Node, BooleansCommandsAndStringsReachTheirInnerNodes)
 
 TEST(Cache, AnswersUntilAnythingIsWrittenOrTimeIsUp)
 {
-    Camera camera{reg("Plain", oneByte, readWrite) + reg("Live", oneByte, "<Cachable>NoCache</Cachable>") +
-                  reg("Slow", oneByte, "<PollingTime>1000</PollingTime>") + constant("Other", "1")};
+    Camera camera{reg("Plain", oneByte, readWrite) +
+                  element("IntReg", "Live", at(1, 1, "<Cachable>NoCache</Cachable>")) +
+                  element("IntReg", "Slow", at(2, 1, "<PollingTime>1000</PollingTime>")) +
+                  constant("Other", "1")};
     const auto reads = [&](const char *name) {
         camera.port.accesses.clear();
         camera.value(name);

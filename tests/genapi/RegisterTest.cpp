@@ -134,10 +134,10 @@ TEST(Register, APortThatSwapsBytesChangesTheOrderAndNotTheBits)
 
 TEST(Cache, EndsWhenAReadFindsAnInvalidatorChanged)
 {
-    Camera camera{reg("Live", 0, "<Cachable>NoCache</Cachable>") + reg("Kept", 1) +
+    Camera camera{reg("Live", 0, "<Cachable>NoCache</Cachable>") + reg("Kept", 2) +
                   reg("Dependent", 1, "<pInvalidator>Live</pInvalidator>")};
     EXPECT_EQ(camera.value("Live") + camera.value("Kept") + camera.value("Dependent"), 0);
-    camera.port.set(1, {5});
+    camera.port.set(1, {5, 5});
     camera.value("Live");
     EXPECT_EQ(camera.value("Dependent"), 0) << "nothing has changed";
     camera.port.set(0, {1});
@@ -162,17 +162,34 @@ TEST(Cache, EndsWhenAnInvalidatorIsReadOfWhichNothingWasKnown)
     EXPECT_EQ(camera.value("Dependent"), 2);
 }
 
+/// A device that counts its reads and has no memory.
+class EmptyPort : public FakePort
+{
+public:
+    void Read(void *, std::int64_t, std::int64_t) override { ++reads; }
+
+    int reads = 0;
+};
+
 TEST(Cache, HoldsSixteenMegabytesInAll)
 {
-    std::string tables;
-    for (int table = 0; table < 257; ++table)
-        tables += element("StringReg", "T" + std::to_string(table), at(0, 65536));
-    Camera camera{tables};
-    for (int table = 0; table < 257; ++table)
+    std::string nodes;
+    for (std::uint64_t table = 0; table < 257; ++table)
+        nodes += element("StringReg", "T" + std::to_string(table), at(table << 16, 65536));
+    EmptyPort port;
+    Camera camera{nodes};
+    camera.nodeMap._Connect(static_cast<IPort *>(&port));
+    for (int table = 0; table < 256; ++table)
         camera.text("T" + std::to_string(table));
-    camera.port.set(0, {'a'});
-    EXPECT_EQ(camera.text("T0") + camera.text("T255"), "");
-    EXPECT_EQ(camera.text("T256"), "a");
+    const auto readsOf = [&](const char *name) {
+        port.reads = 0;
+        camera.text(name);
+        return port.reads;
+    };
+    EXPECT_THAT(
+        (std::vector{readsOf("T0"), readsOf("T255"), readsOf("T256"), readsOf("T256"), readsOf("T0")}),
+        ElementsAre(0, 0, 1, 0, 1))
+        << "what came before has made room";
 }
 
 TEST(Cache, HoldsRegistersUpTo64KiB)

@@ -74,6 +74,16 @@ const std::vector<Pattern> switchPatterns{
     {"Command", "<pValue>@</pValue><pCommandValue>@</pCommandValue>", {""}},
 };
 
+const Pattern plainEnumeration{
+    "Enumeration",
+    "<EnumEntry Name='Off'><Value>0</Value></EnumEntry><EnumEntry Name='Far'><Value>255</Value></EnumEntry>"
+    "<pValue>@</pValue>"};
+
+const Pattern selfClearing{
+    "Enumeration", "<EnumEntry Name='Off'><Value>0</Value></EnumEntry><EnumEntry Name='Once'><Value>1</Value>"
+                   "<IsSelfClearing>Yes</IsSelfClearing></EnumEntry><EnumEntry Name='Often'><Value>2</Value>"
+                   "<IsSelfClearing>Yes</IsSelfClearing></EnumEntry><pValue>@</pValue>"};
+
 /// The pattern with the texts in the place of its "@"s, in order.
 std::string fill(std::string_view pattern, std::initializer_list<std::string> texts)
 {
@@ -130,12 +140,13 @@ public:
     {
         using Self = DescriptionGenerator;
         using Maker = void (Self::*)(bool isInteger);
-        constexpr std::array<Maker, 20> makers{
-            &Self::makeIntReg,     &Self::makeIntReg,     &Self::makeStructReg,  &Self::makeFloatReg,
-            &Self::makeString,     &Self::makeRegister,   &Self::makeSwitch,     &Self::makeSwitch,
-            &Self::makeSwitch,     &Self::makeValueNode,  &Self::makeValueNode,  &Self::makeLinearConverter,
-            &Self::makeIndexed,    &Self::makeConverter,  &Self::makeConverter,  &Self::makeSwissKnife,
-            &Self::makeSwissKnife, &Self::makeSwissKnife, &Self::makeSwissKnife, &Self::makeEnumerated};
+        constexpr std::array<Maker, 24> makers{
+            &Self::makeIntReg,     &Self::makeIntReg,     &Self::makeStructReg,    &Self::makeFloatReg,
+            &Self::makeString,     &Self::makeRegister,   &Self::makeSwitch,       &Self::makeSwitch,
+            &Self::makeSwitch,     &Self::makeValueNode,  &Self::makeValueNode,    &Self::makeLinearConverter,
+            &Self::makeIndexed,    &Self::makeConverter,  &Self::makeConverter,    &Self::makeSwissKnife,
+            &Self::makeSwissKnife, &Self::makeSwissKnife, &Self::makeSwissKnife,   &Self::makeEnumerated,
+            &Self::makeSharedWord, &Self::makeSharedWord, &Self::makeSelfClearing, &Self::makeCopied};
         for (int base = 0; base < 8; ++base)
             makeSmallNumber();
         for (int base = 0; base < 6; ++base) {
@@ -421,6 +432,11 @@ private:
             askValue(name);
             return askWrite(name, "v");
         }
+        if (random.chance(10)) {
+            const std::string place =
+                element("Address", std::to_string(nextAddress)) + element("pPort", "Device");
+            return askValue(add("StringReg", place + element("pLength", constantNode(0))));
+        }
         std::vector<std::uint8_t> bytes(1 + random.below(24));
         for (std::uint8_t &byte : bytes)
             byte = static_cast<std::uint8_t>(random.between(' ', '~'));
@@ -559,12 +575,52 @@ private:
         keep(isInteger ? integers : floats, ref);
     }
 
-    /// An enumeration as the target of an integer, which the oracle can't write, and as a variable.
-    void makeEnumerated(bool)
+    /// An enumeration as the target of an integer or of a float, which the oracle can't write, and as a variable, with
+    /// one of its entries: of the present one alone the oracle knows the value.
+    void makeEnumerated(bool isInteger)
     {
-        const std::string name = addPattern(switchPatterns[5], 255);
-        keep(integers, {add("Integer", element("pValue", name)), 256});
+        const std::string name =
+            isInteger ? addPattern(switchPatterns[5], 255) : addPattern(plainEnumeration, 255);
+        keep(isInteger ? integers : floats,
+             {add(isInteger ? "Integer" : "Float", element("pValue", name)), 256});
         integers.push_back({name, 256});
+        const std::string suffix = random.pick({".Entry.Far", ".Enum.Far"});
+        keep(integers, {add("IntSwissKnife", fill("<pVariable Name='V@'>@</pVariable><Formula>V@+1</Formula>",
+                                                  {suffix, name, suffix})),
+                        257});
+    }
+
+    /// Nodes of all kinds of cachability over one place, and over its beginning.
+    void makeSharedWord(bool isBigEndian)
+    {
+        const std::uint64_t address = placeRandom(4);
+        for (std::size_t count = 2 + random.below(5); count > 0; --count) {
+            const std::size_t length = random.pick({1U, 2U, 4U, 4U, 4U});
+            const bool isSigned = random.chance(30);
+            const auto [bits, width] = field(length, isBigEndian);
+            std::string children = registerAt(address, length, "RW") + bits;
+            children += signedness(isSigned);
+            children += endianess(isBigEndian);
+            keep(integers, integerRef(add("MaskedIntReg", children), width, isSigned, "RW"));
+        }
+    }
+
+    /// The device leaves its entry by itself.
+    void makeSelfClearing(bool)
+    {
+        const std::string name = addPattern(selfClearing, 0);
+        writes.push_back({"leave", name, random.pick({"Once", "Often"})});
+    }
+
+    /// With copies that take at least as much: the oracle has no copies.
+    void makeCopied(bool isInteger)
+    {
+        Ref ref = random.pick(isInteger ? integers : floats);
+        ref.isWritable = false;
+        const std::string copy = add("Integer", "<Value>0</Value>");
+        ref.name =
+            add(isInteger ? "Integer" : "Float", element("pValue", ref.name) + element("pValueCopy", copy));
+        keep(isInteger ? integers : floats, ref);
     }
 
     Random random;

@@ -96,7 +96,7 @@ std::string mode(const INode *node)
     return std::string{"mode "} + names.at(static_cast<std::size_t>(node->GetAccessMode()));
 }
 
-std::string answer(INode *node, const Question &question, const Memory &memory)
+std::string answer(INode *node, const Question &question, Memory &memory)
 {
     if (node == nullptr)
         throw std::runtime_error("no such node");
@@ -104,10 +104,15 @@ std::string answer(INode *node, const Question &question, const Memory &memory)
         return get(node);
     if (question.action == "mode")
         return mode(node);
-    if (question.action != "set")
+    if (question.action != "set" && question.action != "leave")
         return bound(node, question.action);
     const Memory before = memory;
     set(node, question.value);
+    if (question.action == "leave") {
+        get(node);
+        memory = before;
+        return get(node);
+    }
     return answerOfWrite(before, memory);
 }
 
@@ -119,7 +124,10 @@ std::vector<std::string> answersOfTorvane(const Questionnaire &questionnaire)
     MemoryPort port{questionnaire.memory};
     CNodeMapRef nodes;
     nodes._LoadXMLFromString(gcstring{std::string_view{questionnaire.description}});
-    nodes._Connect(&port, "Device");
+    NodeList_t all;
+    nodes._GetNodes(all);
+    for (INode *const node : all)
+        nodes._Connect(&port, node->GetName()); // false for all that are no ports
     std::vector<std::string> answers;
     for (const Question &question : questionnaire.questions) {
         try {
@@ -129,7 +137,7 @@ std::vector<std::string> answersOfTorvane(const Questionnaire &questionnaire)
         } catch (const std::runtime_error &failure) {
             answers.push_back(std::string{refusal} + ": " + failure.what());
         }
-        if (question.action != "set")
+        if (question.action != "set" && question.action != "leave")
             continue;
         port.memory = questionnaire.memory;
         nodes._InvalidateNodes();
