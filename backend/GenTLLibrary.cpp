@@ -17,6 +17,9 @@ using GenICam_Interfaces::GenTL_Interface;
 
 namespace {
 
+// Bytes, whatever the producer says that it needs.
+constexpr std::size_t LongestVendor = 65'536;
+
 // The interfaces of one library, for reconcile.
 struct InterfaceLevel
 {
@@ -155,6 +158,7 @@ std::string GenTLLibrary::vendor() const
         reportLastError(gentl_);
         return {};
     }
+    size = std::min(size, LongestVendor);
     std::vector<char> text(size, '\0');
     code = gentl_->GCGetInfo(TL_INFO_VENDOR, &type, text.data(), &size);
     if (code != GC_ERR_SUCCESS) {
