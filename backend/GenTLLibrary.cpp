@@ -25,6 +25,7 @@ struct InterfaceLevel
 {
     static constexpr const char *updateFailure = "ERROR: TLUpdateInterfaceList() failed with code ";
     static constexpr const char *countFailure = "ERROR: TLGetNumInterfaces() failed with code ";
+    static constexpr const char *countRefusal = "ERROR: TLGetNumInterfaces() delivered ";
     static constexpr const char *identifierFailure = "ERROR: TLGetInterfaceID(";
     static constexpr bool clearsEachTime = false;
 

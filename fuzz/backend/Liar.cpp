@@ -3,6 +3,7 @@
 
 #include "FuzzTarget.h"
 #include "PasswordRegisters.h"
+#include "Reconciliation.h"
 
 #include <algorithm>
 #include <array>
@@ -69,6 +70,10 @@ constexpr std::array<std::pair<std::string_view, std::string_view>, 4> openers{
      {"TLOpen", "TLClose"},
      {"TLOpenInterface", "IFClose"},
      {"IFOpenDevice", "DevClose"}}};
+// What counts a list and what asks for its entries.
+constexpr std::array<std::pair<std::string_view, std::string_view>, 2> counters{
+    {{"TLGetNumInterfaces", "TLGetInterfaceID"}, {"IFGetNumDevices", "IFGetDeviceID"}}};
+
 template <class Value>
 std::string bytesOf(Value value)
 {
@@ -218,6 +223,12 @@ void Liar::keepAccount(std::string_view function, const Answer &answer)
             ++open[closer];
         if (function == closer)
             require(--open[closer] >= 0, std::string(closer) + " of what is not open");
+    }
+    for (const auto &[counter, query] : counters) {
+        if (function == counter)
+            lengths[query] = static_cast<std::uint32_t>(answer.number);
+        if (function == query)
+            require(lengths[query] <= LongestList, std::string(query) + " of an absurd list");
     }
 }
 

@@ -84,7 +84,8 @@ private:
     std::map<Call, Lies> lies;
     Answer ofRegister;
     Registers registers = lockedByHunter22();
-    std::map<std::string_view, int> open; // by the function that closes it
+    std::map<std::string_view, int> open;              // by the function that closes it
+    std::map<std::string_view, std::uint32_t> lengths; // of lists, by the function that asks for an entry
     int calls = 0;
 };
 
