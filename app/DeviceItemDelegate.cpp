@@ -63,6 +63,7 @@ void DeviceItemDelegate::paint(QPainter *painter, const QStyleOptionViewItem &op
     font.setStyle(isInactive ? QFont::StyleItalic : QFont::StyleNormal);
     painter->setPen(isInactive ? inactiveColor : activeColor);
 
+    painter->setRenderHint(QPainter::SmoothPixmapTransform); // on a screen of another density than the icon's
     painter->drawPixmap(r.left() + 4, r.top() + 8, 24, 24, value(Qt::DecorationRole).value<QPixmap>());
 
     font.setWeight(QFont::Bold);

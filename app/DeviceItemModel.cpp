@@ -5,15 +5,26 @@
 #include "BackEnd.h"
 #include "Device.h"
 
+#include <QIcon>
 #include <QMutexLocker>
 #include <utility>
+
+namespace {
+
+// In as many pixels as the densest screen shows on 24 by 24 points.
+QPixmap iconAtDensity(const QString &path)
+{
+    return QIcon(path).pixmap(24, 24);
+}
+
+} // namespace
 
 DeviceItemModel::DeviceItemModel(QObject *parent, std::shared_ptr<BackEnd> backEnd)
     : QAbstractItemModel(parent),
       backEnd(std::move(backEnd)),
-      lockedIcon(QStringLiteral(":/icons/lock.png")),
-      unlockedIcon(QStringLiteral(":/icons/lock-open-variant.png")),
-      defaultPasswordIcon(QStringLiteral(":/icons/lock-alert.png"))
+      lockedIcon(iconAtDensity(QStringLiteral(":/icons/lock.png"))),
+      unlockedIcon(iconAtDensity(QStringLiteral(":/icons/lock-open-variant.png"))),
+      defaultPasswordIcon(iconAtDensity(QStringLiteral(":/icons/lock-alert.png")))
 {
     // dataChanged is also emitted on the update thread; a queued call drops arguments of unknown types.
     qRegisterMetaType<QVector<int>>();
@@ -116,7 +127,7 @@ void DeviceItemModel::switchCurrentIndex(const QModelIndex &current)
     setCurrentIndex(current, currentIndex_);
 }
 
-void DeviceItemModel::openCurrentDevice()
+bool DeviceItemModel::openCurrentDevice()
 {
     // One copy for all steps: a pass may write the member meanwhile.
     const QModelIndex index = currentIndex_;
@@ -126,16 +137,26 @@ void DeviceItemModel::openCurrentDevice()
         // A pass has just found the activated camera gone, or has come between with the one before it. The panel
         // must act on none rather than on another.
         backEnd->selectDevice(nullptr);
-        return;
+        return false;
     }
-    closeCurrentDevice();
+    closeOpenDevice();
     backEnd->selectDevice(device);
     openDevice = device;
+    openFor = nullptr;
     changeRow(index, [&](DeviceRow &row) { row.isOpen = device->isOpen(); });
     emit dataChanged(index, index, {IsOpenRole});
+    return true;
 }
 
+// A closed panel goes on listening, and closes itself again when it hears of a camera that has gone. By then another
+// camera can be open, or the same one for another panel.
 void DeviceItemModel::closeCurrentDevice()
+{
+    if (!sender() || !openFor || sender() == openFor)
+        closeOpenDevice();
+}
+
+void DeviceItemModel::closeOpenDevice()
 {
     if (Device *const device = openDevice.exchange(nullptr))
         device->close(false);

@@ -20,8 +20,10 @@
 #include <QPixmap>
 #include <QVector>
 #include <atomic>
+#include <cstdint>
 #include <deque>
 #include <memory>
+#include <vector>
 
 class BackEnd;
 class Device;
@@ -72,10 +74,14 @@ public:
     /// Whatever the back end lets out goes on to the caller.
     void updateRows();
 
-    /// Opens the camera of the current row for the panel, with control access, and closes the one before it.
+    /// Opens the camera of the current row for a panel, with control access, and closes the one before it.
     /// Takes as long as the camera does.
-    void openCurrentDevice();
-    /// Closes the camera of the panel. Its row goes on showing it as open.
+    /// \return false when there is no such camera any more: nothing is selected then, and nothing else has changed
+    bool openCurrentDevice();
+    /// Names the panel of the camera that has just been opened: from now on no other panel closes it. Not owned.
+    void setOpenFor(const QObject *panel) { openFor = panel; }
+    /// Closes the open camera, unless it is called by the signal of a panel that the camera was not opened for. Its row
+    /// goes on showing it as open.
     void closeCurrentDevice();
 
 signals:
@@ -121,6 +127,7 @@ private:
     void freeRetired(RetiredObjects objects);
 
     QVariant icon(const DeviceRow &row) const;
+    void closeOpenDevice();
     int rowOf(const QModelIndex &index) const;
     template <class Change>
     void changeRow(const QModelIndex &index, Change change);
@@ -128,6 +135,7 @@ private:
     const std::shared_ptr<BackEnd> backEnd;
     SlotSequence<Device *> deviceList; // not owned; the device of each row
     std::atomic<Device *> openDevice = nullptr;
+    const QObject *openFor = nullptr; // the panel of openDevice; GUI thread, compared only
     const QPixmap lockedIcon;
     const QPixmap unlockedIcon;
     const QPixmap defaultPasswordIcon;
@@ -142,7 +150,8 @@ private:
     QMutex pendingMutex;            // the ranges and the ends of passes that are not announced yet
     QVector<QModelIndex> pendingTopLeft;
     QVector<QModelIndex> pendingBottomRight;
-    std::deque<PassEnd> pendingPasses; // the oldest first
-    QMutex backEndMutex;               // updateDevices and devices of the back end
-    RetiredObjects announced;          // by the last announcement; freed with the next one
+    std::deque<PassEnd> pendingPasses;    // the oldest first
+    std::vector<std::uint32_t> rowProbes; // of each row's device when the row was made; update thread
+    QMutex backEndMutex;                  // updateDevices and devices of the back end
+    RetiredObjects announced;             // by the last announcement; freed with the next one
 };

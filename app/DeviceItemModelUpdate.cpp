@@ -63,17 +63,20 @@ void DeviceItemModel::updateRows()
     pendingPasses.push_back(std::move(end));
 }
 
-// A device that stays where it was is not looked at again.
+// A device that stays where it was is not looked at again, unless it was probed again: it had left the list and come back
+// between two passes, as after a factory reset.
 void DeviceItemModel::replaceRows(const std::vector<Device *> &fresh, int common)
 {
     std::vector<int> changed;
     for (int position = 0; position < common; ++position) {
-        if (fresh[static_cast<std::size_t>(position)] != deviceList.at(position))
+        const auto place = static_cast<std::size_t>(position);
+        if (fresh[place] != deviceList.at(position) || fresh[place]->probes() != rowProbes[place])
             changed.push_back(position);
     }
     for (const int position : changed) {
         Device *const device = fresh[static_cast<std::size_t>(position)];
         const SharedRow row = makeRow(*device);
+        rowProbes[static_cast<std::size_t>(position)] = device->probes();
         const QMutexLocker lock(&rowsMutex);
         deviceList.replace(position, device);
         rows.replace(position, row);
@@ -88,6 +91,7 @@ void DeviceItemModel::addRows(const std::vector<Device *> &fresh, int common)
     for (int position = common; position < count; ++position) {
         Device *const device = fresh[static_cast<std::size_t>(position)];
         const SharedRow row = makeRow(*device);
+        rowProbes.push_back(device->probes());
         const QMutexLocker lock(&rowsMutex);
         // The row first: the number of devices is the one that the view asks for.
         rows.append(row);
@@ -99,6 +103,7 @@ void DeviceItemModel::addRows(const std::vector<Device *> &fresh, int common)
 // Nothing is stored for the announcement: that the number of rows has dropped is all that there is to see.
 void DeviceItemModel::cutRows(int common)
 {
+    rowProbes.resize(static_cast<std::size_t>(common));
     const QMutexLocker lock(&rowsMutex);
     deviceList.cut(common);
     rows.cut(common);

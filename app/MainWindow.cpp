@@ -9,6 +9,7 @@
 #include "UpdateWorker.h"
 
 #include <QCursor>
+#include <QFocusEvent>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -27,6 +28,28 @@ void showMessage(const QString &text)
     box.setText(text);
     box.exec();
 }
+
+// A label with one link, which has the keyboard focus whenever the label has it, so that Return opens it. A QLabel takes
+// the focus first, hands it to its link with the next tabulator key only, and on the way back does not let it go.
+class LinkLabel : public QLabel
+{
+public:
+    explicit LinkLabel(const QString &text) : QLabel(text)
+    {
+        setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
+        setFocusPolicy(Qt::TabFocus); // a click leaves the focus where it is
+    }
+
+protected:
+    void focusInEvent(QFocusEvent *event) override
+    {
+        QLabel::focusInEvent(event);
+        if (!hasSelectedText())
+            QLabel::focusNextPrevChild(true);
+    }
+
+    bool focusNextPrevChild(bool next) override { return QWidget::focusNextPrevChild(next); }
+};
 
 } // namespace
 
@@ -91,7 +114,7 @@ void MainWindow::addFooter(QVBoxLayout &layout)
     footer->addWidget(new QLabel); // stays without a text
     footer->addStretch(0);
     footer->addWidget(new QLabel(QStringLiteral("torvane_gui v%1").arg(QStringLiteral("1.0.0.0"))));
-    auto *const about = new QLabel(QStringLiteral("<a href=\"#aboutQt\">About Qt</a>"));
+    auto *const about = new LinkLabel(QStringLiteral("<a href=\"#aboutQt\">About Qt</a>"));
     about->setObjectName(QStringLiteral("aboutQt"));
     connect(about, &QLabel::linkActivated, this,
             [this] { QMessageBox::aboutQt(this, QStringLiteral("About Qt")); });
@@ -125,8 +148,10 @@ void MainWindow::onCameraActivated(const QModelIndex &index)
     }
     QGuiApplication::setOverrideCursor(QCursor(Qt::WaitCursor));
     itemModel->switchCurrentIndex(index);
-    itemModel->openCurrentDevice();
+    const bool hasCamera = itemModel->openCurrentDevice();
     auto *const panel = new PasswordWidget(this, backEnd);
+    if (hasCamera)
+        itemModel->setOpenFor(panel);
     connect(panel, &PasswordWidget::lockChanged, itemModel, &DeviceItemModel::onCurrentLockChanged);
     connect(panel, &PasswordWidget::closed, itemModel, &DeviceItemModel::closeCurrentDevice);
     connect(itemModel, &DeviceItemModel::currentDeviceRemoved, panel,

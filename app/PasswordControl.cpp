@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "PasswordControl.h"
 
+#include "Wipe.h"
+
 #include <QAction>
 #include <QEvent>
 #include <QFrame>
@@ -8,8 +10,37 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QVBoxLayout>
+#include <QValidator>
 #include <algorithm>
 #include <initializer_list>
+
+namespace {
+
+// By Unicode, and the end of a text in C.
+bool endsLine(QChar character)
+{
+    static const QString ends = QStringLiteral("\n\v\f\r\u0085\u2028\u2029") + QChar::Null;
+    return ends.contains(character);
+}
+
+// Nobody can type a line end, so what comes with one stops there. Whatever is typed, pasted, dropped, composed or set
+// passes a line edit's validator, which may change it, and stands between the text and its signals.
+class FirstLine : public QValidator
+{
+public:
+    using QValidator::QValidator;
+
+    // The cursor stands behind what has come. What is behind the cursor was there before.
+    State validate(QString &text, int &cursor) const override
+    {
+        const auto end = static_cast<int>(std::ranges::find_if(text, endsLine) - text.begin());
+        text.remove(end, (end < cursor ? cursor : text.size()) - end);
+        cursor = std::min(cursor, end);
+        return Acceptable;
+    }
+};
+
+} // namespace
 
 PasswordControl::PasswordControl(QWidget *parent)
     : QWidget(parent),
@@ -19,6 +50,7 @@ PasswordControl::PasswordControl(QWidget *parent)
 {
     lineEdit->setStyleSheet(QStringLiteral("QLineEdit { background-color: white; border: 1px white }"));
     lineEdit->setEchoMode(QLineEdit::Password);
+    lineEdit->setValidator(new FirstLine(lineEdit));
     connect(lineEdit, &QLineEdit::textChanged, this, &PasswordControl::textChanged);
     connect(lineEdit, &QLineEdit::returnPressed, this, &PasswordControl::returnPressed);
     connect(lineEdit, &QLineEdit::textChanged, this, &PasswordControl::verifyPassword);
@@ -97,7 +129,7 @@ void PasswordControl::setValid(bool newValid)
 
 void PasswordControl::clear()
 {
-    lineEdit->clear();
+    lineEdit->setText(QString()); // unlike its clear(), leaves nothing to undo
     errorLabel->clear();
     setValid(false);
 }
@@ -131,6 +163,7 @@ void PasswordControl::setLengthLimits(std::uint64_t minimum, std::uint64_t maxim
 
 void PasswordControl::setUsedPasswords(const std::vector<std::string> &passwords)
 {
+    clearUsedPasswords();
     usedPasswords_ = passwords;
     if (checkUsed_)
         verifyPassword(text());
@@ -141,6 +174,12 @@ void PasswordControl::addUsedPassword(const std::string &password)
     usedPasswords_.push_back(password);
     if (checkUsed_)
         verifyPassword(text());
+}
+
+void PasswordControl::clearUsedPasswords()
+{
+    std::ranges::for_each(usedPasswords_, [](std::string &password) { wipe(password); });
+    usedPasswords_.clear();
 }
 
 void PasswordControl::setComparePasswordString(const QString &comparePasswordString)

@@ -29,13 +29,15 @@ public:
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
+    /// One line: whatever comes in ends at its first line end or U+0000.
     QString text() const;
     void setText(const QString &text);
     /// The verdict on the text. An empty text is never valid, though nothing complains of it.
     bool isValid() const { return valid; }
     /// Sets the verdict as the end of a verification does.
     void setValid(bool valid);
-    /// Empties the field, which is invalid then. Whether the text is masked stays as it is.
+    /// Empties the field, which is invalid then, for good: undo brings nothing back. Whether the text is masked stays as
+    /// it is.
     void clear();
 
     /// The name of the field.
@@ -76,7 +78,7 @@ public:
     void setUsedPasswords(const std::vector<std::string> &passwords);
     /// Verifies the text again if the rule is on.
     void addUsedPassword(const std::string &password);
-    void clearUsedPasswords() { usedPasswords_.clear(); }
+    void clearUsedPasswords();
 
 signals:
     void textChanged(const QString &text);

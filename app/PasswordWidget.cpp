@@ -3,6 +3,7 @@
 
 #include "BackEnd.h"
 #include "PasswordControl.h"
+#include "Wipe.h"
 
 #include <QCloseEvent>
 #include <QGuiApplication>
@@ -10,6 +11,7 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QShortcut>
 #include <QVBoxLayout>
 #include <cstdint>
 #include <utility>
@@ -24,7 +26,11 @@ PasswordWidget::PasswordWidget(QWidget *parent, std::shared_ptr<BackEnd> backEnd
     createFields();
     createInputBox();
     layOut();
+    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
     reset();
+    if (this->backEnd->selectedIsClosed())
+        statusLabel->setText(
+            QStringLiteral("The camera could not be opened. Another program may be using it."));
 }
 
 void PasswordWidget::createButtons()
@@ -151,20 +157,18 @@ void PasswordWidget::reset()
     inputBox->hide();
     dropHiddenFocus();
     okButton->setEnabled(false);
-    for (PasswordControl *control : {passwordControl, newPasswordControl, confirmControl}) {
+    for (PasswordControl *control : {passwordControl, newPasswordControl, confirmControl})
         control->hide();
-        control->clear();
-    }
+    clearFields();
     statusLabel->clear();
-    newPasswordControl->clearUsedPasswords();
-    passwordControl->setExcludeEnabled(false);
-    passwordControl->setExcludePasswordString(QString());
-    buttonRow->setEnabled(true);
+    // A closed camera is not operated: it could not be opened, or has gone.
+    const bool isClosed = backEnd->selectedIsClosed();
+    buttonRow->setEnabled(!isClosed);
     changeMode = false;
 
     locked = backEnd->selectedIsLocked();
     lockButton->setText(locked ? QStringLiteral("Unlock") : QStringLiteral("Lock"));
-    defaultPassword = backEnd->selectedIsDefaultPassword();
+    defaultPassword = !isClosed && backEnd->selectedIsDefaultPassword();
     lockButton->setVisible(!defaultPassword);
     resetButton->setVisible(!defaultPassword);
     if (!defaultPassword)
@@ -173,6 +177,16 @@ void PasswordWidget::reset()
     statusLabel->setText(
         QStringLiteral("Default password! You need to change the password before you can use the camera..."));
     onButtonChangePassword();
+}
+
+// Of all passwords: what a field is compared with empties with the field that it follows.
+void PasswordWidget::clearFields()
+{
+    for (PasswordControl *control : {passwordControl, newPasswordControl, confirmControl})
+        control->clear();
+    newPasswordControl->clearUsedPasswords();
+    passwordControl->setExcludeEnabled(false);
+    passwordControl->setExcludePasswordString(QString());
 }
 
 // Qt leaves the focus on a hidden widget when it finds no other one, and keys still go there: another Return after an
@@ -252,7 +266,11 @@ void PasswordWidget::onButtonOk()
 
 void PasswordWidget::unlockDevice()
 {
-    if (backEnd->unlock(passwordControl->text().toStdString(), false).empty())
+    std::string password = passwordControl->text().toStdString();
+    const WipeAtEnd wipesPassword(password);
+    std::string proved = backEnd->unlock(password, false);
+    const WipeAtEnd wipesProved(proved);
+    if (proved.empty())
         refusePassword();
     else
         finish(QStringLiteral("Successfully unlocked!"));
@@ -268,12 +286,20 @@ void PasswordWidget::changePassword()
     else if (!confirmControl->isValid())
         statusLabel->setText(QStringLiteral("New password and confirmation password must match!"));
     else
-        reportChange(backEnd->changePassword(passwordControl->text().toStdString(),
-                                             newPasswordControl->text().toStdString()));
+        sendChange();
+}
+
+void PasswordWidget::sendChange()
+{
+    std::string oldPassword = passwordControl->text().toStdString();
+    const WipeAtEnd wipesOld(oldPassword);
+    std::string newPassword = newPasswordControl->text().toStdString();
+    const WipeAtEnd wipesNew(newPassword);
+    reportChange(backEnd->changePassword(oldPassword, newPassword), newPassword);
 }
 
 // The results of BackEnd::changePassword.
-void PasswordWidget::reportChange(int result)
+void PasswordWidget::reportChange(int result, const std::string &newPassword)
 {
     switch (result) {
     case 0:
@@ -284,7 +310,7 @@ void PasswordWidget::reportChange(int result)
         break;
     case 2:
         statusLabel->setText(QStringLiteral("Could not set password."));
-        newPasswordControl->addUsedPassword(newPasswordControl->text().toStdString());
+        newPasswordControl->addUsedPassword(newPassword);
         break;
     default:
         statusLabel->setText(QStringLiteral("Changing the password failed!"));
@@ -310,4 +336,5 @@ void PasswordWidget::refusePassword()
 void PasswordWidget::closeEvent(QCloseEvent *)
 {
     emit closed();
+    clearFields(); // the panel is only hidden, and stays
 }

@@ -10,6 +10,7 @@
 
 #include <QWidget>
 #include <memory>
+#include <string>
 
 class BackEnd;
 class PasswordControl;
@@ -22,7 +23,7 @@ class PasswordWidget : public QWidget
 
 public:
     /// \param parent  the window whose input the panel blocks while it is shown
-    /// \param backEnd  its selected device is open
+    /// \param backEnd  its selected device is open; if not, the panel says so, and its buttons are disabled
     PasswordWidget(QWidget *parent, std::shared_ptr<BackEnd> backEnd);
 
 signals:
@@ -32,7 +33,7 @@ signals:
     void passwordInputChanged(const QString &text);
     /// The camera was locked, unlocked or given a new password here.
     void lockChanged();
-    /// The panel has been closed, which hides it.
+    /// The panel has been closed, by Escape too, which hides it. Its fields are emptied.
     void closed();
 
 public slots:
@@ -58,12 +59,14 @@ private:
     void createFields();
     void createInputBox();
     void layOut();
+    void clearFields();
     void dropHiddenFocus();
     bool canAccept() const;
     void lockDevice();
     void unlockDevice();
     void changePassword();
-    void reportChange(int result);
+    void sendChange();
+    void reportChange(int result, const std::string &newPassword);
     void finish(const QString &message);
     void refusePassword();
 

@@ -71,6 +71,8 @@ public:
 
     /// Selects \p device and opens it with control access. It stays selected if that fails.
     void selectDevice(Device *device);
+    /// Whether a device is selected that is not open, so that the operations below refuse it.
+    bool selectedIsClosed() const;
     /// The lock flag of the selected device; true when none is selected.
     bool selectedIsLocked() const;
     /// Whether the selected device is on its factory password; false when none is selected.
@@ -83,8 +85,8 @@ public:
     std::uint64_t maxPasswordLength() const { return maxPasswordLength_; }
 
     // The password operations (BackEndPassword.cpp). Each proves its outcome by reading the lock state back,
-    // and prints it. They expect the selected device to be open, and do nothing when none is selected.
-    // Passwords are bytes; an empty one is asked for on standard input, with retries.
+    // and prints it. They do nothing when no device is selected, and on one that is not open or has no lock they
+    // only print so. Passwords are bytes; an empty one is asked for on standard input, with retries.
 
     /// \return whether the device reads back as locked
     bool lock();
@@ -92,7 +94,7 @@ public:
     /// \return the password that opened the lock; empty on any failure, refusal or cancel
     std::string unlock(std::string given, bool forChange);
     /// \return 0: changed and proved. 1: the old password was not proved. 2: the new password did not open
-    ///     the lock. -1: nothing was changed (no device, both the same, or cancelled)
+    ///     the lock. -1: nothing was changed (no device to operate, both the same, or cancelled)
     int changePassword(std::string oldPassword, std::string newPassword);
     /// Resets the selected device, drops it from the flat list and deselects it. It stays in the tree until
     /// it vanishes, and comes back to the list when a pass meets it again.
@@ -121,7 +123,7 @@ public:
     void setPresetPassword(const std::string &password) { presetPassword = password; }
     void setPresetNewPassword(const std::string &password) { presetNewPassword = password; }
 
-    /// The whole dialogue, from the choice of a device to the menu of operations.
+    /// The whole dialogue, from the choice of a device to the menu of operations. Wipes the preset passwords.
     /// \return an exit status: 0 for a finished or cancelled run, 1 for one that could not begin
     int runConsole();
     /// Searches for producers and prints them.
@@ -152,7 +154,8 @@ private:
     void editDevices(const std::function<void(std::vector<Device *> &)> &edit);
     bool updateLibrary(GenTLLibrary &library, Pass &pass);
     void meetDevice(Device &device, Pass &pass);
-    void dropUnmetDevices(const Pass &pass);
+    void followTree(const Pass &pass);
+    Device *operableDevice() const;
     PromptResult askPassword(bool withRuleCheck, std::string &password);
     bool askNewPassword(const std::string &oldPassword, std::string &newPassword);
     bool proveNewPassword(Device &device, const std::string &newPassword);
@@ -160,6 +163,7 @@ private:
     std::optional<int> selectConsoleDevice();
     void printSummary(const Device &device) const;
     void runPresets(const Device &device);
+    void unlockOnce(const std::string &given);
     void runMenu(Device &device);
     void runMenuEntry(Device &device, std::uint64_t index);
 

@@ -8,6 +8,7 @@
 #include "GenTLLibrary.h"
 #include "GenericException.h"
 #include "RemoteNode.h"
+#include "Wipe.h"
 
 #include <algorithm>
 #include <exception>
@@ -35,12 +36,13 @@ constexpr const char *FactoryResetNotice =
 constexpr std::size_t NumberWidth = 6;  // separator included
 constexpr std::size_t ColumnWidth = 19; // separator included
 
-// A value and the separator behind it. A value that is too long pushes the rest of its row to the right.
+// A value as it is shown and the separator behind it. A value that is too long pushes the rest of its row to the right.
 std::string column(const std::string &value, std::size_t width)
 {
     constexpr std::string_view separator = " | ";
-    const std::size_t used = value.size() + separator.size();
-    return value + std::string(used < width ? width - used : 0, ' ') + std::string(separator);
+    const std::string text = console::shown(value);
+    const std::size_t used = text.size() + separator.size();
+    return text + std::string(used < width ? width - used : 0, ' ') + std::string(separator);
 }
 
 std::string lockStatus(const Device &device)
@@ -69,6 +71,8 @@ std::string firmwareVersion(const Device &device)
 
 int BackEnd::runConsole()
 {
+    const WipeAtEnd passwordWiper(presetPassword);
+    const WipeAtEnd newPasswordWiper(presetNewPassword);
     if (presetLibrary.empty()) {
         discoverLibraries(true);
     } else {
@@ -137,7 +141,10 @@ std::optional<int> BackEnd::selectConsoleDevice()
         return 1;
     }
     selectedDevice = *found;
-    console::printLine("Will use selected device ", (*found)->model(), " (", (*found)->serialNumber(), ").");
+    // One behind the other: the order in which arguments are evaluated is the compiler's.
+    const std::string model = (*found)->model();
+    const std::string serialNumber = (*found)->serialNumber();
+    console::printLine("Will use selected device ", model, " (", serialNumber, ").");
     return std::nullopt;
 }
 
@@ -164,7 +171,7 @@ void BackEnd::runPresets(const Device &device)
         if (!presetNewPassword.empty())
             changePassword(presetPassword, presetNewPassword);
         else if (!isDefault || presetUnlock)
-            unlock(presetPassword, false);
+            unlockOnce(presetPassword);
         else
             console::printLine("\nDefault password! You need to change the password before you can use the "
                                "device...");
@@ -174,17 +181,23 @@ void BackEnd::runPresets(const Device &device)
     console::printLine("Exiting program... Device is ", device.isLocked() ? "locked." : "unlocked.");
 }
 
+// The dialogue has no use for the password that opened the lock.
+void BackEnd::unlockOnce(const std::string &given)
+{
+    std::string opened = unlock(given, false);
+    wipe(opened);
+}
+
 void BackEnd::runMenu(Device &device)
 {
     std::vector<std::string> keys;
-    std::string choices = "\nInteractive mode. Choose one of the following options: \n";
-    for (const auto &[key, text] : menu) {
-        keys.emplace_back(key);
-        choices += console::compose("   ", key, ": ", text, "\n");
-    }
+    for (const MenuEntry &entry : menu)
+        keys.emplace_back(entry.key);
     std::uint64_t chosen = MenuQuit;
     do {
-        console::print(choices);
+        console::printLine("\nInteractive mode. Choose one of the following options: ");
+        for (const auto &[key, text] : menu)
+            console::printLine("   ", key, ": ", text);
         chosen = selectOption(keys);
         console::print(menu[chosen].key, ": ", menu[chosen].text, "... ");
         runMenuEntry(device, chosen);
@@ -203,7 +216,7 @@ void BackEnd::runMenuEntry(Device &device, std::uint64_t index)
         break;
     case 3:
         if (!device.isDefaultPassword()) {
-            unlock({}, false);
+            unlockOnce({});
         } else {
             console::printLine("\nDefault password! You need to change password first...");
             changePassword({}, {});
@@ -289,7 +302,7 @@ void BackEnd::printDevices(bool numbered) const
 {
     console::printLine(numbered ? "No. | " : "",
                        "Model            | Serial           | UserDefined name | Lock status      | Id");
-    std::string warnings;
+    std::vector<std::string> unread; // the numbers of devices
     const std::vector<Device *> known = devices();
     for (std::size_t i = 0; i < known.size(); ++i) {
         const Device &device = *known[i];
@@ -305,12 +318,14 @@ void BackEnd::printDevices(bool numbered) const
         } catch (const std::exception &) {
             name = "(unknown)";
             status = "(unknown)       ";
-            warnings += console::compose("\nWARNING: Could not read device information of device ", number,
-                                         ". Check network configuration.");
+            unread.push_back(number);
         }
         console::printLine(start, column(model, ColumnWidth), column(serialNumber, ColumnWidth),
                            column(name, ColumnWidth), status, " | ", device.id());
     }
-    if (!warnings.empty())
-        console::print(warnings, "\n\n");
+    for (const std::string &number : unread)
+        console::print("\nWARNING: Could not read device information of device ", number,
+                       ". Check network configuration.");
+    if (!unread.empty())
+        console::print("\n\n");
 }

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 // The selected device and what a user can do to its lock. A camera does not report a wrong password as an
-// error: an operation recognises it only by the lock that still stands. A pass may deselect the device at any
-// time, so each operation takes the selection once; the rule check, to which only the console comes with its one
+// error: an operation recognises it only by the lock that still stands. A pass may deselect the device or close it
+// at any time, so each operation takes the selection once; the rule check, to which only the console comes with its one
 // thread, needs one.
 #include "BackEnd.h"
 #include "ConsoleIO.h"
 #include "Device.h"
+#include "Wipe.h"
 
 #include <algorithm>
 #include <utility>
@@ -15,6 +16,12 @@ namespace {
 // Compared with and named to the user; never written to a device.
 constexpr std::string_view FactoryPassword = "mapleoak";
 
+// A device that a pass has closed in the middle of an operation reads as not locked too, and proves nothing.
+bool isProvedUnlocked(const Device &device)
+{
+    return !device.isLocked() && device.isOpen();
+}
+
 } // namespace
 
 void BackEnd::selectDevice(Device *device)
@@ -22,6 +29,12 @@ void BackEnd::selectDevice(Device *device)
     selectedDevice = device;
     if (device)
         device->open();
+}
+
+bool BackEnd::selectedIsClosed() const
+{
+    const Device *device = selectedDevice;
+    return device && !device->isOpen();
 }
 
 bool BackEnd::selectedIsLocked() const
@@ -42,9 +55,26 @@ std::vector<std::string> BackEnd::selectedPasswordHistory() const
     return device ? device->passwordHistory() : std::vector<std::string>();
 }
 
-bool BackEnd::lock()
+// The selected device when it can be operated. Null when it cannot, which has been printed, or when there is none.
+Device *BackEnd::operableDevice() const
 {
     Device *device = selectedDevice;
+    if (!device)
+        return nullptr;
+    if (!device->isOpen()) {
+        console::printLine("Error: The device is not open.");
+        return nullptr;
+    }
+    if (!device->passwordSupported()) {
+        console::printLine("Error: The device has no password lock.");
+        return nullptr;
+    }
+    return device;
+}
+
+bool BackEnd::lock()
+{
+    Device *device = operableDevice();
     if (!device)
         return false;
     device->lock();
@@ -58,7 +88,8 @@ bool BackEnd::lock()
 
 std::string BackEnd::unlock(std::string given, bool forChange)
 {
-    Device *device = selectedDevice;
+    const WipeAtEnd wiper(given);
+    Device *device = operableDevice();
     if (!device)
         return {};
     const std::uint64_t limit = given.empty() ? maxUnlockRetries : 1;
@@ -68,7 +99,7 @@ std::string BackEnd::unlock(std::string given, bool forChange)
     }
     for (std::uint64_t tries = 1;; ++tries) {
         if (given.empty())
-            given = promptPassword(false);
+            askPassword(false, given);
         if (given.empty()) {
             console::printLine("Unlock device canceled by user...");
             return {};
@@ -77,7 +108,7 @@ std::string BackEnd::unlock(std::string given, bool forChange)
         if (tries == 1 && forChange && !device->isLocked())
             device->lock();
         device->unlock(given);
-        if (!device->isLocked()) {
+        if (isProvedUnlocked(*device)) {
             console::printLine("Successfully unlocked!");
             device->rememberPassword(given);
             return given;
@@ -94,7 +125,9 @@ std::string BackEnd::unlock(std::string given, bool forChange)
 
 int BackEnd::changePassword(std::string oldPassword, std::string newPassword)
 {
-    Device *device = selectedDevice;
+    const WipeAtEnd oldWiper(oldPassword);
+    const WipeAtEnd newWiper(newPassword);
+    Device *device = operableDevice();
     if (!device)
         return -1;
     console::printLine("Changing the password ...");
@@ -102,12 +135,13 @@ int BackEnd::changePassword(std::string oldPassword, std::string newPassword)
         console::printLine("Error: passwords must be different!");
         return -1;
     }
-    oldPassword = unlock(oldPassword, true);
-    if (device->isLocked() || oldPassword.empty()) {
+    std::string proved = unlock(oldPassword, true);
+    const WipeAtEnd provedWiper(proved);
+    if (device->isLocked() || proved.empty()) {
         console::printLine("Error when changing password: Camera might be locked.");
         return 1;
     }
-    if (newPassword.empty() && !askNewPassword(oldPassword, newPassword)) {
+    if (newPassword.empty() && !askNewPassword(proved, newPassword)) {
         console::printLine("Entering new password canceled by user...");
         return -1;
     }
@@ -124,14 +158,14 @@ int BackEnd::changePassword(std::string oldPassword, std::string newPassword)
 // empty one differs, and the question is put again.
 bool BackEnd::askNewPassword(const std::string &oldPassword, std::string &newPassword)
 {
-    newPassword = oldPassword;
-    while (newPassword == oldPassword) {
+    do {
         console::printLine("Enter a new password ...");
-        newPassword = promptPassword(true);
+        askPassword(true, newPassword);
         if (newPassword.empty())
             return false;
-    }
+    } while (newPassword == oldPassword);
     std::string confirmation;
+    const WipeAtEnd wiper(confirmation);
     while (confirmation != newPassword) {
         console::printLine("Confirm new password ...");
         if (askPassword(false, confirmation) == PromptResult::InputEnded)
@@ -146,12 +180,12 @@ bool BackEnd::proveNewPassword(Device &device, const std::string &newPassword)
     device.setPassword(newPassword);
     device.lock();
     device.unlock(newPassword);
-    return !device.isLocked();
+    return isProvedUnlocked(device);
 }
 
 void BackEnd::factoryResetSelected()
 {
-    Device *device = selectedDevice;
+    Device *device = operableDevice();
     if (!device)
         return;
     device->factoryReset();
@@ -183,8 +217,10 @@ bool BackEnd::checkNewPassword(const std::string &candidate, PasswordCheck &code
                                                                        maxPasswordLength_, " characters)"));
     if (candidate == FactoryPassword)
         return refuse(PasswordCheck::PasswordIsDefault, "Cannot use default 'mapleoak' as new password.");
-    const std::vector<std::string> history = selectedDevice.load()->passwordHistory();
-    if (std::ranges::find(history, candidate) != history.end())
+    std::vector<std::string> history = selectedDevice.load()->passwordHistory();
+    const bool isUsed = std::ranges::find(history, candidate) != history.end();
+    std::ranges::for_each(history, [](std::string &used) { wipe(used); });
+    if (isUsed)
         return refuse(PasswordCheck::PasswordUsedBefore, "Your password has been used before.");
     code = PasswordCheck::PasswordOk;
     return true;
@@ -202,11 +238,12 @@ BackEnd::PromptResult BackEnd::askPassword(bool withRuleCheck, std::string &pass
 {
     for (;;) {
         try {
-            password.clear();
+            wipe(password);
             console::print("\nEnter password (use 'c' to cancel): ");
-            const auto line = console::readLine();
+            auto line = console::readLine();
             if (!line)
                 return PromptResult::InputEnded;
+            const WipeAtEnd wiper(*line);
             if (*line == "c" || *line == "q") {
                 console::printLine("Action canceled...");
                 return PromptResult::Cancelled;

@@ -22,7 +22,6 @@ void probe(Device &device)
     const auto report = [&](const char *text) {
         console::printLine("ERROR: Probing device '", device.identifier(), "' failed!");
         console::printLine("       Msg: ", text);
-        device.close(true);
     };
     try {
         device.probe();
@@ -35,13 +34,16 @@ void probe(Device &device)
 
 } // namespace
 
-// One pass: the flat list as it was before, and which of its devices the tree still has.
+// One pass: the flat list as it was before, which of its devices the tree still has, and which are new.
 struct BackEnd::Pass
 {
-    explicit Pass(std::vector<Device *> list) : previous(std::move(list)), rollCall(previous) {}
+    explicit Pass(std::shared_ptr<const std::vector<Device *>> list)
+        : previous(std::move(list)), rollCall(*previous)
+    {}
 
-    const std::vector<Device *> previous;
+    const std::shared_ptr<const std::vector<Device *>> previous;
     RollCall<Device *> rollCall;
+    std::vector<Device *> added; // in order of first sight
 };
 
 BackEnd::BackEnd() : devices_(std::make_shared<const std::vector<Device *>>()) {}
@@ -84,7 +86,7 @@ bool BackEnd::discoverLibraries(bool searchEnvironment)
 void BackEnd::updateDevices()
 {
     RetiredObjects earlier = std::exchange(retired, {});
-    Pass pass(devices());
+    Pass pass(devices_.load());
 
     for (GenTLLibrary *library : libraries) {
         if (!library->gentl())
@@ -93,7 +95,7 @@ void BackEnd::updateDevices()
         if (!updateLibrary(*library, pass))
             break;
     }
-    dropUnmetDevices(pass);
+    followTree(pass);
     freeRetired(std::move(earlier));
 }
 
@@ -122,18 +124,20 @@ void BackEnd::meetDevice(Device &device, Pass &pass)
     if (pass.rollCall.answer(&device))
         return;
     probe(device);
-    editDevices([&](std::vector<Device *> &list) { list.push_back(&device); });
+    pass.added.push_back(&device);
 }
 
-void BackEnd::dropUnmetDevices(const Pass &pass)
+// Brings the flat list in step with the tree, in one edit: each copies the list.
+void BackEnd::followTree(const Pass &pass)
 {
     std::unordered_set<Device *> gone;
     for (const std::size_t place : pass.rollCall.missing())
-        gone.insert(pass.previous[place]);
-    if (gone.empty())
+        gone.insert((*pass.previous)[place]);
+    if (gone.empty() && pass.added.empty())
         return;
     editDevices([&](std::vector<Device *> &list) {
         std::erase_if(list, [&](Device *device) { return gone.contains(device); });
+        list.insert(list.end(), pass.added.begin(), pass.added.end());
     });
     Device *selected = selectedDevice;
     if (gone.contains(selected))

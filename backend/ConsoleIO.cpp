@@ -2,23 +2,59 @@
 // Writing through stdio, whose calls lock the stream: a message is never cut by one of the other thread.
 #include "ConsoleIO.h"
 
-#include <cstdio>
+#include "Terminal.h"
+#include "VisibleText.h"
+
 #include <iostream>
+#include <streambuf>
 
 namespace console {
 
-void write(std::string_view text)
+namespace {
+
+// Takes each byte once, where std::istream::ignore looks at it twice: half the time of a line of hundreds of megabytes.
+void dropRestOfLine()
 {
+    using Traits = std::streambuf::traits_type;
+    Traits::int_type byte{};
+    do {
+        byte = std::cin.rdbuf()->sbumpc();
+    } while (byte != Traits::eof() && byte != '\n');
+}
+
+} // namespace
+
+void detail::write(std::string_view text)
+{
+    std::clearerr(stdout); // afterwards it tells of this message
     std::fwrite(text.data(), 1, text.size(), stdout);
     std::fflush(stdout);
 }
 
+// Into one block of memory, so that a password leaves no copies behind as the line grows.
 std::optional<std::string> readLine()
 {
-    std::string line;
-    if (!std::getline(std::cin, line))
+    if (!std::cin.good() || std::ferror(stdout) || !waitForInput())
         return std::nullopt;
+    std::string line(maxInputLineBytes + 1, '\0');
+    std::cin.getline(line.data(), static_cast<std::streamsize>(line.size()));
+    auto length = static_cast<std::size_t>(std::cin.gcount());
+    if (std::cin.fail() && length < maxInputLineBytes)
+        return std::nullopt;
+    if (std::cin.fail()) {
+        std::cin.clear();
+        dropRestOfLine();
+    } else if (!std::cin.eof()) {
+        --length; // the line end
+    }
+    line.resize(length);
     return line;
+}
+
+std::string shown(std::string_view text, std::FILE *stream)
+{
+    std::string visible = visibleText(text);
+    return visible == text || isTerminal(stream) ? visible : std::string(text);
 }
 
 } // namespace console

@@ -8,12 +8,15 @@
 #include "GenTL_Interface.h"
 #include "GenTL_PortInterface.h"
 #include "GenericException.h"
+#include "InterfaceSession.h"
 #include "LastError.h"
 #include "RemoteNode.h"
 #include "TLInterface.h"
 #include "TextBuffer.h"
+#include "Wipe.h"
 
 #include <stdexcept>
+#include <utility>
 
 using GenICam_3_2_TVN::GenericException;
 using GenICam_Interfaces::GenTL_PortInterface;
@@ -37,12 +40,39 @@ Device::~Device()
 {
     if (isOpen_)
         closeHandle();
+    for (std::string &password : passwordHistory_)
+        wipe(password);
+}
+
+bool Device::tryToHold(Holder newHolder)
+{
+    Holder nobody = Holder::Nobody;
+    return holder.compare_exchange_strong(nobody, newHolder);
+}
+
+void Device::releaseFromUser()
+{
+    Holder user = Holder::User;
+    holder.compare_exchange_strong(user, Holder::Nobody);
 }
 
 void Device::probe()
 {
-    if (isOff() || isOpen_)
+    if (isOff() || !tryToHold(Holder::Probe))
         return;
+    ++probes_;
+    try {
+        probeHeld();
+    } catch (...) {
+        closeHandle();
+        holder = Holder::Nobody;
+        throw;
+    }
+    holder = Holder::Nobody;
+}
+
+void Device::probeHeld()
+{
     const std::int32_t status = accessStatus();
     if (status != DEVICE_ACCESS_STATUS_READWRITE && status != DEVICE_ACCESS_STATUS_READONLY)
         return;
@@ -50,14 +80,16 @@ void Device::probe()
         return;
     refreshCache();
     readTransportInfo();
-    close(false);
+    closeConnection(false);
 }
 
 void Device::open()
 {
-    if (isOff() || isOpen_)
+    if (isOff() || !tryToHold(Holder::User))
         return;
     openWith(DEVICE_ACCESS_CONTROL);
+    if (!isOpen_)
+        releaseFromUser();
 }
 
 // Returns whether IFOpenDevice succeeded. What fails behind it closes the device, but the steps go on: the
@@ -65,8 +97,11 @@ void Device::open()
 // case.
 bool Device::openWith(std::int32_t accessFlags)
 {
+    auto interfaceSession = interfaceOwner->session();
+    if (!interfaceSession) // its interface has just vanished, and the device with it
+        return false;
     DEV_HANDLE handle = nullptr;
-    GC_ERROR code = gentl->IFOpenDevice(interfaceOwner->handle(), id_.c_str(), accessFlags, &handle);
+    GC_ERROR code = gentl->IFOpenDevice(interfaceSession->handle(), id_.c_str(), accessFlags, &handle);
     if (code != GC_ERR_SUCCESS) {
         // Names the control access for a probe too.
         console::printLine("ERROR: IFOpenDevice(DEVICE_ACCESS_CONTROL) for device with id '", id_,
@@ -74,6 +109,7 @@ bool Device::openWith(std::int32_t accessFlags)
         reportLastError(gentl);
         return false;
     }
+    session = std::move(interfaceSession);
     devHandle = handle;
     isOpen_ = true;
     if (retired) { // it vanished meanwhile, and nobody else would close it
@@ -87,7 +123,7 @@ bool Device::openWith(std::int32_t accessFlags)
     if (code != GC_ERR_SUCCESS) {
         console::printLine("ERROR: DevGetPort() failed with code ", code, "!");
         reportLastError(gentl);
-        close(false);
+        closeConnection(false);
     }
     createPort();
     readPasswordSupport();
@@ -98,13 +134,16 @@ void Device::createPort()
 {
     try {
         PORT_HANDLE portHandle = remotePortHandle;
-        port = std::make_shared<GenTL_PortInterface>(portHandle, gentl, 0);
+        const auto created = std::make_shared<GenTL_PortInterface>(portHandle, gentl, 0);
+        port = created;
+        if (!isOpen_) // closed before or meanwhile
+            created->disconnect();
     } catch (const std::exception &failure) {
         printPortFailure(failure.what());
-        close(false);
+        closeConnection(false);
     } catch (const GenericException &failure) {
         printPortFailure(failure.GetDescription());
-        close(false);
+        closeConnection(false);
     }
 }
 
@@ -143,8 +182,14 @@ void Device::readTransportInfo()
 
 void Device::close(bool skipCacheRefresh)
 {
-    if (isOff())
+    if (isOff() || holder != Holder::User)
         return;
+    closeConnection(skipCacheRefresh);
+    releaseFromUser();
+}
+
+void Device::closeConnection(bool skipCacheRefresh)
+{
     if (isOpen_ && !skipCacheRefresh)
         refreshCache();
     closeHandle();
@@ -157,17 +202,18 @@ void Device::retire()
 }
 
 // A device can vanish while the window closes it: whoever takes the open flag makes the one DevClose, and clears the
-// handles, which are null while the device is closed.
+// handles, which are null while the device is closed. The share of the interface goes last.
 void Device::closeHandle()
 {
     if (!isOpen_.exchange(false))
         return;
+    const auto interfaceSession = std::move(session);
+    if (const auto present = port.load())
+        present->disconnect();
     remotePortHandle = nullptr;
     const GC_ERROR code = gentl->DevClose(devHandle.exchange(nullptr));
-    if (code != GC_ERR_SUCCESS) {
-        console::printLine("WARNING: DevClose() failed with code ", code, "!");
-        reportLastError(gentl);
-    }
+    if (code != GC_ERR_SUCCESS)
+        reportFailedClose(gentl, "WARNING: DevClose() failed with code ", code);
 }
 
 RemoteNode Device::remoteNode(const std::string &name) const

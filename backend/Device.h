@@ -8,13 +8,15 @@
 //
 // Threads: a pass (probe, retirement, the getters of the list) runs beside the window's operations (open,
 // close, the password operations) with no lock between them. What both touch is atomic; the rest is set
-// before a device gets into the list, or belongs to the window's thread.
+// before a device gets into the list, or belongs to the window's thread. Of a probe and an open at the same time, the
+// later one does nothing.
 #pragma once
 
 #include "TransportType.h"
 
 #include <atomic>
 #include <cstdint>
+#include <list>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -24,6 +26,7 @@ namespace GenICam_Interfaces {
 class GenTL_Interface;
 class GenTL_PortInterface;
 } // namespace GenICam_Interfaces
+class InterfaceSession;
 class RemoteNode;
 class TLInterface;
 struct PasswordRegister;
@@ -38,19 +41,23 @@ public:
     Device(TLInterface *owner, std::string id);
     Device(const Device &) = delete;
     Device &operator=(const Device &) = delete;
-    /// Closes the device if it is open, without asking it anything more.
+    /// Closes the device if it is open, without asking it anything more, and wipes the password history.
     ~Device();
 
     /// First contact: opens the device read-only, remembers lock state, transport type and addresses, and
-    /// closes it. Does nothing but ask for the access status when that is neither read-write nor read-only.
+    /// closes it. Does nothing but ask for the access status when that is neither read-write nor read-only, and
+    /// nothing at all from the beginning of open() to the end of close().
     /// \throws whatever the read of an address feature throws, of the standard's family or GenericException;
-    ///     the device is still open then
+    ///     the device has been closed then, without being asked anything more
     void probe();
+    /// How often the device has been probed. Thread: that of the passes.
+    std::uint32_t probes() const { return probes_; }
 
-    /// Opens the device with control access. Failures are printed; isOpen() tells the outcome.
+    /// Opens the device with control access. Failures are printed; isOpen() tells the outcome. One that is being
+    /// probed is not opened.
     void open();
 
-    /// Closes the device; the lock flags are read once more and cached for the list.
+    /// Closes what open() has opened; the lock flags are read once more and cached for the list.
     /// \param skipCacheRefresh  don't read them: the device cannot answer any more, or nobody will ask
     void close(bool skipCacheRefresh);
 
@@ -72,7 +79,8 @@ public:
     std::string id() const { return retired ? std::string() : id_; }
     /// The identifier without a copy; stays when the device is retired. Valid as long as the object.
     std::string_view identifier() const { return id_; }
-    bool isOpen() const { return isOpen_; }
+    /// Whether open() has opened it; a probe does not count.
+    bool isOpen() const { return isOpen_ && holder == Holder::User; }
     /// Whether the last read of the lock state worked; survives a close.
     bool passwordSupported() const { return passwordSupported_; }
 
@@ -109,15 +117,27 @@ public:
     /// Records a password that has proved itself: the last three different ones are kept, the newest last.
     void rememberPassword(const std::string &used);
     /// The recorded passwords, oldest first. They live as long as this object and are stored nowhere.
-    std::vector<std::string> passwordHistory() const { return passwordHistory_; }
+    std::vector<std::string> passwordHistory() const;
 
     /// The feature \p name of the remote device's node map; an empty node when the device has no port.
     RemoteNode remoteNode(const std::string &name) const;
 
 private:
+    // Who alone may open the device and close it, but for its retirement.
+    enum class Holder
+    {
+        Nobody,
+        Probe,
+        User // from open() to close()
+    };
+
     bool isOff() const { return id_.empty() || !gentl || retired; }
+    bool tryToHold(Holder newHolder);
+    void releaseFromUser();
+    void probeHeld();
     bool openWith(std::int32_t accessFlags);
     void createPort();
+    void closeConnection(bool skipCacheRefresh);
     void closeHandle();
     void refreshCache();
     void readTransportInfo();
@@ -129,20 +149,24 @@ private:
 
     TLInterface *const interfaceOwner;
     const std::shared_ptr<GenICam_Interfaces::GenTL_Interface> gentl;
+    std::atomic<Holder> holder = Holder::Nobody;
+    std::shared_ptr<const InterfaceSession>
+        session;                                    // held while open; belongs to whoever has changed isOpen_
     std::atomic<void *> devHandle = nullptr;        // DEV_HANDLE, valid while open
     std::atomic<void *> remotePortHandle = nullptr; // PORT_HANDLE, cleared at close
-    // A close leaves it in place, so that a read that overlaps the close still has a port; the next open
-    // replaces it.
+    // A close disconnects it but leaves it in place, so that a read that overlaps the close still has a port; the
+    // next open replaces it.
     std::atomic<std::shared_ptr<GenICam_Interfaces::GenTL_PortInterface>> port;
     const std::uint64_t maxLength = 0x7fffffff; // bytes of a password; no register tells it
     const std::string id_;
-    std::atomic<bool> isOpen_ = false;
+    std::atomic<bool> isOpen_ = false; // devHandle is held
     std::atomic<bool> passwordSupported_ = false;
     std::atomic<bool> cachedLocked = true;
     std::atomic<bool> cachedDefault = false;
     TransportType transportType_ = TransportType::Unknown;
     std::uint32_t ipAddress_ = 0;
     std::uint64_t macAddress_ = 0;
-    std::vector<std::string> passwordHistory_;
+    std::list<std::string> passwordHistory_; // its texts never move, which would leave copies behind
+    std::uint32_t probes_ = 0;
     std::atomic<bool> retired = false;
 };

@@ -5,6 +5,7 @@
 #include "Device.h"
 #include "GenTL_PortInterface.h"
 #include "PasswordRegisters.h"
+#include "Wipe.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -42,6 +43,7 @@ void Device::writePassword(std::int64_t address, const std::string &password)
     if (!target)
         throw std::runtime_error("The device has no port.");
     std::vector<char> bytes(paddedPasswordSize(password.size()), '\0');
+    const WipeAtEnd wiper(bytes);
     std::copy(password.begin(), password.end(), bytes.begin());
     target->Write(bytes.data(), address, static_cast<std::int64_t>(bytes.size()));
 }
@@ -145,9 +147,18 @@ void Device::unlock(const std::string &candidate)
 void Device::rememberPassword(const std::string &used)
 {
     const auto known = std::find(passwordHistory_.begin(), passwordHistory_.end(), used);
-    if (known != passwordHistory_.end())
-        passwordHistory_.erase(known);
+    if (known != passwordHistory_.end()) {
+        passwordHistory_.splice(passwordHistory_.end(), passwordHistory_, known);
+        return;
+    }
     passwordHistory_.push_back(used);
-    if (passwordHistory_.size() > MaxRememberedPasswords)
-        passwordHistory_.erase(passwordHistory_.begin());
+    if (passwordHistory_.size() > MaxRememberedPasswords) {
+        wipe(passwordHistory_.front());
+        passwordHistory_.pop_front();
+    }
+}
+
+std::vector<std::string> Device::passwordHistory() const
+{
+    return {passwordHistory_.begin(), passwordHistory_.end()};
 }

@@ -54,6 +54,7 @@ struct InterfaceLevel
     GenTLLibrary *parent;
     std::shared_ptr<GenTL_Interface> gentl;
     bool openNew;
+    Roster &roster;
     RetiredObjects &retired;
 };
 
@@ -113,7 +114,7 @@ void GenTLLibrary::updateInterfaces(bool openNew, RetiredObjects &retired)
 {
     if (!gentl_)
         return;
-    if (reconcile(interfaces_, InterfaceLevel{this, gentl_, openNew, retired}) && interfaces_.empty())
+    if (reconcile(interfaces_, InterfaceLevel{this, gentl_, openNew, roster, retired}) && interfaces_.empty())
         console::printLine("No interfaces detected!");
 }
 
@@ -134,16 +135,16 @@ void GenTLLibrary::closeProducer()
         return;
     if (tlOpen) {
         const GC_ERROR code = gentl_->TLClose(tlHandle_);
-        if (code != GC_ERR_SUCCESS) {
-            console::printLine("WARNING: TLClose() failed with code ", code, "!");
-            reportLastError(gentl_);
-        }
+        if (code != GC_ERR_SUCCESS)
+            reportFailedClose(gentl_, "WARNING: TLClose() failed with code ", code);
     }
     tlHandle_ = nullptr;
     tlOpen = false;
     const GC_ERROR code = gentl_->GCCloseLib();
-    if (code != GC_ERR_SUCCESS)
+    if (code != GC_ERR_SUCCESS) {
+        gentl_->keepLoaded();
         console::printLine("WARNING: GCCloseLib() failed with code ", code, "!");
+    }
     gentl_.reset();
 }
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "RetiredObjects.h"
+#include "Roster.h"
 
 #include <memory>
 #include <string>
@@ -54,6 +55,7 @@ public:
 
     std::string path() const { return path_; }
     std::vector<TLInterface *> interfaces() const { return interfaces_; }
+    Roster roster; // of the interfaces
     std::shared_ptr<GenICam_Interfaces::GenTL_Interface> gentl() const { return gentl_; }
     /// GenTL's TL_HANDLE; null while closed.
     void *tlHandle() const { return tlHandle_; }

@@ -17,3 +17,11 @@ void reportLastError(std::shared_ptr<GenICam_Interfaces::GenTL_Interface> gentl)
     else
         console::printLine("         Msg: ", text.text());
 }
+
+void reportFailedClose(const std::shared_ptr<GenICam_Interfaces::GenTL_Interface> &gentl, const char *line,
+                       GC_ERROR code)
+{
+    gentl->keepLoaded();
+    console::printLine(line, code, "!");
+    reportLastError(gentl);
+}

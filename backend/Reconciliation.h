@@ -8,12 +8,12 @@
 #include "GenTL.h"
 #include "LastError.h"
 #include "RollCall.h"
+#include "Roster.h"
 #include "TextBuffer.h"
 
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 /// How long a producer may take to refresh a list, in milliseconds.
@@ -27,17 +27,16 @@ inline constexpr std::uint32_t LongestList = 65'536;
 ///     GC_ERROR count(std::uint32_t *), GC_ERROR identifier(std::uint32_t index, char *buffer, std::size_t
 ///     *size): the three GenTL calls; updateFailure, countFailure, countRefusal, identifierFailure: their
 ///     messages up to the code, the count or the index; clearsEachTime: whether the buffer is cleared before
-///     each identifier or only once; gentl; Child *create(std::string id); void destroy(Child *)
+///     each identifier or only once; gentl; roster: a Roster, kept between calls; Child *create(std::string
+///     id); void destroy(Child *)
 /// \return false after a failure, which is printed. The list is then as it was, but for children that were
 ///     new.
 template <class Child, class Level>
 bool reconcile(std::vector<Child *> &children, Level &&level)
 {
-    std::vector<std::string_view> identifiers;
-    identifiers.reserve(children.size());
-    for (const Child *child : children)
-        identifiers.push_back(child->identifier());
-    RollCall<std::string_view> known(std::move(identifiers));
+    if (level.roster.identifiers().size() != children.size())
+        level.roster.write(children); // there are new ones, or some have gone
+    RollCall<std::string_view> known(level.roster.identifiers());
     const auto failed = [&](std::string_view start, GC_ERROR code) {
         console::printLine(start, code, "!");
         reportLastError(level.gentl);
@@ -62,11 +61,13 @@ bool reconcile(std::vector<Child *> &children, Level &&level)
         std::size_t size = TextBuffer::size();
         if (const GC_ERROR code = level.identifier(i, buffer.data(), &size); code != GC_ERR_SUCCESS)
             return failed(console::compose(level.identifierFailure, i, ") failed with code "), code);
-        if (!known.answer(buffer.text()))
+        if (!known.answer(buffer))
             children.push_back(level.create(std::string(buffer.text())));
     }
 
     const std::vector<std::size_t> gone = known.missing();
+    if (!gone.empty())
+        level.roster.clear(); // as many may have come
     for (std::size_t n = gone.size(); n-- > 0;) {
         const auto place = children.begin() + static_cast<std::ptrdiff_t>(gone[n]);
         level.destroy(*place);

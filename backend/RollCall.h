@@ -5,27 +5,35 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <span>
 #include <unordered_map>
 #include <unordered_set>
-#include <utility>
 #include <vector>
 
 /// Keys nearly always answer in the order in which they are known, so each is first looked for behind the one that
-/// answered before it. A few may stand elsewhere; with more of them an index of the keys is made.
+/// answered before it, and as long as all do, their number is all that is kept. A few may stand elsewhere; with more of
+/// them an index of the keys is made.
 template <class Key>
 class RollCall
 {
 public:
-    explicit RollCall(std::vector<Key> known) : known(std::move(known)), present(this->known.size(), false) {}
+    /// \param known  the caller's, for as long as the object lives
+    explicit RollCall(std::span<const Key> known) : known(known) {}
 
     /// Marks \p key as present.
+    /// \param key  may be of another type, which compares with a Key and converts to one
     /// \return whether it is known
-    bool answer(Key key)
+    template <class Answer>
+    bool answer(const Answer &key)
     {
-        const std::size_t place = next < known.size() && known[next] == key ? next : find(key);
+        const std::size_t place =
+            next < known.size() && key == known[next] ? next : find(static_cast<Key>(key));
         if (place == known.size())
             return false;
-        present[place] = true;
+        if (place != next && present.empty())
+            leaveOrder();
+        if (!present.empty())
+            present[place] = true;
         next = place + 1;
         return true;
     }
@@ -34,15 +42,15 @@ public:
     std::vector<std::size_t> missing() const
     {
         std::vector<std::size_t> silent;
-        for (std::size_t i = 0; i < known.size(); ++i) {
-            if (!present[i])
+        for (std::size_t i = present.empty() ? next : 0; i < known.size(); ++i) {
+            if (!isPresent(i))
                 silent.push_back(i);
         }
         if (silent.empty())
             return silent;
         std::unordered_set<Key> answered;
         for (std::size_t i = 0; i < known.size(); ++i) {
-            if (present[i])
+            if (isPresent(i))
                 answered.insert(known[i]);
         }
         std::erase_if(silent, [&](std::size_t i) { return answered.contains(known[i]); });
@@ -51,6 +59,14 @@ public:
 
 private:
     static constexpr int MaxDetours = 4;
+
+    bool isPresent(std::size_t place) const { return present.empty() ? place < next : present[place]; }
+
+    void leaveOrder()
+    {
+        present.assign(known.size(), false);
+        std::fill_n(present.begin(), next, true);
+    }
 
     std::size_t find(const Key &key)
     {
@@ -64,9 +80,9 @@ private:
         return found == places.end() ? known.size() : found->second;
     }
 
-    const std::vector<Key> known;
-    std::vector<bool> present;
+    const std::span<const Key> known;
     std::size_t next = 0;
+    std::vector<bool> present; // empty as long as those before next have answered, and no others
     int detours = 0;
     std::unordered_map<Key, std::size_t> places;
 };

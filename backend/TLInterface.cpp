@@ -6,6 +6,7 @@
 #include "GenTL.h"
 #include "GenTLLibrary.h"
 #include "GenTL_Interface.h"
+#include "InterfaceSession.h"
 #include "LastError.h"
 #include "Reconciliation.h"
 #include "TextBuffer.h"
@@ -41,6 +42,7 @@ struct DeviceLevel
 
     TLInterface *parent;
     std::shared_ptr<GenICam_Interfaces::GenTL_Interface> gentl;
+    Roster &roster;
     RetiredObjects &retired;
 };
 
@@ -69,28 +71,23 @@ void TLInterface::open()
         reportLastError(gentl_);
         return;
     }
+    session_ = std::make_shared<const InterfaceSession>(gentl_, handle);
     ifHandle = handle;
     ifOpen = true;
 }
 
 void TLInterface::close()
 {
-    if (ifOpen) {
-        const GC_ERROR code = gentl_->IFClose(ifHandle);
-        if (code != GC_ERR_SUCCESS) {
-            console::printLine("WARNING: IFClose() failed with code ", code, "!");
-            reportLastError(gentl_);
-        }
-    }
     ifHandle = nullptr;
     ifOpen = false;
+    session_.store(nullptr); // the last share closes it
 }
 
 void TLInterface::updateDeviceList(RetiredObjects &retired)
 {
     if (!gentl_)
         return;
-    reconcile(devices_, DeviceLevel{this, gentl_, retired});
+    reconcile(devices_, DeviceLevel{this, gentl_, roster, retired});
 }
 
 void TLInterface::retire(RetiredObjects &retired)

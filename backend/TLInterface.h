@@ -3,6 +3,7 @@
 #pragma once
 
 #include "RetiredObjects.h"
+#include "Roster.h"
 
 #include <atomic>
 #include <memory>
@@ -15,9 +16,10 @@ class GenTL_Interface;
 }
 class Device;
 class GenTLLibrary;
+class InterfaceSession;
 
-/// Thread: the one of the pass, but for handle(), which any may ask; before the first and after the last pass, the
-/// one that owns the BackEnd.
+/// Thread: the one of the pass, but for handle() and session(), which any may ask; before the first and after the
+/// last pass, the one that owns the BackEnd.
 class TLInterface
 {
 public:
@@ -32,7 +34,8 @@ public:
 
     /// Opens the interface; a failure is printed, and isOpen() tells.
     void open();
-    /// Closes the interface if it is open; a failure is printed, and it counts as closed all the same.
+    /// Closes the interface if it is open; a failure is printed, and it counts as closed all the same. While a
+    /// device holds a share of the session, the producer's close waits for that.
     void close();
 
     /// Brings the devices up to date with what the producer reports. Failures are printed. A new device is
@@ -50,15 +53,19 @@ public:
     /// The identifier without a copy; valid as long as the object.
     std::string_view identifier() const { return id_; }
     std::vector<Device *> devices() const { return devices_; }
+    Roster roster; // of the devices
     std::shared_ptr<GenICam_Interfaces::GenTL_Interface> gentl() const { return gentl_; }
     /// GenTL's IF_HANDLE; null while closed.
     void *handle() const { return ifHandle; }
+    /// What keeps the interface open; null while closed.
+    std::shared_ptr<const InterfaceSession> session() const { return session_; }
     bool isOpen() const { return ifOpen; }
 
 private:
     GenTLLibrary *const library;
     const std::shared_ptr<GenICam_Interfaces::GenTL_Interface> gentl_;
-    std::atomic<void *> ifHandle = nullptr; // IF_HANDLE
+    std::atomic<std::shared_ptr<const InterfaceSession>> session_;
+    std::atomic<void *> ifHandle = nullptr; // IF_HANDLE, of the session: the passes ask for it often
     const std::string id_;
     std::vector<Device *> devices_; // owned, in order of first sight
     bool ifOpen = false;

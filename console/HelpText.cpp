@@ -26,16 +26,22 @@ const char *const helpFooter = R"(Which options act together:
 Passwords:
   A password on the command line can be seen by other users of the machine. Give
   it by --password-file and --new-password-file instead. The first line counts,
-  up to 4096 bytes; one carriage return at its end is dropped. FILE may be "-",
-  standard input. With "-" for both, it gives two lines, the password first.
-  What follows in standard input answers the questions of the run.
+  up to 4096 bytes; a byte-order mark before it and one carriage return at its
+  end are dropped. FILE may be "-", standard input. With "-" for both, it gives
+  two lines, the password first. What follows in standard input answers the
+  questions of the run.
+  A password that is the name of an option is given as --password=--lock.
+  A new password that is asked for has 3 bytes or more. How many a camera takes
+  is its own matter.
 
 Exit status:
   0  The run was finished or cancelled. So it is after a wrong password too, and
-     whenever else the camera refused. A run with a password or --lock tells the
-     outcome in a line of its own, "Exiting program... Device is locked." or
-     "Exiting program... Device is unlocked.", unless it ended earlier; a reset
-     that was refused prints "Factory reset failed: ". The lists, --help and
+     whenever else the camera refused. A password was changed only where the
+     line "Successfully changed the password!" stands. A run with a password or
+     --lock ends by "Exiting program... Device is locked." or "Exiting
+     program... Device is unlocked.", unless it ended earlier. That tells the
+     state of the lock, and alone proves nothing about a password. A reset that
+     was refused prints "Factory reset failed: ". The lists, --help and
      --version always end so.
   1  The run could not begin: there is no camera, or none with that serial
      number is accessible, or it could not be opened. Or something unexpected

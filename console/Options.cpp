@@ -7,6 +7,7 @@
 #include <CLI/CLI.hpp>
 
 #include <sstream>
+#include <string_view>
 #include <vector>
 
 namespace {
@@ -62,17 +63,30 @@ void addLists(CLI::App &app, Options &options)
     app.add_flag("--list-devices", options.listDevices, "List the cameras that are found")->group(group);
 }
 
-/// The parser would take the next argument as the value of "--password=", though a script with an unset
-/// variable means an empty one.
-void checkEmptyValues(const CLI::App &app, int argc, const char *const *argv)
+/// Throws if a value that begins an argument of its own names an option: with an unset variable in front of it, a script
+/// would set "--lock" as the password. What stands behind its "=" may be a secret and is not repeated.
+void checkSeparateValue(const CLI::App &app, const std::string &option, const std::string &value)
+{
+    const std::string name = value.substr(0, value.find('='));
+    if (app.get_option_no_throw(name) == nullptr)
+        return;
+    throw UsageError(option + ": the value is missing, since " + name +
+                     " is an option itself. If it is the value, write " + option + '=' + name +
+                     (name == value ? "" : "=..."));
+}
+
+/// What the parser would take in another sense than a script with an unset variable means: for "--password=" it takes
+/// the next argument as the value, and as a separate value it takes an option too.
+void checkValues(const CLI::App &app, int argc, const char *const *argv)
 {
     for (int i = 1; i < argc; ++i) {
-        std::string name = argv[i];
-        if (!name.ends_with('='))
-            continue;
-        name.pop_back();
-        if (app.get_option_no_throw(name) != nullptr)
-            throw UsageError(name + ": " + refuseEmpty(""));
+        const std::string argument = argv[i];
+        if (argument.ends_with('=') &&
+            app.get_option_no_throw(argument.substr(0, argument.size() - 1)) != nullptr)
+            throw UsageError(argument.substr(0, argument.size() - 1) + ": " + refuseEmpty(""));
+        const CLI::Option *option = app.get_option_no_throw(argument);
+        if (option != nullptr && option->get_items_expected_min() > 0 && i + 1 < argc)
+            checkSeparateValue(app, argument, argv[++i]);
     }
 }
 
@@ -113,7 +127,7 @@ Options parseOptions(int argc, const char *const *argv)
     app.set_version_flag("--version", versionLine, "Print the version");
     app.footer(helpFooter);
     app.allow_extras();
-    checkEmptyValues(app, argc, argv);
+    checkValues(app, argc, argv);
     try {
         app.parse(argc, argv);
     } catch (const CLI::Success &success) {
@@ -129,4 +143,18 @@ Options parseOptions(int argc, const char *const *argv)
     checkPasswords(app);
     checkLists(app);
     return options;
+}
+
+void wipePasswords(int argc, char **argv)
+{
+    for (int i = 1; i < argc; ++i) {
+        const std::string_view argument = argv[i];
+        const std::string_view name = argument.substr(0, argument.find('='));
+        if (name != "--password" && name != "--new-password")
+            continue;
+        char *password = name != argument ? argv[i] + name.size() + 1 : argv[++i];
+        // Through a volatile pointer: nobody in this program reads it again.
+        for (volatile char *byte = password; byte != nullptr && *byte != '\0'; ++byte)
+            *byte = '\0';
+    }
 }

@@ -31,3 +31,7 @@ struct Options
 /// \throws UsageError  an unknown or surplus argument, a missing or empty value, or options that exclude each
 ///     other
 Options parseOptions(int argc, const char *const *argv);
+
+/// Overwrites the passwords of a command line that parseOptions has read, so that the list of processes shows them no
+/// longer than needed. \p argv ends with a null pointer.
+void wipePasswords(int argc, char **argv);

@@ -2,10 +2,12 @@
 // torvane_console: the options fill the presets of the back end, whose dialogue does the rest. Answers,
 // tables and the dialogue go to standard output, usage errors to standard error.
 #include "BackEnd.h"
+#include "ConsoleIO.h"
 #include "Options.h"
 #include "PasswordFile.h"
 #include "ProcessStart.h"
 #include "UsageError.h"
+#include "Wipe.h"
 
 #include <exception>
 #include <iostream>
@@ -51,6 +53,9 @@ int run(const Options &options)
 int start(int argc, char **argv)
 {
     Options options = parseOptions(argc, argv);
+    const WipeAtEnd wipePassword(options.password);
+    const WipeAtEnd wipeNewPassword(options.newPassword);
+    wipePasswords(argc, argv);
     if (options.answer) {
         std::cout << *options.answer << std::flush;
         return 0;
@@ -66,16 +71,20 @@ int start(int argc, char **argv)
 int main(int argc, char **argv)
 {
     prepareProcess();
+    const auto tell = [](const char *text) {
+        std::cerr << "torvane_console: " << console::shown(text, stderr) << '\n';
+    };
     try {
         return start(argc, argv);
     } catch (const UsageError &error) {
-        std::cerr << "torvane_console: " << error.what() << "\nTry 'torvane_console --help'.\n";
+        tell(error.what());
+        std::cerr << "Try 'torvane_console --help'.\n";
         return statusUsage;
     } catch (const std::exception &error) {
-        std::cerr << "torvane_console: " << error.what() << '\n';
+        tell(error.what());
     } catch (...) {
         // Caught only so that the stack unwinds, which closes the camera for others to use.
-        std::cerr << "torvane_console: unexpected failure\n";
+        tell("unexpected failure");
     }
     return statusFailure;
 }

@@ -3,6 +3,7 @@
 #include "GenTL_Interface.h"
 
 #include "FunctionGroups.h"
+#include "ModuleFile.h"
 #include "Platform.h"
 
 #include <stdexcept>
@@ -42,7 +43,7 @@ GenTL_Interface::~GenTL_Interface()
     clear(functionsOf13(*this));
     clear(functionsOf14(*this));
     clear(functionsOf15(*this));
-    if (moduleHandle)
+    if (moduleHandle && !staysLoaded)
         platform::releaseModule(moduleHandle);
 }
 
@@ -57,11 +58,14 @@ std::string GenTL_Interface::getGenTLVersionString() const
 // in it, and pulling its code away from under them would end the process.
 void GenTL_Interface::load()
 {
-    moduleHandle = platform::loadModule(ctiPath);
-    if (!moduleHandle) {
-        const std::string code = platform::lastError();
-        throwFailure("Loading cti " + ctiPath + " failed! Code: ", code);
+    std::string fault = platform::moduleFileFault(ctiPath);
+    if (fault.empty()) {
+        moduleHandle = platform::loadModule(ctiPath);
+        if (!moduleHandle)
+            fault = platform::lastError();
     }
+    if (!moduleHandle)
+        throwFailure("Loading cti " + ctiPath + " failed! Code: ", fault);
     require(functionsOfStart(*this));
     queryVersion();
     resolve(functionsOf10(*this));

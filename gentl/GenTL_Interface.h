@@ -8,13 +8,14 @@
 // construction, TLClose and GCCloseLib before destruction. Whoever holds a GenTL handle shares the
 // ownership of this object, so that the library stays loaded.
 //
-// Threads: nothing changes after construction, so any thread may call any member at any time, two at once
-// as far as the producer allows it. No lock is taken. The made-up error of an absent function belongs to
-// the thread that met it.
+// Threads: nothing that a call needs changes after construction, so any thread may call any member at any
+// time, two at once as far as the producer allows it. No lock is taken. The made-up error of an absent
+// function belongs to the thread that met it.
 #pragma once
 
 #include "GenTL_Function.h"
 
+#include <atomic>
 #include <cstdint>
 #include <string>
 
@@ -43,8 +44,12 @@ public:
     GenTL_Interface(const GenTL_Interface &) = delete;
     GenTL_Interface &operator=(const GenTL_Interface &) = delete;
 
-    /// Releases the library. GCCloseLib is the owner's to call before.
+    /// Releases the library, unless keepLoaded was called. GCCloseLib is the owner's to call before.
     ~GenTL_Interface();
+
+    /// Leaves the library loaded until the process ends. To be called after a failed close: the producer may have
+    /// threads running yet, and pulling its code away from under them would end the process. Thread: any.
+    void keepLoaded() noexcept { staysLoaded = true; }
 
     /// Whether the producer implements both version queries.
     [[nodiscard]] bool genTLVersionKnown() const { return genTLVersionKnown_; }
@@ -155,6 +160,7 @@ private:
 
     std::string ctiPath;
     void *moduleHandle = nullptr; ///< of the loaded library; null if none
+    std::atomic<bool> staysLoaded = false;
     bool genTLVersionKnown_ = false;
     std::uint32_t genTLVersionMajor_ = 0;
     std::uint32_t genTLVersionMinor_ = 0;

@@ -32,6 +32,7 @@ GenTL_PortInterfaceBase::~GenTL_PortInterfaceBase() = default;
 
 void GenTL_PortInterfaceBase::Read(void *buffer, std::int64_t address, std::int64_t length)
 {
+    requireConnection();
     auto size = static_cast<std::size_t>(length);
     const GC_ERROR code =
         genTLInterface->GCReadPort(portHandle, static_cast<std::uint64_t>(address), buffer, &size);
@@ -41,6 +42,7 @@ void GenTL_PortInterfaceBase::Read(void *buffer, std::int64_t address, std::int6
 
 void GenTL_PortInterfaceBase::Write(const void *buffer, std::int64_t address, std::int64_t length)
 {
+    requireConnection();
     auto size = static_cast<std::size_t>(length);
     const GC_ERROR code =
         genTLInterface->GCWritePort(portHandle, static_cast<std::uint64_t>(address), buffer, &size);
@@ -67,6 +69,7 @@ GenApi_3_2_TVN::EAccessMode GenTL_PortInterfaceBase::GetAccessMode() const
 
 bool GenTL_PortInterfaceBase::askPort(PORT_INFO_CMD question, const char *context) const
 {
+    requireConnection();
     INFO_DATATYPE type = INFO_DATATYPE_BOOL8;
     bool8_t answer = 0;
     std::size_t size = sizeof answer;
@@ -78,6 +81,7 @@ bool GenTL_PortInterfaceBase::askPort(PORT_INFO_CMD question, const char *contex
 
 std::string GenTL_PortInterfaceBase::getPortName() const
 {
+    requireConnection();
     constexpr const char *context = "GCGetPortInfo(PORT_INFO_PORTNAME)";
     INFO_DATATYPE type = INFO_DATATYPE_STRING;
     std::size_t size = 0;
@@ -90,6 +94,12 @@ std::string GenTL_PortInterfaceBase::getPortName() const
     if (code != GC_ERR_SUCCESS)
         reportGenTLError(context, code, "");
     return producerText(name.data(), name.size());
+}
+
+void GenTL_PortInterfaceBase::requireConnection() const
+{
+    if (!connected)
+        throw std::runtime_error("The port is closed.");
 }
 
 void GenTL_PortInterfaceBase::reportGenTLError(std::string_view context, GC_ERROR code,

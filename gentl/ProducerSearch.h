@@ -18,8 +18,8 @@
 
 namespace GenICam_Interfaces {
 
-/// The bare names of all entries of \p directory that are not directories, in the order of the enumeration.
-/// Links are followed: one to a directory is dropped, one that leads nowhere stays.
+/// The bare names of the regular files of \p directory, in the order of the enumeration: directories, pipes and devices
+/// are dropped. Links are followed; one that leads nowhere stays, so that its load tells of it.
 /// A directory string longer than 257 bytes is not searched.
 [[nodiscard]] std::vector<std::string> getFilesInDirectory(const std::string &directory);
 

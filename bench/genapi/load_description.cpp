@@ -2,13 +2,16 @@
 // From the bytes of a description to a node found by name: a node map, first and further ones of the model, against
 // pugixml with an index by name and against Aravis.
 #include "AravisCamera.h"
+#include "CNodeMapFactory.h"
 #include "GeneratedCamera.h"
+#include "IDestroy.h"
 #include "NodeMapCamera.h"
 
 #include <benchmark/benchmark.h>
 #include <pugixml.hpp>
 
 #include <cstdlib>
+#include <cstring>
 #include <iostream>
 #include <string_view>
 #include <unordered_map>
@@ -73,6 +76,40 @@ void furtherLoad(benchmark::State &state)
     }
 }
 
+/// From the bytes alone, without the copy of them that the port hands over as a text.
+template <std::size_t kilobytes>
+void furtherLoadOfBytes(benchmark::State &state)
+{
+    const NodeMapCamera first{camera<kilobytes>().description};
+    const GenICam_3_2_TVN::gcstring name{wanted<kilobytes>()};
+    const std::string &bytes = camera<kilobytes>().description;
+    for (auto _ : state) {
+        GenApi_3_2_TVN::CNodeMapFactory factory{GenApi_3_2_TVN::ContentType_Xml, bytes.data(), bytes.size()};
+        GenApi_3_2_TVN::INodeMap *const nodeMap = factory.CreateNodeMap("Device");
+        benchmark::DoNotOptimize(nodeMap->GetNode(name));
+        dynamic_cast<GenApi_3_2_TVN::IDestroy &>(*nodeMap).Destroy();
+    }
+}
+
+template <std::size_t kilobytes>
+void bareComparison(benchmark::State &state)
+{
+    const std::string known = camera<kilobytes>().description;
+    const std::string &bytes = camera<kilobytes>().description;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(std::memcmp(known.data(), bytes.data(), bytes.size()));
+}
+
+template <std::size_t kilobytes>
+void bareCopyAndComparison(benchmark::State &state)
+{
+    const std::string known = camera<kilobytes>().description;
+    for (auto _ : state) {
+        const std::string text = camera<kilobytes>().description;
+        benchmark::DoNotOptimize(std::memcmp(known.data(), text.data(), text.size()));
+    }
+}
+
 template <std::size_t kilobytes>
 void aravisLoad(benchmark::State &state)
 {
@@ -111,6 +148,9 @@ BENCHMARK_TEMPLATE(aravisLoad, 160);
 BENCHMARK_TEMPLATE(pugixmlWithIndex, 1300);
 BENCHMARK_TEMPLATE(firstLoad, 1300);
 BENCHMARK_TEMPLATE(furtherLoad, 1300);
+BENCHMARK_TEMPLATE(furtherLoadOfBytes, 1300);
+BENCHMARK_TEMPLATE(bareComparison, 1300);
+BENCHMARK_TEMPLATE(bareCopyAndComparison, 1300);
 BENCHMARK_TEMPLATE(aravisLoad, 1300);
 
 int main(int argc, char **argv)

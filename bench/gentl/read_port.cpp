@@ -53,25 +53,19 @@ struct Camera
     PGCReadPort bare = nullptr;
 };
 
-Camera &camera()
-{
-    static Camera *const instance = new Camera; // lives as long as the process
-    return *instance;
-}
-
-void bareReadPort(benchmark::State &state)
+void bareReadPort(benchmark::State &state, const Camera &camera)
 {
     std::uint32_t value = 0;
     for (auto _ : state) {
         std::size_t size = sizeof value;
-        benchmark::DoNotOptimize(camera().bare(camera().port, lockState, &value, &size));
+        benchmark::DoNotOptimize(camera.bare(camera.port, lockState, &value, &size));
     }
 }
 
-void portRead(benchmark::State &state)
+void portRead(benchmark::State &state, const Camera &camera)
 {
     std::uint32_t value = 0;
-    GenApi_3_2_TVN::IPort &port = *camera().ours;
+    GenApi_3_2_TVN::IPort &port = *camera.ours;
     for (auto _ : state) {
         port.Read(&value, static_cast<std::int64_t>(lockState), sizeof value);
         benchmark::DoNotOptimize(value);
@@ -80,19 +74,19 @@ void portRead(benchmark::State &state)
 
 } // namespace
 
-BENCHMARK(bareReadPort);
-BENCHMARK(portRead);
-
 int main(int argc, char **argv)
 {
+    const Camera camera;
     std::uint32_t bytes[2] = {};
     std::size_t size = sizeof bytes[0];
-    camera().bare(camera().port, lockState, &bytes[0], &size);
-    camera().ours->Read(&bytes[1], static_cast<std::int64_t>(lockState), sizeof bytes[1]);
+    camera.bare(camera.port, lockState, &bytes[0], &size);
+    camera.ours->Read(&bytes[1], static_cast<std::int64_t>(lockState), sizeof bytes[1]);
     if (bytes[0] != bytes[1]) {
         std::cerr << "the two roads read different bytes\n";
         return EXIT_FAILURE;
     }
+    benchmark::RegisterBenchmark("bareReadPort", [&](auto &state) { bareReadPort(state, camera); });
+    benchmark::RegisterBenchmark("portRead", [&](auto &state) { portRead(state, camera); });
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     return EXIT_SUCCESS;

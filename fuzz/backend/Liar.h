@@ -4,8 +4,8 @@
 //     IFGetNumDevices number 4294967295
 //     IFGetDeviceID 1 size 4294967296 times 300 text A
 //     GCReadPort* 0x50001000 code -1010
-// The number behind the function chooses among its calls: a command, an index or an address. With a star the lie is told
-// each time. Several lies for one call are told one after the other, and then the truth again.
+// The number behind the function chooses among its calls: a command, an index or an address. With a star the lie is
+// told each time. Several lies for one call are told one after the other, and then the truth again.
 //
 // It never writes behind the buffer that it is given, and frees nothing. Anything else it may do.
 #pragma once

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Fuzzes what a producer answers in a whole session of the back end. A line of an input is an act of the user, a line of
-// standard input for the prompts ("input hunter22"), or a lie of the producer (Liar.h). The session begins with a search
-// and a pass and ends with two passes more. What has been opened must be closed in the end.
+// Fuzzes what a producer answers in a whole session of the back end. A line of an input is an act of the user, a line
+// of standard input for the prompts ("input hunter22"), or a lie of the producer (Liar.h). The session begins with a
+// search and a pass and ends with two passes more. What has been opened must be closed in the end.
 #include "AccessStatus.h"
 #include "BackEnd.h"
 #include "Capture.h"

@@ -36,8 +36,8 @@ void releaseModule(void *module);
 /// that call.
 std::string lastError();
 
-/// The bare names of the entries of \p directory that are not directories, links followed, in the order of
-/// the enumeration. Empty, or cut short, if the directory can't be read.
+/// The bare names of the regular files of \p directory, links followed, in the order of the enumeration; a link
+/// that leads nowhere counts as one. Empty, or cut short, if the directory can't be read.
 std::vector<std::string> listFiles(const std::string &directory);
 
 /// A copy of the variable's value, empty if it is not set.

@@ -8,7 +8,21 @@
 #include <filesystem>
 #include <system_error>
 
+namespace fs = std::filesystem;
+
 namespace GenICam_Interfaces::platform {
+
+namespace {
+
+// What can't be looked at, a link to nowhere say, counts as a file: the loader tells what is wrong with it.
+bool isFile(const fs::directory_entry &entry)
+{
+    std::error_code unknown;
+    const fs::file_type type = entry.status(unknown).type();
+    return unknown || type == fs::file_type::regular;
+}
+
+} // namespace
 
 const char pathJoiner = '/';
 const std::string_view listSeparators = ";:";
@@ -41,10 +55,9 @@ std::vector<std::string> listFiles(const std::string &directory)
 {
     std::vector<std::string> names;
     std::error_code error;
-    std::filesystem::directory_iterator entry(directory + pathJoiner, error);
-    for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
-        std::error_code unknown; // an entry that can't be looked at counts as a file
-        if (!entry->is_directory(unknown))
+    fs::directory_iterator entry(directory + pathJoiner, error);
+    for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+        if (isFile(*entry))
             names.push_back(entry->path().filename().string());
     }
     return names;

@@ -44,7 +44,7 @@ std::vector<std::string> listFiles(const std::string &directory)
         return names;
     const std::unique_ptr<void, decltype(&FindClose)> closer(search, &FindClose);
     do {
-        if ((entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0)
+        if ((entry.dwFileAttributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE)) == 0)
             names.emplace_back(entry.cFileName);
     } while (FindNextFileA(search, &entry));
     return names;

@@ -59,12 +59,6 @@ PortIdentity Interface::port() const
             .portName = "TLInterface"};
 }
 
-std::vector<std::shared_ptr<const CameraSettings>> Interface::plugged() const
-{
-    const auto current = findInterface(producer.configuration(), settings_->id);
-    return current ? current->cameras : std::vector<std::shared_ptr<const CameraSettings>>{};
-}
-
 bool Interface::isPlugged(const std::string &id) const
 {
     const auto current = findInterface(producer.configuration(), settings_->id);
@@ -75,7 +69,12 @@ bool Interface::isPlugged(const std::string &id) const
 bool Interface::refresh()
 {
     const CameraStates states = producer.store().load();
-    auto fresh = plugged();
+    const auto current = findInterface(producer.configuration(), settings_->id);
+    const bool isAnyAway = std::ranges::any_of(states, isRebooting, &CameraStates::value_type::second);
+    if (current && !isAnyAway && current->cameras == cameras_)
+        return false; // the very same ones: with thousands of them, all below costs more than this look
+
+    auto fresh = current ? current->cameras : std::vector<std::shared_ptr<const CameraSettings>>{};
     std::erase_if(fresh, [&](const auto &camera) { return isRebooting(stateOf(*camera, states)); });
     const bool hasChanged =
         !std::equal(cameras_.begin(), cameras_.end(), fresh.begin(), fresh.end(), hasSameId);

@@ -51,7 +51,6 @@ public:
     void dropUnplugged();
 
 private:
-    std::vector<std::shared_ptr<const CameraSettings>> plugged() const;
     bool isPlugged(const std::string &id) const;
 
     Producer &producer;

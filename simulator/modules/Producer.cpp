@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdio>
 #include <cstdlib>
 #include <optional>
 #include <system_error>
@@ -83,6 +84,22 @@ void Producer::reloadConfiguration()
 }
 
 void Producer::readConfigurationFile()
+{
+    try {
+        loadConfigurationFile();
+        toldFault.clear();
+    } catch (const GenTLError &error) {
+        // Most programs show no more than the code of a call. A list that is refreshed once a second meets the fault
+        // again each time.
+        if (error.what() != toldFault) {
+            toldFault = error.what();
+            std::fputs((toldFault + '\n').c_str(), stderr);
+        }
+        throw;
+    }
+}
+
+void Producer::loadConfigurationFile()
 {
     namespace fs = std::filesystem;
     std::error_code error;

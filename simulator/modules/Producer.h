@@ -70,6 +70,7 @@ private:
     using FileStamp = std::pair<std::filesystem::file_time_type, std::uintmax_t>;
 
     void readConfigurationFile();
+    void loadConfigurationFile();
     void openStore(const std::string &path);
 
     std::mutex mutex_;
@@ -78,6 +79,7 @@ private:
     std::string configurationPath;
     FileStamp configurationStamp; // of the file that stands in configuration_
     Configuration configuration_;
+    std::string toldFault; // of the file, on standard error; empty while it is right
     FailureRules failures;
     std::string statePath;
     std::unique_ptr<CameraStore> store_;

@@ -6,6 +6,8 @@
 #include "PanelParts.h"
 
 #include <QAction>
+#include <QClipboard>
+#include <QMimeData>
 #include <QSignalSpy>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -45,6 +47,8 @@ private slots:
     void rules_data();
     void rules();
     void editingFinished();
+    void oneLine_data();
+    void oneLine();
     void looks_data();
     void looks();
     void eye();
@@ -142,6 +146,55 @@ void PasswordControlTest::editingFinished()
     QVERIFY(finished.isEmpty());
     QTest::keyClick(FieldParts(&field).edit, Qt::Key_Return);
     QCOMPARE(finished.value(0), QVariantList{"abc"});
+}
+
+void PasswordControlTest::oneLine_data()
+{
+    addRows({"pasted", "text"}, {{"nothing to cut", "ab\tc", "xab\tcyz"},
+                                 {"line feed at the end", "ab\n", "xabyz"},
+                                 {"carriage return", "ab\rcd\n", "xabyz"},
+                                 {"vertical tabulator", "ab\vcd", "xabyz"},
+                                 {"form feed", "ab\fcd", "xabyz"},
+                                 {"next line", "ab\u0085cd", "xabyz"},
+                                 {"line separator", "ab\u2028cd", "xabyz"},
+                                 {"paragraph separator", "ab\u2029cd", "xabyz"},
+                                 {"at its start", "\nab", "xyz"}});
+}
+
+// However a text comes into the field, between "x" and "yz": it ends at its first line end, and nothing else goes.
+void PasswordControlTest::oneLine()
+{
+    QFETCH(QString, pasted);
+    QFETCH(QString, text);
+    PasswordControl field;
+    QLineEdit *const edit = FieldParts(&field).edit;
+    QMimeData data;
+    data.setText(pasted);
+    QInputMethodEvent composed;
+    composed.setCommitString(pasted);
+    const auto drop = [&] {
+        const QRect cursor = edit->inputMethodQuery(Qt::ImCursorRectangle).toRect();
+        QDropEvent event(cursor.center(), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        edit->event(&event);
+    };
+    const std::vector<std::function<void()>> ways{
+        [&] { edit->paste(); }, [&] { QCoreApplication::sendEvent(edit, &composed); }, drop};
+    QGuiApplication::clipboard()->setText(pasted);
+    for (const auto &way : ways) {
+        field.setText("xyz");
+        edit->setCursorPosition(1);
+        QStringList told;
+        const auto connection =
+            connect(&field, &PasswordControl::textChanged, [&](auto &now) { told << now; });
+        way();
+        disconnect(connection);
+        QCOMPARE(field.text(), text);
+        QCOMPARE(told, QStringList{text});
+    }
+    field.setText("ab\ncd");
+    QCOMPARE(field.text(), QString("ab"));
+    field.setText(QString("ab") + QChar::Null + "cd");
+    QCOMPARE(field.text(), QString("ab"));
 }
 
 void PasswordControlTest::looks_data()

@@ -3,6 +3,9 @@
 #include "AppFixture.h"
 
 #include <QProcess>
+#include <QRegularExpression>
+#include <QStandardPaths>
+#include <algorithm>
 
 class StartTest : public QObject
 {
@@ -10,18 +13,28 @@ class StartTest : public QObject
 
 private slots:
     void withoutInput();
+    void withoutReaders_data();
+    void withoutReaders();
+    void withoutDisplay_data();
+    void withoutDisplay();
     void dataOutsideTheRows();
 
 private:
     void run(const char *user)
     {
         const Environment choice("TORVANE_TEST_USER", user);
-        program.start(QCoreApplication::applicationDirPath() + "/torvane_gui_watched", QStringList());
+        run(path, {});
+    }
+
+    void run(const QString &command, const QStringList &arguments)
+    {
+        program.start(command, arguments);
         const bool hasEnded = program.waitForFinished();
         program.kill();
         QVERIFY(hasEnded);
     }
 
+    const QString path = QCoreApplication::applicationDirPath() + "/torvane_gui_watched";
     QProcess program; // its standard input stays open and silent, as a terminal does
 };
 
@@ -35,6 +48,62 @@ void StartTest::withoutInput()
     QCOMPARE(program.exitStatus(), QProcess::NormalExit);
     QCOMPARE(program.exitCode(), 0);
     QCOMPARE(list.simulator.openHandles(), 0);
+}
+
+void StartTest::withoutReaders_data()
+{
+    addRows({"streams"},
+            {{"a pipe whose reader leaves", "\"$0\" | head -1"}, {"closed", "exec \"$0\" <&- >&- 2>&-"}});
+}
+
+// Nobody reads what the back end prints. The camera is closed all the same, and the files that the producer opens are its
+// own.
+void StartTest::withoutReaders()
+{
+    QFETCH(QString, streams);
+    const QString shell = QStandardPaths::findExecutable("sh");
+    if (shell.isEmpty())
+        QSKIP("There is no shell here.");
+    const CameraList list(cameras("A"));
+    const Environment choice("TORVANE_TEST_USER", "unlocks");
+    run(shell, {"-c", streams, path});
+    QCOMPARE(program.exitCode(), 0);
+    const auto calls = list.simulator.calls();
+    QCOMPARE(calls.back(), std::string("GCCloseLib() = 0"));
+    QCOMPARE(list.simulator.openHandles(), 0);
+    QVERIFY(std::all_of(calls.begin(), calls.end(),
+                        [](const std::string &call) { return call.find(") = ") != std::string::npos; }));
+}
+
+void StartTest::withoutDisplay_data()
+{
+    const char *const noDisplay = "^$|^torvane_gui: There is no display to show a window on "
+                                  "\\(could not connect to display :none\\). torvane_console needs none.\n$";
+    const char *const noPlugin =
+        "^$|^torvane_gui: There is no display to show a window on "
+        "\\(Could not find the Qt platform plugin \"paper\" .*\\). torvane_console needs none.\n$";
+    addRows({"arguments", "status", "said"},
+            {{"no display", "-platform xcb", "1", noDisplay},
+             {"no such platform", "-platform paper", "1", noPlugin},
+             {"help", "-platform paper --help", "0", "^Usage: torvane_gui .*GENICAM_GENTL64_PATH.*|^$"},
+             {"version", "--version", "0", "^torvane_gui 1.0.0.0\n$|^$"}});
+}
+
+// Standard output and then standard error, each of them whole.
+void StartTest::withoutDisplay()
+{
+    QFETCH(QString, arguments);
+    QFETCH(QString, said);
+    const Environment display("DISPLAY", ":none");
+    run(path, arguments.split(' '));
+    QCOMPARE(program.exitStatus(), QProcess::NormalExit);
+    QTEST(QString::number(program.exitCode()), "status");
+    const QList<QByteArray> outputs{program.readAllStandardOutput(), program.readAllStandardError()};
+    for (int place = 0; place < 2; ++place) {
+        const QRegularExpression pattern(said.section('|', place, place),
+                                         QRegularExpression::DotMatchesEverythingOption);
+        QVERIFY2(pattern.match(outputs[place]).hasMatch(), outputs[place]);
+    }
 }
 
 void StartTest::dataOutsideTheRows()

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Tells ThreadSanitizer what Qt's mutexes and the end of a QThread put in order: the distribution's Qt is built without it.
-// The program's own calls come here, and go on to the library. Linked where that sanitizer is on.
+// Tells ThreadSanitizer what Qt's mutexes and the end of a QThread put in order: the distribution's Qt is built
+// without it. The program's own calls come here, and go on to the library. Linked where that sanitizer is on.
 #include <dlfcn.h>
 #include <sanitizer/tsan_interface.h>
 

@@ -99,6 +99,22 @@ void WindowTest::aboutQt()
     auto *const label = list.window.findChild<QLabel *>("aboutQt");
     QTest::mouseClick(label, Qt::LeftButton, {}, label->rect().center());
     QCOMPARE(list.boxes.taken(), QStringList{"About Qt of MainWindow"});
+
+    list.window.activateWindow();
+    QTRY_COMPARE(QApplication::activeWindow(), &list.window);
+    QCOMPARE(QApplication::focusWidget(), &list.view);
+    QWindow *const window = list.window.windowHandle();
+    for (const auto key : {Qt::Key_Tab, Qt::Key_Return})
+        QTest::keyClick(window, key);
+    QCOMPARE(list.boxes.taken(), QStringList{"About Qt of MainWindow"});
+    list.window.activateWindow(); // the offscreen platform leaves none active behind a box
+    QTRY_COMPARE(QApplication::activeWindow(), &list.window);
+    QTest::keyClick(window, Qt::Key_Return); // it still has the focus
+    QCOMPARE(list.boxes.taken(), QStringList{"About Qt of MainWindow"});
+    list.window.activateWindow(); // the offscreen platform leaves none active behind a box
+    QTRY_COMPARE(QApplication::activeWindow(), &list.window);
+    QTest::keyClick(window, Qt::Key_Backtab, Qt::ShiftModifier);
+    QCOMPARE(QApplication::focusWidget(), &list.view);
 }
 
 void WindowTest::withoutProducer()

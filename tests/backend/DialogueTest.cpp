@@ -8,6 +8,7 @@
 #include <fstream>
 
 using testing::AllOf;
+using testing::ElementsAre;
 using testing::EndsWith;
 using testing::HasSubstr;
 
@@ -81,6 +82,19 @@ TEST_F(DialogueTest, QuestionsWithoutAChoiceAreNotAsked)
               }),
               "\nSelect an option: ")
         << "the end of the input, where no key is \"q\"";
+}
+
+// Their error lines come in this order.
+TEST_F(DialogueTest, TheModelIsAskedForBeforeTheSerialNumber)
+{
+    backEnd->setPresetSerial("G5-0001");
+    backEnd->setPresetLock(true);
+    run();
+    std::vector<std::string> queries = simulator.calls("IFGetDeviceInfo");
+    ASSERT_GE(queries.size(), 3u);
+    queries.erase(queries.begin(), queries.end() - 4); // the choice, then the summary
+    EXPECT_THAT(queries, ElementsAre(HasSubstr(", 2) = "), HasSubstr(", 7) = "), HasSubstr(", 2) = "),
+                                     HasSubstr(", 7) = ")));
 }
 
 } // namespace

@@ -247,4 +247,67 @@ TEST_F(PasswordTest, NothingSelected)
     EXPECT_THAT(simulator.calls(), IsEmpty());
 }
 
+TEST_F(PasswordTest, ADeviceThatIsNotOpenOrHasNoLockIsNotOperated)
+{
+    const auto expectRefusals = [this](const std::string &line) {
+        device()->rememberPassword("kept");
+        simulator.clearLog();
+        EXPECT_EQ(printedBy([this] {
+                      EXPECT_FALSE(backEnd->lock());
+                      EXPECT_EQ(backEnd->unlock("hunter22", false), "");
+                      EXPECT_EQ(backEnd->changePassword("hunter22", "sunny77"), -1);
+                      backEnd->factoryResetSelected();
+                  }),
+                  line + line + line + line);
+        EXPECT_THAT(simulator.calls(), IsEmpty());
+        EXPECT_THAT(ids(), ElementsAre("sim-1"));
+        EXPECT_THAT(backEnd->selectedPasswordHistory(), ElementsAre("kept")) << "it stays selected";
+    };
+    select();
+    EXPECT_FALSE(backEnd->selectedIsClosed());
+    device()->close(false);
+    EXPECT_TRUE(backEnd->selectedIsClosed());
+    expectRefusals("Error: The device is not open.\n");
+    startWith(camera("lock = \"none\"\n"));
+    backEnd->selectDevice(device());
+    expectRefusals("Error: The device has no password lock.\n");
+}
+
+// Standard input, with a pass between the question and the answer.
+class PassBeforeInput : public std::streambuf
+{
+public:
+    PassBeforeInput(std::function<void()> pass, std::string text)
+        : pass(std::move(pass)), text(std::move(text)), before(std::cin.rdbuf(this))
+    {}
+    PassBeforeInput(const PassBeforeInput &) = delete;
+    PassBeforeInput &operator=(const PassBeforeInput &) = delete;
+    ~PassBeforeInput() override { std::cin.rdbuf(before); }
+
+private:
+    int_type underflow() override
+    {
+        pass();
+        setg(text.data(), text.data(), text.data() + text.size());
+        return traits_type::to_int_type(text.front());
+    }
+
+    const std::function<void()> pass;
+    std::string text;
+    std::streambuf *const before;
+};
+
+TEST_F(PasswordTest, ADeviceThatVanishesProvesNothing)
+{
+    Device *lost = select();
+    lost->rememberPassword("kept");
+    simulator.configure(interface("sim-eth0", {}));
+    CaptureOutput capture;
+    const PassBeforeInput input([this] { backEnd->updateDevices(); }, "hunter22\nhunter22\nhunter22\n");
+    EXPECT_EQ(backEnd->unlock("", false), "");
+    EXPECT_THAT(capture.text(),
+                EndsWith(unlockFailed + std::string("Error: Maximum number of retries reached.\n")));
+    EXPECT_THAT(lost->passwordHistory(), ElementsAre("kept"));
+}
+
 } // namespace

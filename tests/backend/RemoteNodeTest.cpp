@@ -153,4 +153,15 @@ TEST_F(RemoteNodeTest, WithoutAPortItStaysEmpty)
     EXPECT_EQ(off.remoteNode("Number").valueAsInteger(), RemoteNode::NoInteger);
 }
 
+TEST_F(RemoteNodeTest, AClosedDeviceIsNotAsked)
+{
+    RemoteNode label = camera->remoteNode("Manufacturer");
+    camera->close(true);
+    simulator.clearLog();
+    EXPECT_THROW(label.valueAsString(), std::runtime_error);
+    EXPECT_THROW(camera->remoteNode("Lost").setValue(std::int64_t{1}), std::runtime_error);
+    EXPECT_FALSE(camera->readPasswordSupport());
+    EXPECT_TRUE(simulator.calls().empty());
+}
+
 } // namespace

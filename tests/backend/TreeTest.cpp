@@ -5,6 +5,7 @@
 #include "GenTLLibrary.h"
 #include "TLInterface.h"
 
+#include <dlfcn.h>
 #include <gmock/gmock.h>
 
 #include <atomic>
@@ -414,6 +415,24 @@ TEST_F(TreeTest, APassBesideOperations)
     });
     EXPECT_THAT(printed, testing::Not(HasSubstr("DevClose() failed")));
     EXPECT_EQ(simulator.openHandles(), 0);
+}
+
+TEST_F(TreeTest, AProducerWhoseCloseFailedStaysLoaded)
+{
+    const std::pair<std::string, std::uint64_t> rows[] = {
+        {"none", 1}, {"DevClose", 2}, {"IFClose", 1}, {"TLClose", 1}, {"GCCloseLib", 2}};
+    for (const auto &[function, n] : rows) {
+        const std::string folder = installProducer(function);
+        search(folder);
+        simulator.configure(Simulator::oneCamera);
+        if (function != "none")
+            fail(function, n);
+        backEnd = std::make_unique<BackEnd>();
+        select();
+        end();
+        const void *module = dlopen((folder + "/producer.cti").c_str(), RTLD_LAZY | RTLD_NOLOAD);
+        EXPECT_EQ(module != nullptr, function != "none") << function;
+    }
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Runs torvane_console as a user or a script does: a process of its own, with the environment of the test.
+// Commands are for the shell, which finds the program by its name.
 #pragma once
 
 #include <filesystem>
@@ -20,3 +21,9 @@ struct Outcome
 /// A program that prints more than a mebibyte loses its standard output there, so that a flood ends.
 Outcome runConsole(const std::vector<std::string> &arguments, const std::string &input,
                    const std::filesystem::path &folder);
+
+/// The exit status of \p command.
+int runShell(const std::string &command);
+
+/// All that \p command shows on a terminal of its own, on which nobody types.
+std::string shownOnTerminal(const std::string &command);

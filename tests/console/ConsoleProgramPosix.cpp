@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "ConsoleProgram.h"
 
+#include <pty.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <array>
 #include <cstddef>
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <iterator>
 
@@ -17,6 +20,11 @@ constexpr std::size_t floodBytes = 1024 * 1024;
 std::string quoted(const std::string &text)
 {
     return '\'' + text + '\'';
+}
+
+std::string withProgram(const std::string &command)
+{
+    return "PATH=" + quoted(std::filesystem::path(TORVANE_CONSOLE).parent_path()) + ":$PATH\n" + command;
 }
 
 } // namespace
@@ -45,4 +53,28 @@ Outcome runConsole(const std::vector<std::string> &arguments, const std::string 
     std::ifstream errors(errorsFile, std::ios::binary);
     outcome.errors.assign(std::istreambuf_iterator<char>(errors), {});
     return outcome;
+}
+
+int runShell(const std::string &command)
+{
+    const int state = std::system(withProgram(command).c_str());
+    return WIFEXITED(state) ? WEXITSTATUS(state) : -1;
+}
+
+std::string shownOnTerminal(const std::string &command)
+{
+    const std::string script = withProgram("stty -opost -echo\n" + command); // line ends as they were printed
+    int terminal = -1;
+    const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
+    if (child == 0) {
+        execl("/bin/sh", "sh", "-c", script.c_str(), nullptr);
+        _exit(127);
+    }
+    std::string shown;
+    std::array<char, 4096> bytes{};
+    for (ssize_t count = 0; (count = read(terminal, bytes.data(), bytes.size())) > 0;)
+        shown.append(bytes.data(), static_cast<std::size_t>(count));
+    close(terminal);
+    waitpid(child, nullptr, 0);
+    return shown;
 }

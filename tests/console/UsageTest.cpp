@@ -48,6 +48,12 @@ TEST_F(ConsoleRun, EndsWithStatusTwoForEachFault)
         {{"--serial"}, "--serial: 1 required SERIAL missing"},
         {{"--serial", ""}, "--serial: the value is empty"},
         {{"--password=", "--lock"}, "--password: the value is empty"}, // doesn't take the next argument
+        {{"--new-password", "--lock"},
+         "--new-password: the value is missing, since --lock is an option itself. If it is the value, write "
+         "--new-password=--lock"},
+        {{"--serial", "--password=secret"},
+         "--serial: the value is missing, since --password is an option itself. If it is the value, write "
+         "--serial=--password=..."},
         {{"--serial", "1", "--serial", "2"}, "--serial: At Most 1 required but received 2"},
         {{"--password", "a", "--password-file", "b"},
          "--password and --password-file can't be used together. Give one of them."},
@@ -63,6 +69,7 @@ TEST_F(ConsoleRun, EndsWithStatusTwoForEachFault)
         {{"--password-file", "/dev/null"}, "Can't read a password from '/dev/null': there is no line"},
         {{"--password-file", "-"}, readError + "the first line is empty", "\nx"},
         {{"--password-file", "-"}, readError + "the first line is empty", "\r\nx"},
+        {{"--password-file", "-"}, readError + "the first line is empty", "\xef\xbb\xbf\r\n"},
         {{"--password-file", "-", "--new-password-file", "-"}, readError + "there is no line", "hunter22\n"},
         {{"--password-file", "-"},
          readError + "the first line holds a zero byte; the file must be plain text, such as UTF-8",
@@ -93,6 +100,8 @@ TEST_F(ConsoleRun, TakesThePasswordFromTheFirstLineOfAFile)
         {"hunter22\r\r\n", "68 75 6e 74 65 72 32 32 0d 00 00 00"},
         {" \tx \n", "20 09 78 20 00 00 00 00"},
         {"\xc3\xbc\n", "c3 bc 00 00 00 00 00 00"},
+        {"\xef\xbb\xbfhunter22\r\n", "68 75 6e 74 65 72 32 32"},
+        {"\xef\xbb\xbf\xef\xbb\xbf\n", "ef bb bf 00 00 00 00 00"},
     };
     for (const auto &row : rows) {
         std::ofstream("password", std::ios::binary) << row.content;
@@ -106,18 +115,19 @@ TEST_F(ConsoleRun, TakesThePasswordFromTheFirstLineOfAFile)
 TEST_F(ConsoleRun, TakesPasswordsThatLookLikeOptions)
 {
     for (const std::vector<std::string> &arguments :
-         {std::vector<std::string>{"--password", "--lock"}, {"--password=--lock"}}) {
+         {std::vector<std::string>{"--password", "--locK"}, {"--password=--locK"}}) {
         simulator.clearLog();
         EXPECT_EQ(run(arguments).status, 0);
-        EXPECT_THAT(simulator.portTraffic(), testing::Contains("write 0x50002040 2d 2d 6c 6f 63 6b 00 00"));
+        EXPECT_THAT(simulator.portTraffic(), testing::Contains("write 0x50002040 2d 2d 6c 6f 63 4b 00 00"));
     }
+    EXPECT_EQ(run({"--password=--lock"}).status, 0);
 }
 
 TEST_F(ConsoleRun, TakesALineOfTheGreatestLength)
 {
     const std::string longest(4096, 'x');
     for (const char *end : {"", "\n", "\r\n"}) {
-        const Outcome outcome = run({"--password-file", "-"}, longest + end);
+        const Outcome outcome = run({"--password-file", "-"}, "\xef\xbb\xbf" + longest + end);
         EXPECT_EQ(outcome.status, 0);
         EXPECT_THAT(outcome.output, HasSubstr("Wrong password?\nExiting program... Device is locked.\n"));
     }

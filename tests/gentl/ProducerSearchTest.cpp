@@ -6,6 +6,7 @@
 #include "TemporaryFolder.h"
 
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -42,9 +43,12 @@ TEST_F(ProducerSearchTest, OnlyTheLowerCaseSuffixMakesAProducer)
     EXPECT_THAT(findCtiFiles(path), UnorderedElementsAre(path + "/name.cti", path + "/.cti"));
 }
 
-TEST_F(ProducerSearchTest, LinksAreFollowed)
+TEST_F(ProducerSearchTest, OnlyRegularFilesCountAndLinksAreFollowed)
 {
     addFile("real.cti");
+    ASSERT_EQ(mkfifo((path + "/pipe.cti").c_str(), 0600), 0);
+    std::filesystem::create_symlink("pipe.cti", path + "/topipe.cti");
+    std::filesystem::create_symlink("/dev/zero", path + "/todevice.cti");
     std::filesystem::create_directory(path + "/folder.cti");
     std::filesystem::create_directory_symlink(path + "/folder.cti", path + "/tofolder.cti");
     std::filesystem::create_symlink(path + "/real.cti", path + "/tofile.cti");

@@ -110,17 +110,24 @@ TEST(Configuration, FaultsAreNamed)
     EXPECT_EQ(client.query<PGCGetInfo>("GCGetInfo", TL_INFO_GENTL_VER_MINOR), "\n\0\0\0"s);
 }
 
-TEST(Configuration, AFaultWhileRunningKeepsTheOldCameras)
+TEST(Configuration, AFaultWhileRunningIsToldOnceAndKeepsTheOldCameras)
 {
     Simulator simulator;
     Client client{Simulator::cti()};
     OpenCamera camera{client};
-    simulator.configure("[[interface]]\n");
-    for (int refresh = 1; refresh <= 2; ++refresh) {
-        EXPECT_THAT(client.devices(camera.interface), ElementsAre("sim-1"));
-        EXPECT_EQ(client.code, GC_ERR_INVALID_VALUE) << "refresh " << refresh;
-        EXPECT_EQ(client.lastError(), simulator.configPath().string() + ":1: interface: id is missing");
+    const std::string fault = simulator.configPath().string() + ":1: interface: id is missing";
+    testing::internal::CaptureStderr();
+    for (int time = 1; time <= 2; ++time) {
+        simulator.configure("[[interface]]\n");
+        for (int refresh = 1; refresh <= 2; ++refresh) {
+            EXPECT_THAT(client.devices(camera.interface), ElementsAre("sim-1"));
+            EXPECT_EQ(client.code, GC_ERR_INVALID_VALUE) << "refresh " << refresh;
+            EXPECT_EQ(client.lastError(), fault);
+        }
+        simulator.configure(Simulator::oneCamera);
+        client.devices(camera.interface);
     }
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), fault + '\n' + fault + '\n') << "once each time";
     EXPECT_EQ(client.read(camera.port, lockState, 4), "01 00 00 00");
 }
 

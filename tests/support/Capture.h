@@ -26,18 +26,17 @@ private:
     int before;
 };
 
-/// Feeds std::cin from a text, whose end is the end of the input.
+/// Feeds std::cin from a text, whose end is the end of the input. The terminal of whoever runs the test is out of the way.
 class FeedInput
 {
 public:
-    explicit FeedInput(std::string_view text)
-        : text(std::string(text)), before(std::cin.rdbuf(this->text.rdbuf()))
-    {}
+    explicit FeedInput(std::string_view text);
     FeedInput(const FeedInput &) = delete;
     FeedInput &operator=(const FeedInput &) = delete;
-    ~FeedInput() { std::cin.rdbuf(before); }
+    ~FeedInput();
 
 private:
     std::istringstream text;
     std::streambuf *before;
+    int descriptorBefore;
 };
