@@ -17,11 +17,15 @@ using GenICam_Interfaces::GenTL_Interface;
 
 namespace {
 
+// Bytes, whatever the producer says that it needs.
+constexpr std::size_t LongestVendor = 65'536;
+
 // The interfaces of one library, for reconcile.
 struct InterfaceLevel
 {
     static constexpr const char *updateFailure = "ERROR: TLUpdateInterfaceList() failed with code ";
     static constexpr const char *countFailure = "ERROR: TLGetNumInterfaces() failed with code ";
+    static constexpr const char *countRefusal = "ERROR: TLGetNumInterfaces() delivered ";
     static constexpr const char *identifierFailure = "ERROR: TLGetInterfaceID(";
     static constexpr bool clearsEachTime = false;
 
@@ -156,6 +160,7 @@ std::string GenTLLibrary::vendor() const
         reportLastError(gentl_);
         return {};
     }
+    size = std::min(size, LongestVendor);
     std::vector<char> text(size, '\0');
     code = gentl_->GCGetInfo(TL_INFO_VENDOR, &type, text.data(), &size);
     if (code != GC_ERR_SUCCESS) {

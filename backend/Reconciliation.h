@@ -19,13 +19,16 @@
 /// How long a producer may take to refresh a list, in milliseconds.
 inline constexpr std::uint64_t ListRefreshTimeout = 200;
 
+/// How many children a producer is believed to have. Each becomes an object, and each device is opened once.
+inline constexpr std::uint32_t LongestList = 65'536;
+
 /// Brings \p children up to date.
 /// \param level  what differs between the levels: GC_ERROR update(bool8_t *changed, std::uint64_t timeout),
 ///     GC_ERROR count(std::uint32_t *), GC_ERROR identifier(std::uint32_t index, char *buffer, std::size_t
-///     *size): the three GenTL calls; updateFailure, countFailure, identifierFailure: their messages up to
-///     the code, or up to the index; clearsEachTime: whether the buffer is cleared before each identifier or
-///     only once; gentl; roster: a Roster, kept between calls; Child *create(std::string id);
-///     void destroy(Child *)
+///     *size): the three GenTL calls; updateFailure, countFailure, countRefusal, identifierFailure: their
+///     messages up to the code, the count or the index; clearsEachTime: whether the buffer is cleared before
+///     each identifier or only once; gentl; roster: a Roster, kept between calls; Child *create(std::string
+///     id); void destroy(Child *)
 /// \return false after a failure, which is printed. The list is then as it was, but for children that were
 ///     new.
 template <class Child, class Level>
@@ -46,6 +49,10 @@ bool reconcile(std::vector<Child *> &children, Level &&level)
     std::uint32_t count = 0;
     if (const GC_ERROR code = level.count(&count); code != GC_ERR_SUCCESS)
         return failed(level.countFailure, code);
+    if (count > LongestList) {
+        console::printLine(level.countRefusal, count, ", and no more than ", LongestList, " are believed!");
+        return false;
+    }
 
     TextBuffer buffer;
     for (std::uint32_t i = 0; i < count; ++i) {

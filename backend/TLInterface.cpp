@@ -20,6 +20,7 @@ struct DeviceLevel
 {
     static constexpr const char *updateFailure = "ERROR: IFUpdateDeviceList() failed with code ";
     static constexpr const char *countFailure = "ERROR: IFGetNumDevices() failed with code ";
+    static constexpr const char *countRefusal = "ERROR: IFGetNumDevices() delivered ";
     static constexpr const char *identifierFailure = "ERROR: IFGetDeviceID(";
     static constexpr bool clearsEachTime = true;
 

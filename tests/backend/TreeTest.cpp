@@ -297,19 +297,26 @@ TEST_F(TreeTest, WhatLibrariesAndInterfacesSayOfThemselves)
 // by the one DevClose, and nothing is touched that has been freed.
 TEST_F(TreeTest, APassBesideOperations)
 {
-    const std::string both = interface("eth0", {"A", "B"}) + interface("eth1", {"C"});
-    const std::string few = interface("eth0", {"B"}) + interface("eth1", {});
+    const auto camera = [](const std::string &id) {
+        return "[[interface.camera]]\nid = \"" + id + "\"\nlock = \"locked\"\nreboot_ms = 1\n";
+    };
+    const std::string both =
+        interface("eth0", {}) + camera("A") + camera("B") + interface("eth1", {}) + camera("C");
+    const std::string few = interface("eth0", {}) + camera("B") + interface("eth1", {});
     simulator.configure(both);
     start();
     std::atomic<bool> finished = false;
     std::mutex handover; // as the window's, for what has been retired
     std::deque<RetiredObjects> announced;
+    int operations = 0;
 
     const std::string printed = printedBy([&] {
         std::thread passes([&] {
             for (int i = 0; i < 150; ++i) {
                 simulator.configure(i % 2 == 0 ? few : both);
                 backEnd->updateDevices();
+                for (const Device *known : backEnd->devices()) // as the rows of the list ask
+                    static_cast<void>(known->isOpen() || known->isLocked() || known->isDefaultPassword());
                 const std::lock_guard guard(handover);
                 announced.push_back(backEnd->takeRetired());
             }
@@ -325,7 +332,11 @@ TEST_F(TreeTest, APassBesideOperations)
             }
             for (Device *known : backEnd->devices()) {
                 backEnd->selectDevice(known);
+                backEnd->changePassword("mapleoak", "hunter22"); // where it has been reset
                 backEnd->unlock("hunter22", false);
+                backEnd->lock();
+                if (++operations % 5 == 0)
+                    backEnd->factoryResetSelected();
                 known->close(false);
             }
         }
