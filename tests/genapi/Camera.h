@@ -38,6 +38,19 @@ inline std::string constant(const std::string &name, const std::string &value)
     return element("Integer", name, "<Value>" + value + "</Value>");
 }
 
+/// \p text \p count times. In it "#" stands for the number of the time, from 0, and "@" for the next one.
+inline std::string repeated(int count, const std::string &text)
+{
+    std::string all;
+    for (int time = 0; time < count; ++time) {
+        for (const char letter : text)
+            all += letter == '#'   ? std::to_string(time)
+                   : letter == '@' ? std::to_string(time + 1)
+                                   : std::string(1, letter);
+    }
+    return all;
+}
+
 inline const std::string readWrite = "<AccessMode>RW</AccessMode>";
 inline const std::string bigEndian = "<Endianess>BigEndian</Endianess>";
 

@@ -58,24 +58,29 @@ TEST(NodeMapRef, WithoutANodeMapEachForwarderNamesItsLine)
     EXPECT_THAT(versions, ElementsAre("1.0", "1.1")) << "needs no node map";
 }
 
-TEST(NodeMapRef, IsLoadedOnceAndStaysAsItIs)
+TEST(NodeMapRef, IsLoadedOnceAndForgetsItsNameWithItsNodeMap)
 {
     const std::string text = description("");
+    const gcstring bytes{text.data(), text.size()};
     CNodeMapRef nodeMap{"Left"};
     EXPECT_EQ(refusal([&] { nodeMap._LoadXMLFromString("junk"); }).substr(0, 27),
               "The description is no XML: ");
-    nodeMap._LoadXMLFromString({text.data(), text.size()});
+    nodeMap._Destroy(); // there is none yet
+    nodeMap._LoadXMLFromString(bytes);
     EXPECT_EQ(nodeMap._GetDeviceName(), "Left");
     EXPECT_EQ(report([&] { nodeMap._LoadXMLFromString("junk"); }),
               "RuntimeException GenApi/NodeMapRef:357 Node map already created");
     EXPECT_EQ(report([&] { nodeMap._LoadXMLFromZIPData("junk", 4); }),
               "RuntimeException GenApi/NodeMapRef:370 Node map already created");
     EXPECT_EQ(nodeMap._GetNumNodes(), 1U);
+    nodeMap._Destroy();
+    nodeMap._LoadXMLFromString(bytes);
+    EXPECT_EQ(nodeMap._GetDeviceName(), "Device");
 }
 
 TEST(NodeMapRef, CopiesShareTheNodeMapAndTheLastOneEndsIt)
 {
-    const std::string text = description("<Integer Name='Gain'><Value>1</Value></Integer>");
+    const std::string text = description(constant("Gain", "1"));
     CNodeMapRef last;
     {
         CNodeMapRef first;
@@ -90,18 +95,6 @@ TEST(NodeMapRef, CopiesShareTheNodeMapAndTheLastOneEndsIt)
     EXPECT_EQ(refusal([&] { last._GetNumNodes(); }), "Feature not present (reference not valid)");
     last._LoadXMLFromString({text.data(), text.size()});
     EXPECT_EQ(CIntegerPtr(last._GetNode("Gain"))->GetValue(), 1) << "a node map of its own again";
-}
-
-TEST(NodeMapRef, IsADeviceOfTheDefaultNameOnceItIsDestroyed)
-{
-    const std::string text = description("");
-    CNodeMapRef nodeMap{"Left"};
-    nodeMap._Destroy();
-    nodeMap._LoadXMLFromString({text.data(), text.size()});
-    EXPECT_EQ(nodeMap._GetDeviceName(), "Left") << "there was no node map";
-    nodeMap._Destroy();
-    nodeMap._LoadXMLFromString({text.data(), text.size()});
-    EXPECT_EQ(nodeMap._GetDeviceName(), "Device");
 }
 
 TEST(Pointer, ANullOneIsRefusedWhenItIsUsed)

@@ -24,8 +24,11 @@ public:
     std::vector<std::uint8_t> get(std::uint64_t address, std::size_t length)
     {
         std::vector<std::uint8_t> bytes(length);
-        for (std::size_t place = 0; place < length; ++place)
-            bytes[place] = memory[address + place];
+        for (auto byte = memory.lower_bound(address); byte != memory.end(); ++byte) {
+            if (byte->first - address >= length)
+                break;
+            bytes[byte->first - address] = byte->second;
+        }
         return bytes;
     }
 

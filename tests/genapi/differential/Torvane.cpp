@@ -4,8 +4,8 @@
 #include "CPointer.h"
 #include "CPortImpl.h"
 #include "Comparison.h"
+#include "Features.h"
 
-#include <array>
 #include <stdexcept>
 
 namespace {
@@ -39,61 +39,27 @@ private:
     }
 };
 
-std::string answerOf(const gcstring &text)
+std::string shown(const AnyValue &value)
 {
-    return ::answerOf(std::string_view{text});
+    return std::visit([](const auto &any) { return answerOf(any); }, value);
 }
 
 std::string get(INode *node)
 {
-    if (const CEnumerationPtr enumeration{node})
-        return ::answerOf(enumeration->GetIntValue()) + " " +
-               answerOf(CEnumEntryPtr(enumeration->GetCurrentEntry())->GetSymbolic());
-    if (const CBooleanPtr boolean{node})
-        return ::answerOf(boolean->GetValue());
-    if (const CIntegerPtr integer{node})
-        return ::answerOf(integer->GetValue());
-    if (const CFloatPtr real{node})
-        return ::answerOf(real->GetValue());
-    if (const CStringPtr string{node})
-        return answerOf(string->GetValue());
-    const CRegisterPtr bytes{node};
-    std::string all(static_cast<std::size_t>(bytes->GetLength()), '\0');
-    bytes->Get(reinterpret_cast<std::uint8_t *>(all.data()), bytes->GetLength());
-    return ::answerOf(std::string_view{all});
-}
-
-std::string bound(INode *node, const std::string &which)
-{
-    const auto ask = [&](const auto &number) {
-        return ::answerOf(which == "min"   ? number->GetMin()
-                          : which == "max" ? number->GetMax()
-                                           : number->GetInc());
-    };
-    const CIntegerPtr integer{node};
-    return integer ? ask(integer) : ask(CFloatPtr{node});
+    const CEnumerationPtr enumeration{node};
+    std::string value = shown(valueOf(node));
+    if (enumeration)
+        value +=
+            " " + answerOf(std::string_view{CEnumEntryPtr(enumeration->GetCurrentEntry())->GetSymbolic()});
+    return value;
 }
 
 void set(INode *node, const std::string &value)
 {
     if (const CEnumerationPtr enumeration{node})
         enumeration->SetIntValue(CEnumEntryPtr(enumeration->GetEntryByName(value.c_str()))->GetValue());
-    else if (const CBooleanPtr boolean{node})
-        boolean->SetValue(value == "true");
-    else if (const CIntegerPtr integer{node})
-        integer->SetValue(std::strtoll(value.c_str(), nullptr, 10));
-    else if (const CFloatPtr real{node})
-        real->SetValue(std::strtod(value.c_str(), nullptr));
-    else if (const CStringPtr string{node})
-        string->SetValue(value.c_str());
     else
-        CCommandPtr(node)->Execute();
-}
-
-std::string mode(const INode *node)
-{
-    constexpr std::array<const char *, 5> names{"NI", "NA", "WO", "RO", "RW"};
-    return std::string{"mode "} + names.at(static_cast<std::size_t>(node->GetAccessMode()));
+        write(node, value);
 }
 
 std::string answer(INode *node, const Question &question, Memory &memory)
@@ -103,9 +69,9 @@ std::string answer(INode *node, const Question &question, Memory &memory)
     if (question.action == "get")
         return get(node);
     if (question.action == "mode")
-        return mode(node);
+        return "mode " + modeOf(node);
     if (question.action != "set" && question.action != "leave")
-        return bound(node, question.action);
+        return shown(limitOf(node, question.action));
     const Memory before = memory;
     set(node, question.value);
     if (question.action == "leave") {
