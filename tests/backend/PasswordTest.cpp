@@ -8,6 +8,7 @@
 #include <sstream>
 
 using testing::ElementsAre;
+using testing::EndsWith;
 using testing::IsEmpty;
 
 namespace {
