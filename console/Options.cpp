@@ -65,9 +65,11 @@ void addLists(CLI::App &app, Options &options)
 
 /// Throws if a value that begins an argument of its own names an option: with an unset variable in front of it, a script
 /// would set "--lock" as the password. What stands behind its "=" may be a secret and is not repeated.
-void checkSeparateValue(const CLI::App &app, const std::string &option, const std::string &value)
+void checkSeparateValue(const CLI::App &app, const std::string &option, std::string_view value)
 {
-    const std::string name = value.substr(0, value.find('='));
+    if (!value.starts_with('-')) // nearly every password, of which no copy is made here
+        return;
+    const std::string name(value.substr(0, value.find('=')));
     if (app.get_option_no_throw(name) == nullptr)
         return;
     throw UsageError(option + ": the value is missing, since " + name +
@@ -80,13 +82,15 @@ void checkSeparateValue(const CLI::App &app, const std::string &option, const st
 void checkValues(const CLI::App &app, int argc, const char *const *argv)
 {
     for (int i = 1; i < argc; ++i) {
-        const std::string argument = argv[i];
-        if (argument.ends_with('=') &&
-            app.get_option_no_throw(argument.substr(0, argument.size() - 1)) != nullptr)
-            throw UsageError(argument.substr(0, argument.size() - 1) + ": " + refuseEmpty(""));
-        const CLI::Option *option = app.get_option_no_throw(argument);
-        if (option != nullptr && option->get_items_expected_min() > 0 && i + 1 < argc)
-            checkSeparateValue(app, argument, argv[++i]);
+        const std::string_view argument = argv[i];
+        const std::string name(argument.substr(0, argument.find('=')));
+        const CLI::Option *option = app.get_option_no_throw(name);
+        if (option == nullptr)
+            continue;
+        if (argument.size() == name.size() + 1)
+            throw UsageError(name + ": " + refuseEmpty(""));
+        if (argument == name && option->get_items_expected_min() > 0 && i + 1 < argc)
+            checkSeparateValue(app, name, argv[++i]);
     }
 }
 
