@@ -60,7 +60,8 @@ std::optional<std::uint64_t> neededSize(std::ifstream &file, std::uint64_t size)
         Segment segment{};
         if (!readAt(file, header.e_phoff + i * sizeof segment, segment))
             return std::nullopt;
-        if (segment.p_type == PT_LOAD)
+        // One without bytes in the file, of zeroed data alone, may stand behind its end.
+        if (segment.p_type == PT_LOAD && segment.p_filesz > 0)
             needed = std::max(needed, saturatingSum(segment.p_offset, segment.p_filesz));
     }
     return needed;
