@@ -164,7 +164,7 @@ void PasswordControl::setLengthLimits(std::uint64_t minimum, std::uint64_t maxim
 void PasswordControl::setUsedPasswords(const std::vector<std::string> &passwords)
 {
     clearUsedPasswords();
-    usedPasswords_ = passwords;
+    usedPasswords_.assign(passwords.begin(), passwords.end());
     if (checkUsed_)
         verifyPassword(text());
 }

@@ -11,6 +11,7 @@
 #include <QString>
 #include <QWidget>
 #include <cstdint>
+#include <list>
 #include <optional>
 #include <string>
 #include <vector>
@@ -26,6 +27,8 @@ class PasswordControl : public QWidget
 
 public:
     explicit PasswordControl(QWidget *parent = nullptr);
+    /// Wipes the used passwords.
+    ~PasswordControl() override { clearUsedPasswords(); }
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
@@ -73,7 +76,7 @@ public:
     void setCheckUsed(bool check) { checkUsed_ = check; }
     bool checkUsed() const { return checkUsed_; }
     /// In UTF-8.
-    std::vector<std::string> usedPasswords() const { return usedPasswords_; }
+    std::vector<std::string> usedPasswords() const { return {usedPasswords_.begin(), usedPasswords_.end()}; }
     /// Verifies the text again if the rule is on.
     void setUsedPasswords(const std::vector<std::string> &passwords);
     /// Verifies the text again if the rule is on.
@@ -122,7 +125,7 @@ private:
     std::uint64_t minimumLength = 1;
     bool checkLength_ = true;
     bool checkUsed_ = false;
-    std::vector<std::string> usedPasswords_;
+    std::list<std::string> usedPasswords_; // its texts never move, which would leave copies behind
     bool compareEnabled = false;
     bool excludeEnabled = false;
     bool valid = false;
