@@ -13,6 +13,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <optional>
 #include <system_error>
 #include <thread>
@@ -41,7 +42,12 @@ void Producer::readEnvironment()
 {
     if (isOpen)
         throw GenTLError(GC_ERR_RESOURCE_IN_USE, "the library is initialized already");
-    CallLog::instance().open(environment("TORVANE_SIM_LOG"));
+    try {
+        CallLog::instance().open(environment("TORVANE_SIM_LOG"));
+    } catch (const std::exception &fault) {
+        tell(fault);
+        throw;
+    }
     openStore(environment("TORVANE_SIM_STATE"));
 
     const std::string path = environment("TORVANE_SIM_CONFIG");
@@ -88,15 +94,20 @@ void Producer::readConfigurationFile()
     try {
         loadConfigurationFile();
         toldFault.clear();
-    } catch (const GenTLError &error) {
-        // Most programs show no more than the code of a call. A list that is refreshed once a second meets the fault
-        // again each time.
-        if (error.what() != toldFault) {
-            toldFault = error.what();
-            std::fputs((toldFault + '\n').c_str(), stderr);
-        }
+    } catch (const std::exception &fault) { // one that can't be read is a std::system_error
+        tell(fault);
         throw;
     }
+}
+
+// Most programs show no more than the code of a call. A list that is refreshed once a second meets the fault again each
+// time.
+void Producer::tell(const std::exception &fault)
+{
+    if (fault.what() == toldFault)
+        return;
+    toldFault = fault.what();
+    std::fputs((toldFault + '\n').c_str(), stderr);
 }
 
 void Producer::loadConfigurationFile()

@@ -71,6 +71,7 @@ private:
 
     void readConfigurationFile();
     void loadConfigurationFile();
+    void tell(const std::exception &fault);
     void openStore(const std::string &path);
 
     std::mutex mutex_;
@@ -79,7 +80,7 @@ private:
     std::string configurationPath;
     FileStamp configurationStamp; // of the file that stands in configuration_
     Configuration configuration_;
-    std::string toldFault; // of the file, on standard error; empty while it is right
+    std::string toldFault; // of the file or the log, on standard error; empty while the file is right
     FailureRules failures;
     std::string statePath;
     std::unique_ptr<CameraStore> store_;
