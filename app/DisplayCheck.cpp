@@ -38,7 +38,7 @@ QString reasonOr(const QString &fatal)
 {
     const QByteArray line = reason.section(QLatin1Char('\n'), 0, 0).trimmed().toLocal8Bit();
     std::fprintf(stderr,
-                 "torvane_gui: There is no display to show a window on (%s). torvane_console needs none.\n",
+                 "torvane_gui: There is no display, or it can't be used (%s). torvane_console needs none.\n",
                  line.constData());
     // The application is half made: nothing of it can be taken down.
     std::_Exit(EXIT_FAILURE);

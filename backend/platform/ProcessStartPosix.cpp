@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// For Linux: what keeps a dump from programs that the kernel hands it to is Linux's own.
 #include "ProcessStart.h"
 
 #include <fcntl.h>

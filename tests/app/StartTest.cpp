@@ -69,10 +69,10 @@ void StartTest::withoutReaders()
 
 void StartTest::withoutDisplay_data()
 {
-    const char *const noDisplay = "^$|^torvane_gui: There is no display to show a window on "
+    const char *const noDisplay = "^$|^torvane_gui: There is no display, or it can't be used "
                                   "\\(could not connect to display :none\\). torvane_console needs none.\n$";
     const char *const noPlugin =
-        "^$|^torvane_gui: There is no display to show a window on "
+        "^$|^torvane_gui: There is no display, or it can't be used "
         "\\(Could not find the Qt platform plugin \"paper\" .*\\). torvane_console needs none.\n$";
     addRows({"arguments", "status", "said"},
             {{"no display", "-platform xcb", "1", noDisplay},
