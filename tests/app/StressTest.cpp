@@ -13,7 +13,6 @@
 #include "PanelParts.h"
 #include "PasswordWidget.h"
 
-#include <QDeadlineTimer>
 #include <QMutex>
 #include <QRegularExpression>
 #include <QScrollBar>
@@ -33,7 +32,6 @@ constexpr int changesPerPanel = 20; // each panel ever made shows a box of its o
 constexpr int changesPerRest = 100;
 constexpr int rebootMs = 30;
 constexpr int passesAhead = 3; // of what has been announced
-constexpr int mostMsPerChange = 240;
 
 using Counts = std::map<QString, int>;
 
@@ -106,14 +104,10 @@ class Session : public QObject, public CameraList
 {
 public:
     Session(unsigned seed, int changes)
-        : CameraList(""),
-          cables{Random(seed)},
-          random(seed + 1),
-          changes(changes),
-          deadline(mostMsPerChange * changes)
+        : CameraList(""), cables{Random(seed)}, random(seed + 1), changes(changes)
     {
-        model = window->findChild<DeviceItemModel *>();
-        list = window->findChild<DeviceListView *>();
+        model = window.findChild<DeviceItemModel *>();
+        list = window.findChild<DeviceListView *>();
         list->viewport()->installEventFilter(this);
         connect(list, &QAbstractItemView::activated, this, &Session::onActivated);
         connect(
@@ -121,7 +115,7 @@ public:
             Qt::DirectConnection);
         connect(&boxTimer, &QTimer::timeout, this, &Session::answerBox);
         boxTimer.start(1);
-        window->show();
+        window.show();
         list->setFocus();
         for (int pass = 0; pass < passesAhead; ++pass)
             startPass();
@@ -129,23 +123,13 @@ public:
 
     void run()
     {
-        for (int goal = 0; goal < changes && !deadline.hasExpired();) {
+        for (int goal = 0; goal < changes;) {
             goal = std::min(changes, goal + changesPerRest);
             isResting = false;
-            while (changesMade < goal && !deadline.hasExpired())
+            while (changesMade < goal)
                 act();
             rest();
         }
-        counts["changes"] = changesMade;
-    }
-
-    void endDuringAPass()
-    {
-        simulator.configure("[producer]\nupdate_ms = 100\n");
-        expect(QTest::qWaitFor([this] { return passSteps % 2 == 1; }), "no pass runs");
-        window.reset();
-        expect(simulator.calls().back() == "GCCloseLib() = 0", "the producer stays loaded");
-        expect(simulator.openHandles() == 0, "handles stay open");
     }
 
     // The calls that open a camera for a panel or write to it, and that do not go to the one that was activated last.
@@ -262,8 +246,8 @@ private:
     void actOnList()
     {
         const QList<Qt::Key> keys{Qt::Key_Down, Qt::Key_Up, Qt::Key_End};
-        QWindow *const system = window->windowHandle();
-        const QPoint place = list->viewport()->mapTo(window.get(), drawPoint(*list->viewport()));
+        QWindow *const system = window.windowHandle();
+        const QPoint place = list->viewport()->mapTo(&window, drawPoint(*list->viewport()));
         const bool mayActivate = panelsMade * changesPerPanel <= changesMade;
         switch (random.draw(mayActivate ? 12 : 9)) {
         case 0:
@@ -350,7 +334,7 @@ private:
     {
         return {random.draw(widget.width()), random.draw(widget.height())};
     }
-    QList<PasswordWidget *> panels() const { return window->findChildren<PasswordWidget *>(); }
+    QList<PasswordWidget *> panels() const { return window.findChildren<PasswordWidget *>(); }
     PasswordWidget *shownPanel() const
     {
         for (PasswordWidget *panel : panels())
@@ -362,8 +346,6 @@ private:
 
     Random random;
     const int changes;
-    const QDeadlineTimer deadline;
-    std::unique_ptr<MainWindow> window = std::make_unique<MainWindow>();
     DeviceListView *list;
     QTimer boxTimer;
     std::vector<Activation> activations;
@@ -381,6 +363,8 @@ private:
     int panelsMade = 0;
     QString panelCamera;
     bool panelIsTold = false; // of a removal
+
+    MainWindow window; // goes before all that its last pass uses
 };
 
 QMutex warningsMutex;
@@ -415,7 +399,6 @@ void StressTest::changes()
         const QtMessageHandler before = qInstallMessageHandler(keepWarning);
         session.emplace(seed, changes);
         session->run();
-        session->endDuringAPass();
         qInstallMessageHandler(before);
     }
     const QString strays = session->strayCalls().join('\n');
@@ -426,7 +409,6 @@ void StressTest::changes()
     QCOMPARE(strays, QString());
     QCOMPARE(session->faults.join('\n'), QString());
     QCOMPARE(warnings.join('\n'), QString());
-    QCOMPARE(counts["changes"], changes);
     for (const QString &what : needed.split(';'))
         QVERIFY2(counts[what] > 0 || changes < 1000, qPrintable("never: " + what));
 }
