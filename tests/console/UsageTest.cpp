@@ -60,6 +60,7 @@ TEST_F(ConsoleRun, EndsWithStatusTwoForEachFault)
         {{"--password-file", "no-such-file"},
          "Can't read a password from 'no-such-file': No such file or directory"},
         {{"--new-password-file", "."}, "Can't read a password from '.': Is a directory"},
+        {{"--password-file", "-"}, readError + "the first line is empty", "\nx"},
         {{"--password-file", "-"}, readError + "the first line is empty", "\xef\xbb\xbf\r\n"},
         {{"--password-file", "-", "--new-password-file", "-"}, readError + "there is no line", "hunter22\n"},
         {{"--password-file", "-"},
