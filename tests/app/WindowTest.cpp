@@ -186,16 +186,21 @@ void WindowTest::unlocking()
 void WindowTest::cameraWithoutALock()
 {
     const QStringList message{"This camera is not password protected."};
-    WindowList list("A N,lock=none");
+    WindowList list("A N,lock=none B");
     list.doubleClick(1);
     QCOMPARE(list.boxes.taken(), message);
     list.doubleClick(0);
     list.simulator.clearLog();
-    QMetaObject::invokeMethod(&list.window, "onCameraActivated", Q_ARG(QModelIndex, list.row(1)));
+    const auto activate = [&](int position) {
+        QMetaObject::invokeMethod(&list.window, "onCameraActivated", Q_ARG(QModelIndex, list.row(position)));
+    };
+    activate(1);
     QCOMPARE(list.boxes.taken(), message);
     QCOMPARE(list.model->currentIndex(), list.row(0));
     QVERIFY(list.simulator.calls().empty());
     QCOMPARE(list.panels().size(), 1);
+    activate(2);
+    QCOMPARE(list.model->currentIndex(), list.row(2));
 }
 
 // Each activation makes a panel, and closed ones go on listening.
