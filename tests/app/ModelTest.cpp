@@ -22,30 +22,22 @@ private slots:
 // Counts around the borders of the chunks.
 void ModelTest::slotSequence()
 {
-    for (const int count : {1, 64, 65, 129, 257, 1000}) {
+    for (const int count : {64, 65, 129, 1000}) {
         SlotSequence<std::shared_ptr<int>> sequence;
-        QVERIFY_EXCEPTION_THROWN(sequence.at(0), std::out_of_range);
         for (int value = 0; value < count; ++value)
             sequence.append(std::make_shared<int>(value));
         for (int position = 0; position < count; ++position)
             QCOMPARE(*sequence.at(position), position);
-        QVERIFY_EXCEPTION_THROWN(sequence.at(-1), std::out_of_range);
-        QVERIFY_EXCEPTION_THROWN(sequence.at(count), std::out_of_range);
+        for (const int outside : {-1, count})
+            QVERIFY_EXCEPTION_THROWN(sequence.at(outside), std::out_of_range);
 
         const std::weak_ptr<int> last = sequence.at(count - 1);
         sequence.cut(count - 1);
-        QCOMPARE(sequence.count(), count - 1);
         sequence.release(0); // the announcement of a pass before the cut
         QCOMPARE(sequence.at(count - 1), last.lock());
         sequence.release(sequence.cuts());
         QVERIFY(last.expired());
         QVERIFY_EXCEPTION_THROWN(sequence.at(count - 1), std::out_of_range);
-
-        sequence.cut(0);
-        sequence.append(std::make_shared<int>(-1));
-        sequence.release(sequence.cuts());
-        QCOMPARE(*sequence.at(0), -1);
-        QVERIFY_EXCEPTION_THROWN(sequence.at(1), std::out_of_range);
     }
 }
 
@@ -68,19 +60,16 @@ void ModelTest::rowOfCamera_data()
 {
     const char *const texts = "Unknown|SimCam|A|192.168.0.10|00:11:22:33:44:55";
     const char *const noAddresses = "Unknown|SimCam|A||";
-    addRows(
-        {"settings", "texts", "flags", "icon"},
-        {{"unlocked", ",lock=unlocked", texts, "available protected", "lock-open-variant"},
-         {"default, locked", ",lock=default", texts, "available protected locked default", "lock-alert"},
-         {"without a lock", ",lock=none", texts, "available", ""},
-         {"read-only", ",access=readonly", texts, "protected locked", "lock"},
-         {"busy", ",access=busy", noAddresses, "", ""},
-         {"USB", ",type=U3V,lock=default", noAddresses, "available locked default", ""},
-         {"highest addresses", ",ip=255.254.1.0,mac=FE:DC:BA:98:76:54",
-          "Unknown|SimCam|A|255.254.1.0|fe:dc:ba:98:76:54", "available protected locked", "lock"},
-         {"no addresses, UTF-8", ",model=K\u00e4mera\u2122,serial=\u211607,ip=0.0.0.0,mac=00:00:00:00:00:00",
-          "Unknown|K\u00e4mera\u2122|\u211607|0.0.0.0|00:00:00:00:00:00", "available protected locked",
-          "lock"}});
+    addRows({"settings", "texts", "flags", "icon"},
+            {{"unlocked", ",lock=unlocked", texts, "available protected", "lock-open-variant"},
+             {"default, locked", ",lock=default", texts, "available protected locked default", "lock-alert"},
+             {"without a lock", ",lock=none", texts, "available", ""},
+             {"read-only", ",access=readonly", texts, "protected locked", "lock"},
+             {"busy", ",access=busy", noAddresses, "", ""},
+             {"USB", ",type=U3V,lock=default", noAddresses, "available locked default", ""},
+             {"highest addresses, UTF-8", ",model=K\u00e4mera\u2122,ip=255.254.1.0,mac=FE:DC:BA:98:76:04",
+              "Unknown|K\u00e4mera\u2122|A|255.254.1.0|fe:dc:ba:98:76:04", "available protected locked",
+              "lock"}});
 }
 
 void ModelTest::rowOfCamera()
@@ -115,11 +104,8 @@ void ModelTest::openCamera()
     model.openCurrentDevice(); // none
     model.closeCurrentDevice();
     QCOMPARE(list.takeEmitted(), QString(""));
-
     model.setCurrentIndex(list.row(0), {});
-    list.takeEmitted();
     model.openCurrentDevice();
-    QCOMPARE(list.takeEmitted(), QString("dataChanged 0..0 role 264"));
     QVERIFY(isOpen(0) && showsOpen(0));
     model.switchCurrentIndex(list.row(1));
     model.openCurrentDevice();
@@ -135,33 +121,23 @@ void ModelTest::openCamera()
     QVERIFY(!showsOpen(2));
 }
 
+// The default password alone is a change.
 void ModelTest::lockChange()
 {
-    ModelList list("A B,lock=default");
+    ModelList list("A,lock=default");
     DeviceItemModel &model = *list.model;
-    const auto flags = [&](int row) {
-        return QVariantList{list.value(row, DeviceItemModel::IsLockedRole),
-                            list.value(row, DeviceItemModel::HasDefaultPasswordRole)};
-    };
     model.onCurrentLockChanged();
     model.setCurrentIndex(list.row(0), {});
     model.openCurrentDevice();
     list.takeEmitted();
     model.onCurrentLockChanged();
     QCOMPARE(list.takeEmitted(), QString(""));
-    list.backEnd->unlock("hunter22", false);
-    QCOMPARE(flags(0), (QVariantList{true, false}));
-    model.onCurrentLockChanged();
-    QCOMPARE(list.takeEmitted(), QString("currentLockChanged 0, dataChanged 0..0 role 265 role 266"));
-    QCOMPARE(flags(0), (QVariantList{false, false}));
-
-    // The default password alone is a change too.
-    model.switchCurrentIndex(list.row(1));
-    model.openCurrentDevice();
     list.backEnd->changePassword("mapleoak", "otherword");
     list.backEnd->lock();
     model.onCurrentLockChanged();
-    QCOMPARE(flags(1), (QVariantList{true, false}));
+    QCOMPARE(list.takeEmitted(), QString("currentLockChanged 1, dataChanged 0..0 role 265 role 266"));
+    QCOMPARE(list.value(0, DeviceItemModel::IsLockedRole), QVariant(true));
+    QCOMPARE(list.value(0, DeviceItemModel::HasDefaultPasswordRole), QVariant(false));
 }
 
 QTEST_MAIN(ModelTest)

@@ -5,7 +5,9 @@
 #include "AppFixture.h"
 #include "Device.h"
 #include "PanelParts.h"
+#include "PasswordControl.h"
 
+#include <QAction>
 #include <QMainWindow>
 #include <iostream>
 
@@ -91,21 +93,19 @@ void Panel::expect(const QString &steps, const QString &seen, const QString &sai
 QString Panel::view() const
 {
     QStringList seen;
-    const auto see = [&seen](const QLayout *layout, int place) {
-        const auto *button = qobject_cast<QPushButton *>(layout->itemAt(place)->widget());
-        if (button->isVisible())
-            seen << (button->isEnabled() ? '[' + button->text() + ']' : '(' + button->text() + ')');
+    const auto see = [&seen](const QWidget *part) {
+        for (const QPushButton *button : part->findChildren<QPushButton *>())
+            if (button->isVisible())
+                seen << (button->isEnabled() ? '[' + button->text() + ']' : '(' + button->text() + ')');
     };
-    for (const int place : {0, 1, 2})
-        see(partOf<QWidget>(widget, 0)->layout(), place);
+    see(partOf<QWidget>(widget, 0));
     for (const int place : {0, 1, 2}) {
         const FieldParts parts = field(place);
         const QString error = parts.error->text().isEmpty() ? "" : '<' + parts.error->text() + '>';
         if (parts.edit->isVisible())
             seen << parts.caption->text() + parts.edit->placeholderText() + '=' + parts.edit->text() + error;
     }
-    for (const int place : {0, 1})
-        see(inputBox()->layout()->itemAt(3)->layout(), place);
+    see(inputBox());
     return seen.join(' ');
 }
 
@@ -132,6 +132,9 @@ private slots:
     void firstChange();
     void hiddenFieldsTakeNoKeys();
     void factoryReset();
+    void nothingIsLeftToUndo();
+    void closedPanelKeepsNoText();
+    void escape();
 };
 
 void PasswordWidgetTest::unlocking()
@@ -139,14 +142,10 @@ void PasswordWidgetTest::unlocking()
     Panel("lock=none").expect("", unlockedCamera);
     Panel("lock=locked", {}, false).expect("", lockedCamera);
     Panel panel("lock=locked");
-    panel.expect("", lockedCamera);
-    panel.expect("Unlock", entering + noOk);
-    panel.expect("old=ab, OK", entering + "ab" + tooShort + noOk);
+    panel.expect("Unlock, old=ab, OK", entering + "ab" + tooShort + noOk);
     panel.expect("Cancel", lockedCamera);
-    panel.expect("Unlock, old=hunter22", entering + "hunter22" + ok);
-    panel.expect("OK", unlockedCamera, "!Successfully unlocked!", "TRY:hunter22");
+    panel.expect("Unlock, old=hunter22, OK", unlockedCamera, "!Successfully unlocked!", "TRY:hunter22");
     panel.expect("Lock", lockedCamera, "!Successfully locked!", "LOCK");
-    panel.expect("Unlock, old=hunter22, Return", unlockedCamera, "!Successfully unlocked!", "TRY:hunter22");
 }
 
 // The link opens a box, whatever its target. A camera that opened meanwhile is told in the same words.
@@ -169,8 +168,7 @@ void PasswordWidgetTest::wrongPassword()
         "Alternatively, contact the TVN support team. icon 1";
     QCOMPARE(panel.boxes.taken(), QStringList({box, box}));
 
-    panel.expect("Cancel", lockedCamera);
-    panel.expect("Unlock, old=wrong", entering + "wrong" + ok);
+    panel.expect("Cancel, Unlock, old=wrong", entering + "wrong" + ok);
     panel.expect("elsewhere, OK", entering + "wrong" + wrong + noOk, refused, "TRY:hunter22");
     panel.expect("Cancel", unlockedCamera);
 }
@@ -187,9 +185,8 @@ void PasswordWidgetTest::changing()
 {
     Panel panel("lock=locked");
     const QString fields = "(Unlock)" + change;
-    const QString filled = fields.arg("hunter22", "ocean55", "ocean55");
-    panel.expect("Change password", fields.arg("", "", "") + noOk);
-    panel.expect("old=hunter22, new=ocean55, confirm=ocean55, Return", filled + ok);
+    panel.expect("Change password, old=hunter22, new=ocean55, confirm=ocean55, Return",
+                 fields.arg("hunter22", "ocean55", "ocean55") + ok);
     panel.expect("new=oc, confirm=oc", fields.arg("hunter22", "oc" + tooShort, "oc") + noOk);
     panel.expect("new=ocean55, confirm=ocean55, old=", fields.arg("", "ocean55", "ocean55") + noOk);
     panel.expect("old=hunter22, new=ocean5",
@@ -214,7 +211,6 @@ void PasswordWidgetTest::refusedChange()
     panel.expect("old=hunter22, OK", fields.arg("hunter22", used, "ocean55") + noOk, notSet,
                  "TRY:hunter22 LOCK TRY:ocean55");
     panel.expect("new=ocean56, confirm=ocean56", fields.arg("hunter22", "ocean56", "ocean56") + ok, notSet);
-    panel.expect("confirm=ocean55, new=ocean55", fields.arg("hunter22", used, "ocean55") + noOk, notSet);
     panel.expect("Cancel", lockedCamera);
     panel.expect("Change password, old=hunter22, new=ocean55, confirm=ocean55",
                  "(Unlock)" + change.arg("hunter22", "ocean55", "ocean55") + ok);
@@ -268,6 +264,53 @@ void PasswordWidgetTest::factoryReset()
     QVERIFY(panel.backEnd->devices().empty());
     panel.widget->onCurrentDeviceRemoved();
     QCOMPARE(panel.boxes.taken(), QStringList());
+}
+// The eye shows the field in the clear, where undo would show what has been there.
+void PasswordWidgetTest::nothingIsLeftToUndo()
+{
+    Panel panel("lock=locked");
+    QLineEdit *const edit = panel.field(0).edit;
+    panel.take("Unlock");
+    QTest::keyClicks(edit, "hunter22");
+    panel.take("Return, Change password");
+    edit->actions().first()->trigger();
+    for (const auto key : {QKeySequence::Undo, QKeySequence::Redo}) {
+        QTest::keySequence(edit, key);
+        QCOMPARE(panel.view(), "(Lock)" + change.arg("", "", "") + noOk);
+    }
+}
+
+void PasswordWidgetTest::closedPanelKeepsNoText()
+{
+    Panel panel("lock=unlocked", "[[failure]]\nfunction = \"GCWritePort\"\naddress = 0x50002000\n");
+    panel.take("Change password, old=hunter22, new=ocean55, confirm=ocean55, OK, "
+               "old=wrong, new=ocean56, confirm=ocean56, OK");
+    const auto kept = [&] {
+        QString texts;
+        for (const PasswordControl *field : panel.widget->findChildren<PasswordControl *>()) {
+            texts += field->text() + field->excludePasswordString() + field->comparePasswordString();
+            for (const std::string &used : field->usedPasswords())
+                texts += QString::fromStdString(used);
+        }
+        return texts;
+    };
+    QCOMPARE(kept(), QString("wrongwrongocean56wrongocean55ocean56ocean56"));
+    panel.widget->close();
+    QCOMPARE(kept(), QString());
+}
+
+// From the resting panel and from the dialogue, as the window manager's close does.
+void PasswordWidgetTest::escape()
+{
+    for (const char *const steps : {"", "Unlock"}) {
+        Panel panel("lock=locked");
+        bool isClosed = false;
+        connect(panel.widget, &PasswordWidget::closed, [&] { isClosed = true; });
+        QTRY_COMPARE(QApplication::activeWindow(), panel.widget);
+        panel.take(steps);
+        QTest::keyClick(panel.widget->windowHandle(), Qt::Key_Escape);
+        QVERIFY2(panel.widget->isHidden() && isClosed, steps);
+    }
 }
 
 QTEST_MAIN(PasswordWidgetTest)

@@ -1,11 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The window on real widgets: what it is made of, how its list follows the cameras and the user, and the way from a row
 // to the panel.
-#include "AppFixture.h"
-#include "DeviceListView.h"
-#include "MainWindow.h"
-#include "PanelParts.h"
-#include "PasswordWidget.h"
+#include "WindowList.h"
 
 #include <QScrollBar>
 
@@ -23,32 +19,12 @@ private slots:
     void cameraWithoutALock();
     void panelsPileUp();
     void returnOnAGoneRow();
+    void cameraThatCannotBeOpened();
+    void lateGoodbye();
+    void resetAndBackWithinAPass();
 };
 
 namespace {
-
-struct WindowList : CameraList
-{
-    explicit WindowList(const QString &plan) : CameraList(cameras(plan))
-    {
-        follow(window.findChild<DeviceItemModel *>());
-        window.show();
-        pass();
-        takeEmitted();
-    }
-
-    QList<PasswordWidget *> panels() const { return window.findChildren<PasswordWidget *>(); }
-    QRect place(int position) const { return view.visualRect(row(position)); }
-    void doubleClick(int position) const
-    {
-        QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, place(position).center());
-        QTest::mouseDClick(view.viewport(), Qt::LeftButton, {}, place(position).center());
-    }
-
-    MainWindow window;
-    DeviceListView &view = *window.findChild<DeviceListView *>();
-    MessageBoxes boxes;
-};
 
 QString manyCameras(int count)
 {
@@ -56,6 +32,11 @@ QString manyCameras(int count)
     for (int number = 0; number < count; ++number)
         plan += QString("C%1 ").arg(number);
     return plan;
+}
+
+QString statusOf(const PasswordWidget &panel)
+{
+    return partOf<QLabel>(&panel, 3)->text();
 }
 
 } // namespace
@@ -73,10 +54,6 @@ void WindowTest::aboutQt()
     QWindow *const window = list.window.windowHandle();
     for (const auto key : {Qt::Key_Tab, Qt::Key_Return})
         QTest::keyClick(window, key);
-    QCOMPARE(list.boxes.taken(), QStringList{"About Qt of MainWindow"});
-    list.window.activateWindow(); // the offscreen platform leaves none active behind a box
-    QTRY_COMPARE(QApplication::activeWindow(), &list.window);
-    QTest::keyClick(window, Qt::Key_Return); // it still has the focus
     QCOMPARE(list.boxes.taken(), QStringList{"About Qt of MainWindow"});
     list.window.activateWindow(); // the offscreen platform leaves none active behind a box
     QTRY_COMPARE(QApplication::activeWindow(), &list.window);
@@ -209,16 +186,21 @@ void WindowTest::unlocking()
 void WindowTest::cameraWithoutALock()
 {
     const QStringList message{"This camera is not password protected."};
-    WindowList list("A N,lock=none");
+    WindowList list("A N,lock=none B");
     list.doubleClick(1);
     QCOMPARE(list.boxes.taken(), message);
     list.doubleClick(0);
     list.simulator.clearLog();
-    QMetaObject::invokeMethod(&list.window, "onCameraActivated", Q_ARG(QModelIndex, list.row(1)));
+    const auto activate = [&](int position) {
+        QMetaObject::invokeMethod(&list.window, "onCameraActivated", Q_ARG(QModelIndex, list.row(position)));
+    };
+    activate(1);
     QCOMPARE(list.boxes.taken(), message);
     QCOMPARE(list.model->currentIndex(), list.row(0));
     QVERIFY(list.simulator.calls().empty());
     QCOMPARE(list.panels().size(), 1);
+    activate(2);
+    QCOMPARE(list.model->currentIndex(), list.row(2));
 }
 
 // Each activation makes a panel, and closed ones go on listening.
@@ -226,13 +208,11 @@ void WindowTest::panelsPileUp()
 {
     WindowList list("A,lock=unlocked");
     for (int count = 1; count <= 3; ++count) {
-        list.view.setCurrentIndex(list.row(0));
-        QTest::keyClick(&list.view, Qt::Key_Return);
+        PasswordWidget *const panel = list.activate(0);
         QCOMPARE(list.panels().size(), count);
-        QVERIFY(list.panels().last()->isVisible());
-        QVERIFY(shownButton(list.panels().last(), "Lock")); // the state of the open camera
+        QVERIFY(shownButton(panel, "Lock")); // the state of the open camera
         if (count < 3)
-            list.panels().last()->close();
+            panel->close();
     }
     list.plug(" ");
     list.pass();
@@ -255,6 +235,58 @@ void WindowTest::returnOnAGoneRow()
         QVERIFY2(list.panels().isEmpty() && list.boxes.taken().isEmpty(), after);
         QVERIFY2(list.simulator.calls().empty(), after);
     }
+}
+// Another program has taken the camera since its row was made.
+void WindowTest::cameraThatCannotBeOpened()
+{
+    for (const QString &lock : {QString("unlocked"), QString("default")}) {
+        WindowList list("A,lock=" + lock);
+        list.simulator.failNth("IFOpenDevice", -1005, 1, 0);
+        list.pass();
+        list.simulator.clearLog();
+        const PasswordWidget *const panel = list.activate(0);
+        QCOMPARE(list.simulator.calls("IFOpenDevice").size(), 1U);
+        QCOMPARE(statusOf(*panel),
+                 QString("The camera could not be opened. Another program may be using it."));
+        for (const char *label :
+             {lock == "unlocked" ? "Lock" : "Unlock", "Change password", "Factory reset"}) {
+            QPushButton *const button = shownButton(panel, label);
+            QVERIFY2(button && !button->isEnabled(), label);
+        }
+        QVERIFY(!partOf<QWidget>(panel, 1)->isVisible()); // nor is the change forced
+    }
+}
+
+// The panel of a camera that was closed long ago closes itself once more when another camera has gone. The one that is
+// open by then is not its own, nor is its own camera when that is open for another panel.
+void WindowTest::lateGoodbye()
+{
+    for (const int next : {1, 0}) {
+        WindowList list("A,lock=unlocked B,lock=unlocked");
+        PasswordWidget *const older = list.activate(0);
+        older->close();
+        PasswordWidget *const panel = list.activate(next);
+        older->onCurrentDeviceRemoved();
+        QCOMPARE(list.boxes.taken().size(), 1);
+        QTest::mouseClick(shownButton(panel, "Lock"), Qt::LeftButton);
+        QCOMPARE(statusOf(*panel), QString("Successfully locked!"));
+        panel->close();
+        QCOMPARE(list.simulator.openHandles(), 2); // producer and interface
+    }
+}
+
+// The row is made anew though the same camera stands at the same place.
+void WindowTest::resetAndBackWithinAPass()
+{
+    WindowList list("A B,lock=unlocked,reboot_ms=0");
+    QTest::mouseClick(shownButton(list.activate(1), "Factory reset"), Qt::LeftButton);
+    QCOMPARE(list.value(1, DeviceItemModel::HasDefaultPasswordRole), QVariant(false));
+    list.takeEmitted();
+    list.pass();
+    QCOMPARE(list.takeEmitted(), QString("dataChanged 1..1"));
+    QCOMPARE(list.value(1, DeviceItemModel::HasDefaultPasswordRole), QVariant(true));
+    list.pass();
+    QCOMPARE(list.takeEmitted(), QString());
 }
 
 QTEST_MAIN(WindowTest)

@@ -3,7 +3,6 @@
 // Commands are for the shell, which finds the program by its name.
 #pragma once
 
-#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -15,15 +14,16 @@ struct Outcome
     std::string errors;
 };
 
-/// Runs the program to its end in the current folder.
-/// \param input   all of its standard input, which then ends
-/// \param folder  for temporary files
-/// A program that prints more than a mebibyte loses its standard output there, so that a flood ends.
-Outcome runConsole(const std::vector<std::string> &arguments, const std::string &input,
-                   const std::filesystem::path &folder);
+/// Runs the program to its end in the current folder, where temporary files go too. More than a mebibyte of output ends
+/// it by a signal.
+/// \param input  all of its standard input, which then ends
+Outcome runConsole(const std::vector<std::string> &arguments, const std::string &input = {});
 
-/// The exit status of \p command.
+/// The exit status of \p command; -1 if a signal ended it.
 int runShell(const std::string &command);
 
 /// All that \p command shows on a terminal of its own, on which nobody types.
 std::string shownOnTerminal(const std::string &command);
+
+/// All bytes of a file; none if there is no such file.
+std::string contentOf(const std::string &file);

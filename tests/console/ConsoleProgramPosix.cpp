@@ -7,52 +7,30 @@
 
 #include <array>
 #include <cstddef>
-#include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
-#include <iterator>
+#include <sstream>
 
 namespace {
 
-constexpr std::size_t floodBytes = 1024 * 1024;
-
-/// For the shell. No argument of a test holds an apostrophe.
-std::string quoted(const std::string &text)
-{
-    return '\'' + text + '\'';
-}
-
 std::string withProgram(const std::string &command)
 {
-    return "PATH=" + quoted(std::filesystem::path(TORVANE_CONSOLE).parent_path()) + ":$PATH\n" + command;
+    const std::string folder = std::filesystem::path(TORVANE_CONSOLE).parent_path();
+    return "PATH='" + folder + "':$PATH\n" + command;
 }
 
 } // namespace
 
-Outcome runConsole(const std::vector<std::string> &arguments, const std::string &input,
-                   const std::filesystem::path &folder)
+Outcome runConsole(const std::vector<std::string> &arguments, const std::string &input)
 {
-    const std::string inputFile = folder / "input";
-    const std::string errorsFile = folder / "errors";
-    std::ofstream(inputFile, std::ios::binary) << input;
-
-    std::string command = "exec " + quoted(TORVANE_CONSOLE); // exec: a signal's end isn't the shell's status
+    std::ofstream("input", std::ios::binary) << input;
+    std::string command =
+        "ulimit -f 2048; exec torvane_console"; // exec: a signal's end isn't the shell's status
     for (const std::string &argument : arguments)
-        command += ' ' + quoted(argument);
-    command += " <" + quoted(inputFile) + " 2>" + quoted(errorsFile);
-
-    Outcome outcome;
-    std::FILE *const program = popen(command.c_str(), "r");
-    std::array<char, 4096> bytes{};
-    for (std::size_t count = 0; outcome.output.size() < floodBytes &&
-                                (count = std::fread(bytes.data(), 1, bytes.size(), program)) > 0;)
-        outcome.output.append(bytes.data(), count);
-    const int state = pclose(program);
-    outcome.status = WIFEXITED(state) ? WEXITSTATUS(state) : -1;
-
-    std::ifstream errors(errorsFile, std::ios::binary);
-    outcome.errors.assign(std::istreambuf_iterator<char>(errors), {});
-    return outcome;
+        command += " '" + argument + '\''; // in which there is no apostrophe
+    const int status = runShell(command + " <input >output 2>errors");
+    return {status, contentOf("output"), contentOf("errors")};
 }
 
 int runShell(const std::string &command)
@@ -77,4 +55,11 @@ std::string shownOnTerminal(const std::string &command)
     close(terminal);
     waitpid(child, nullptr, 0);
     return shown;
+}
+
+std::string contentOf(const std::string &file)
+{
+    std::ostringstream text;
+    text << std::ifstream(file, std::ios::binary).rdbuf();
+    return text.str();
 }

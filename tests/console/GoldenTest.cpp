@@ -11,8 +11,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,20 +27,18 @@ struct Invocation
 /// Runs on the same cameras one after the other: what one left, the next one finds.
 struct Session
 {
-    std::string name;
     std::string cameras;
     std::vector<Invocation> runs;
 };
 
 void PrintTo(const Session &session, std::ostream *stream)
 {
-    *stream << session.name;
+    *stream << session.runs.front().name;
 }
 
 std::string readRunFile(const std::string &name)
 {
-    std::ifstream file(std::filesystem::path(TORVANE_CONSOLE_RUNS) / name, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
+    return contentOf(TORVANE_CONSOLE_RUNS "/" + name);
 }
 
 std::string replaceAll(std::string text, std::string_view from, std::string_view to)
@@ -70,7 +66,7 @@ TEST_P(GoldenTest, PrintsWhatIsExpected)
         for (std::string &argument : arguments)
             argument = replaceAll(argument, "<folder>", producers);
         simulator.clearLog();
-        const Outcome outcome = runConsole(arguments, readRunFile(run.name + ".in"), simulator.folder());
+        const Outcome outcome = runConsole(arguments, readRunFile(run.name + ".in"));
         EXPECT_EQ(replaceAll(outcome.output, producers, "<folder>"), readRunFile(run.name + ".expected"));
         EXPECT_EQ(outcome.errors, "");
         EXPECT_EQ(outcome.status, run.status);
@@ -79,59 +75,47 @@ TEST_P(GoldenTest, PrintsWhatIsExpected)
 }
 
 const std::vector<Session> sessions{
-    {"Lists", "several", {{"list-devices", {"--list-devices"}}, {"list-libraries", {"--list-libraries"}}}},
-    {"OddIndices", "several", {{"odd-indices", {}}}},
-    {"NegativeIndexWraps", "several", {{"negative-index", {}}}},
-    {"IndexCancelled", "several", {{"index-c", {}}, {"index-q", {}}, {"index-end", {}}}},
-    {"EveryMenuEntry", "several", {{"menu", {"--serial", "F-1"}}}},
-    {"OddOptions", "one", {{"odd-options", {}}}},
-    {"MenuEnd", "one", {{"menu-end", {}}}},
-    {"FirstPassword",
-     "default",
-     {{"first-password", {}}, {"first-password-found", {"--password", "hunter22"}}}},
-    {"UnlockRetries", "one", {{"unlock-retries", {}}}},
-    {"UnlockCancelled", "one", {{"unlock-cancelled", {}}, {"unlock-end", {}}}},
-    {"ChangeRefusals", "one", {{"change-refusals", {}}}},
-    {"ChangeEnd", "one", {{"change-end-new", {}}, {"change-end-confirm", {}}}},
-    {"MenuReset", "one", {{"menu-reset", {}}, {"reset-found", {"--list-devices"}}}},
+    {"several", {{"list-devices", {"--list-devices"}}, {"list-libraries", {"--list-libraries"}}}},
+    {"several", {{"odd-indices", {}}}},
+    {"several", {{"negative-index", {}}}},
+    {"several", {{"index-c", {}}, {"index-q", {}}, {"index-end", {}}}},
+    {"several", {{"menu", {"--serial", "F-1"}}}},
+    {"one", {{"odd-options", {}}}},
+    {"one", {{"menu-end", {}}}},
+    {"default", {{"first-password", {}}, {"first-password-found", {"--password", "hunter22"}}}},
+    {"one", {{"unlock-retries", {}}}},
+    {"one", {{"unlock-cancelled", {}}, {"unlock-end", {}}}},
+    {"one", {{"change-refusals", {}}}},
+    {"one", {{"change-end-new", {}}, {"change-end-confirm", {}}}},
+    {"one", {{"menu-reset", {}}, {"reset-found", {"--list-devices"}}}},
 
     // A password given in advance: every row of what is done.
-    {"PresetChange", "one", {{"preset-change", {"--password", "hunter22", "--new-password", "sunnyday7"}}}},
-    {"PresetUnlock", "one", {{"preset-unlock", {"--password", "hunter22"}}}},
-    {"PresetWrong", "one", {{"preset-wrong", {"--password", "hunter23", "--unlock"}}}},
-    {"PresetChangeWrong",
-     "one",
-     {{"preset-change-wrong", {"--password", "hunter23", "--new-password", "sunnyday7", "--lock"}}}},
-    {"PresetChangeSame",
-     "one",
-     {{"preset-change-same", {"--password", "hunter22", "--new-password", "hunter22"}}}},
-    {"PresetDefaultChange",
-     "default",
+    {"one", {{"preset-change", {"--password", "hunter22", "--new-password", "sunnyday7"}}}},
+    {"one", {{"preset-unlock", {"--password", "hunter22"}}}},
+    {"one", {{"preset-wrong", {"--password", "hunter23", "--unlock"}}}},
+    {"one", {{"preset-change-wrong", {"--password", "hunter23", "--new-password", "sunnyday7", "--lock"}}}},
+    {"one", {{"preset-change-same", {"--password", "hunter22", "--new-password", "hunter22"}}}},
+    {"default",
      {{"preset-default-change", {"--password", "mapleoak", "--new-password", "hunter22", "--lock"}}}},
-    {"PresetDefaultUnlock",
-     "default",
+    {"default",
      {{"preset-default-unlock", {"--password", "mapleoak", "--unlock"}},
       {"default-unlocked-listed", {"--list-devices"}}}},
-    {"PresetDefault", "default", {{"preset-default", {"--password", "mapleoak"}}}},
-    {"PresetLock", "unlocked", {{"preset-lock", {"--lock"}}}},
-    {"PresetUnlockThenLock", "one", {{"preset-unlock-lock", {"--password", "hunter22", "--lock"}}}},
-    {"PresetNewPasswordAlone", "one", {{"preset-new-alone", {"--new-password", "sunnyday7", "--unlock"}}}},
-    {"PresetReset", "one", {{"preset-reset", {"--factory-reset", "--password", "hunter23", "--lock"}}}},
-    {"PresetResetWithoutSupport",
-     "several",
-     {{"preset-reset-unsupported", {"--serial", "N-4", "--factory-reset"}}}},
-    {"PresetLibrary", "one", {{"preset-library", {"--library", "<folder>/torvane_sim.cti", "--lock"}}}},
+    {"default", {{"preset-default", {"--password", "mapleoak"}}}},
+    {"unlocked", {{"preset-lock", {"--lock"}}}},
+    {"one", {{"preset-unlock-lock", {"--password", "hunter22", "--lock"}}}},
+    {"one", {{"preset-new-alone", {"--new-password", "sunnyday7", "--unlock"}}}},
+    {"one", {{"preset-reset", {"--factory-reset", "--password", "hunter23", "--lock"}}}},
+    {"several", {{"preset-reset-unsupported", {"--serial", "N-4", "--factory-reset"}}}},
+    {"one", {{"preset-library", {"--library", "<folder>/torvane_sim.cti", "--lock"}}}},
 
-    {"PasswordsFromInput",
-     "one",
-     {{"passwords-from-input", {"--password-file", "-", "--new-password-file", "-", "--lock"}}}},
-    {"PasswordThenAnswers", "several", {{"password-then-answers", {"--password-file", "-"}}}},
+    {"one", {{"passwords-from-input", {"--password-file", "-", "--new-password-file", "-", "--lock"}}}},
+    {"several", {{"password-then-answers", {"--password-file", "-"}}}},
 
-    {"NoCamera", "none", {{"no-camera", {}, 1}, {"no-camera-listed", {"--list-devices"}}}},
-    {"SerialNotFound", "several", {{"serial-not-found", {"--serial", "F-9"}, 1}}},
-    {"SerialBusy", "several", {{"serial-busy", {"--serial", "B-6"}, 1}}},
-    {"NotOpened", "unopened", {{"not-opened", {}, 1}}},
-    {"LibraryNotFound", "one", {{"library-not-found", {"--library", "./none.cti"}, 1}}},
+    {"none", {{"no-camera", {}, 1}, {"no-camera-listed", {"--list-devices"}}}},
+    {"several", {{"serial-not-found", {"--serial", "F-9"}, 1}}},
+    {"several", {{"serial-busy", {"--serial", "B-6"}, 1}}},
+    {"unopened", {{"not-opened", {}, 1}}},
+    {"one", {{"library-not-found", {"--library", "./none.cti"}, 1}}},
 };
 
 INSTANTIATE_TEST_SUITE_P(Runs, GoldenTest, testing::ValuesIn(sessions));

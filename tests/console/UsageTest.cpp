@@ -24,11 +24,6 @@ class ConsoleRun : public testing::Test
 protected:
     ConsoleRun() { std::filesystem::current_path(simulator.folder()); }
 
-    Outcome run(const std::vector<std::string> &arguments, const std::string &input = "")
-    {
-        return runConsole(arguments, input, simulator.folder());
-    }
-
     Simulator simulator;
     Environment search{"GENICAM_GENTL64_PATH", std::filesystem::path(simulator.cti()).parent_path().string()};
 };
@@ -43,7 +38,6 @@ TEST_F(ConsoleRun, EndsWithStatusTwoForEachFault)
         std::string input{};
     } faults[] = {
         {{"--lock", "--colour"}, "Unknown option or surplus argument '--colour'"},
-        {{"--password", "my", "secret"}, "Unknown option or surplus argument 'secret'"},
         {{"--list"}, "Unknown option or surplus argument '--list'"}, // no abbreviations
         {{"--serial"}, "--serial: 1 required SERIAL missing"},
         {{"--serial", ""}, "--serial: the value is empty"},
@@ -66,9 +60,7 @@ TEST_F(ConsoleRun, EndsWithStatusTwoForEachFault)
         {{"--password-file", "no-such-file"},
          "Can't read a password from 'no-such-file': No such file or directory"},
         {{"--new-password-file", "."}, "Can't read a password from '.': Is a directory"},
-        {{"--password-file", "/dev/null"}, "Can't read a password from '/dev/null': there is no line"},
         {{"--password-file", "-"}, readError + "the first line is empty", "\nx"},
-        {{"--password-file", "-"}, readError + "the first line is empty", "\r\nx"},
         {{"--password-file", "-"}, readError + "the first line is empty", "\xef\xbb\xbf\r\n"},
         {{"--password-file", "-", "--new-password-file", "-"}, readError + "there is no line", "hunter22\n"},
         {{"--password-file", "-"},
@@ -79,7 +71,7 @@ TEST_F(ConsoleRun, EndsWithStatusTwoForEachFault)
          std::string(4097, 'x')},
     };
     for (const auto &fault : faults) {
-        const Outcome outcome = run(fault.arguments, fault.input);
+        const Outcome outcome = runConsole(fault.arguments, fault.input);
         EXPECT_EQ(outcome.status, 2) << fault.message;
         EXPECT_EQ(outcome.output, "");
         EXPECT_EQ(outcome.errors, "torvane_console: " + fault.message + "\nTry 'torvane_console --help'.\n");
@@ -96,17 +88,15 @@ TEST_F(ConsoleRun, TakesThePasswordFromTheFirstLineOfAFile)
     } rows[] = {
         {"hunter22", "68 75 6e 74 65 72 32 32"},
         {"hunter22\nsecond line", "68 75 6e 74 65 72 32 32"},
-        {"hunter22\r\n", "68 75 6e 74 65 72 32 32"},
         {"hunter22\r\r\n", "68 75 6e 74 65 72 32 32 0d 00 00 00"},
         {" \tx \n", "20 09 78 20 00 00 00 00"},
-        {"\xc3\xbc\n", "c3 bc 00 00 00 00 00 00"},
-        {"\xef\xbb\xbfhunter22\r\n", "68 75 6e 74 65 72 32 32"},
+        {"\xef\xbb\xbf\xc3\xbc\r\n", "c3 bc 00 00 00 00 00 00"},
         {"\xef\xbb\xbf\xef\xbb\xbf\n", "ef bb bf 00 00 00 00 00"},
     };
     for (const auto &row : rows) {
         std::ofstream("password", std::ios::binary) << row.content;
         simulator.clearLog();
-        EXPECT_EQ(run({"--password-file", "password", "--lock"}).status, 0);
+        EXPECT_EQ(runConsole({"--password-file", "password", "--lock"}).status, 0);
         EXPECT_THAT(simulator.portTraffic(), testing::Contains("write 0x50002040 " + row.onTheWire))
             << row.content;
     }
@@ -114,32 +104,27 @@ TEST_F(ConsoleRun, TakesThePasswordFromTheFirstLineOfAFile)
 
 TEST_F(ConsoleRun, TakesPasswordsThatLookLikeOptions)
 {
-    for (const std::vector<std::string> &arguments :
-         {std::vector<std::string>{"--password", "--locK"}, {"--password=--locK"}}) {
-        simulator.clearLog();
-        EXPECT_EQ(run(arguments).status, 0);
-        EXPECT_THAT(simulator.portTraffic(), testing::Contains("write 0x50002040 2d 2d 6c 6f 63 4b 00 00"));
-    }
-    EXPECT_EQ(run({"--password=--lock"}).status, 0);
+    EXPECT_EQ(runConsole({"--password=--locK"}).status, 0);
+    EXPECT_THAT(simulator.portTraffic(), testing::Contains("write 0x50002040 2d 2d 6c 6f 63 4b 00 00"));
+    EXPECT_EQ(runConsole({"--password", "--locK"}).status, 0);
+    EXPECT_EQ(runConsole({"--password=--lock"}).status, 0);
 }
 
 TEST_F(ConsoleRun, TakesALineOfTheGreatestLength)
 {
-    const std::string longest(4096, 'x');
-    for (const char *end : {"", "\n", "\r\n"}) {
-        const Outcome outcome = run({"--password-file", "-"}, "\xef\xbb\xbf" + longest + end);
-        EXPECT_EQ(outcome.status, 0);
-        EXPECT_THAT(outcome.output, HasSubstr("Wrong password?\nExiting program... Device is locked.\n"));
-    }
+    const Outcome outcome =
+        runConsole({"--password-file", "-"}, "\xef\xbb\xbf" + std::string(4096, 'x') + "\r\n");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(outcome.output, HasSubstr("Wrong password?\nExiting program... Device is locked.\n"));
 }
 
 TEST_F(ConsoleRun, AnswersWithoutTouchingACamera)
 {
-    const Outcome version = run({"--version", "--lock"});
+    const Outcome version = runConsole({"--version", "--lock"});
     EXPECT_EQ(version.status, 0);
     EXPECT_EQ(version.output, "torvane_console 1.0.0.0\n");
 
-    const Outcome help = run({"--help"});
+    const Outcome help = runConsole({"--help"});
     EXPECT_EQ(help.status, 0);
     EXPECT_EQ(help.errors, "");
     EXPECT_THAT(help.output, HasSubstr("So it is after a wrong password too"));

@@ -54,21 +54,13 @@ void Simulator::failNth(std::string_view function, std::int32_t code, std::uint6
     configure(toml + rule);
 }
 
-std::vector<std::string> Simulator::calls() const
+std::vector<std::string> Simulator::calls(std::string_view function) const
 {
     std::vector<std::string> lines;
     std::ifstream file(logPath());
     for (std::string line; std::getline(file, line);)
-        lines.push_back(line);
-    return lines;
-}
-
-std::vector<std::string> Simulator::calls(std::string_view function) const
-{
-    std::vector<std::string> lines = calls();
-    std::erase_if(lines, [start = std::string(function) + '('](const std::string &line) {
-        return !line.starts_with(start);
-    });
+        if (function.empty() || line.starts_with(std::string(function) + '('))
+            lines.push_back(line);
     return lines;
 }
 
@@ -119,11 +111,11 @@ std::string Simulator::lockTraffic() const
 
 int Simulator::openHandles() const
 {
-    static const std::set<std::string_view> opening{"TLOpen", "TLOpenInterface", "IFOpenDevice"};
-    static const std::set<std::string_view> closing{"TLClose", "IFClose", "DevClose"};
+    static const std::set<std::string> opening{"TLOpen", "TLOpenInterface", "IFOpenDevice"};
+    static const std::set<std::string> closing{"TLClose", "IFClose", "DevClose"};
     int open = 0;
     for (const std::string &line : calls()) {
-        const std::string_view function = std::string_view(line).substr(0, line.find('('));
+        const std::string function = line.substr(0, line.find('('));
         if (line.find(") = 0") != std::string::npos)
             open += opening.contains(function) - closing.contains(function);
     }

@@ -30,10 +30,8 @@ public:
     void failNth(std::string_view function, std::int32_t code, std::uint64_t n, std::uint64_t count = 1,
                  std::string_view conditions = {});
 
-    /// The lines of the call log.
-    std::vector<std::string> calls() const;
-    /// Those of one function.
-    std::vector<std::string> calls(std::string_view function) const;
+    /// The lines of the call log, all or those of one function.
+    std::vector<std::string> calls(std::string_view function = {}) const;
     void clearLog();
 
     /// The successful accesses to the password registers: "read 0x50001000 01 00 00 00",
