@@ -71,6 +71,11 @@ TEST_F(DialogueTest, QuestionsWithoutAChoiceAreNotAsked)
                   EXPECT_EQ(backEnd->selectIndex(0, 7), 7u);
               }),
               "");
+    EXPECT_EQ(printedBy([this] {
+                  backEnd->selectOption({"a", "b"});
+              }),
+              "\nSelect an option: ")
+        << "the end of the input, where no key is \"q\"";
 }
 
 // Their error lines come in this order.
