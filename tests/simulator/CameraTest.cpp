@@ -69,6 +69,8 @@ TEST_F(CameraTest, TheLockTakesTheRightPasswordInTheRightShape)
 TEST_F(CameraTest, ReadsStayWithinReadableRegisters)
 {
     EXPECT_EQ(client.read(camera.port, lockState + 2, 4), "00 00 01 00") << "across two registers";
+    client.write(camera.port, 0x60000004, "\0\0\0\1"sv);
+    EXPECT_EQ(client.read(camera.port, 0x60000004, 4), "00 00 00 00") << "the latch command clears itself";
     EXPECT_EQ(client.read(camera.port, passwordState, 8), "");
     EXPECT_EQ(client.code, GC_ERR_ACCESS_DENIED);
     EXPECT_EQ(client.lastError(), "the register at 0x50001008 can only be written");

@@ -117,4 +117,11 @@ TEST_F(OpenCameraTest, AFaultWhileRunningIsToldOnceAndKeepsTheOldCameras)
     EXPECT_EQ(client.read(camera.port, lockState, 4), "01 00 00 00");
 }
 
+TEST_F(OpenCameraTest, AFailureOfACameraMeetsCallsWithItsHandles)
+{
+    reopen(Simulator::oneCamera + "[[failure]]\nfunction = \"DevGetInfo\"\nid = \"sim-1\"\n"s);
+    client.query(client.DevGetInfo, camera.device, DEVICE_INFO_MODEL);
+    EXPECT_EQ(client.code, GC_ERR_ERROR);
+}
+
 } // namespace

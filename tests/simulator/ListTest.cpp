@@ -63,6 +63,7 @@ TEST_F(ListTest, PluggingAndUnpluggingShowAtTheNextRefreshAndNotBefore)
         << "before the refresh";
     EXPECT_TRUE(refreshChanges());
     EXPECT_THAT(client.devices(camera.interface), IsEmpty());
+    EXPECT_EQ(client.accessStatus(camera.interface, "sim-2"), -1) << "behind the refresh";
     EXPECT_EQ(client.read(camera.port, lockState, 4), "");
     EXPECT_EQ(client.lastError(), "camera \"sim-1\": unplugged");
 }
