@@ -94,7 +94,7 @@ void open(GenTL_Interface &producer)
 
 int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t size)
 {
-    static GenTL_Interface producer{producerPath("fuzz_producer")};
+    static GenTL_Interface producer{scriptedProducer()};
     Script &script = *torvaneTestScript();
     const std::string url = play(script, {reinterpret_cast<const char *>(bytes), size});
     try {

@@ -11,13 +11,31 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
+
+/// The configuration of an interface with \p cameras, locked by hunter22, and further \p keys of its own.
+inline std::string interface(const std::string &id, const std::vector<std::string> &cameras,
+                             const std::string &keys = "")
+{
+    std::string toml = "[[interface]]\nid = \"" + id + "\"\n" + keys;
+    for (const std::string &camera : cameras)
+        toml += "[[interface.camera]]\nid = \"" + camera + "\"\nlock = \"locked\"\n";
+    return toml;
+}
+
+/// That of one camera "sim-1" as its \p keys say, the first on its interface.
+inline std::string camera(const std::string &keys)
+{
+    return interface("sim-eth0", {}) + "[[interface.camera]]\nid = \"sim-1\"\n" + keys;
+}
 
 class BackEndTest : public testing::Test
 {
@@ -74,6 +92,15 @@ protected:
         return result;
     }
 
+    /// Gives the one camera a description of its own, and further \p keys.
+    void describe(const std::string &nodes, const std::string &keys = "")
+    {
+        std::ofstream("own.xml")
+            << R"(<RegisterDescription ModelName="m" VendorName="v"><Port Name="Device"/>)" << nodes
+            << "</RegisterDescription>";
+        simulator.configure(camera("xml = \"own.xml\"\n" + keys));
+    }
+
     /// Selects and opens the first device and forgets the calls so far.
     Device *select()
     {
@@ -108,22 +135,6 @@ protected:
     const Environment path{"GENICAM_GENTL64_PATH", folderOf(Simulator::cti())};
     std::unique_ptr<BackEnd> backEnd = std::make_unique<BackEnd>();
 };
-
-/// The configuration of an interface with \p cameras, locked by hunter22, and further \p keys of its own.
-inline std::string interface(const std::string &id, const std::vector<std::string> &cameras,
-                             const std::string &keys = "")
-{
-    std::string toml = "[[interface]]\nid = \"" + id + "\"\n" + keys;
-    for (const std::string &camera : cameras)
-        toml += "[[interface.camera]]\nid = \"" + camera + "\"\nlock = \"locked\"\n";
-    return toml;
-}
-
-/// That of one camera "sim-1" as its \p keys say, the first on its interface.
-inline std::string camera(const std::string &keys)
-{
-    return interface("sim-eth0", {}) + "[[interface.camera]]\nid = \"sim-1\"\n" + keys;
-}
 
 /// The names of the functions in lines of the call log.
 inline std::vector<std::string> functionsOf(std::vector<std::string> calls)

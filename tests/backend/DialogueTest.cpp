@@ -5,10 +5,7 @@
 
 #include <gmock/gmock.h>
 
-#include <fstream>
-
 using testing::AllOf;
-using testing::ElementsAre;
 using testing::EndsWith;
 using testing::HasSubstr;
 
@@ -29,10 +26,7 @@ TEST_F(DialogueTest, AFirmwareVersionThatCannotBeReadIsUnknown)
 {
     const std::string summary = "Firmware version:     (unknown)\nPassword protection:  yes\n";
     const auto runWithFirmware = [&](const std::string &node) {
-        std::ofstream("own.xml")
-            << R"(<RegisterDescription ModelName="m" VendorName="v"><Port Name="Device"/>)" << node
-            << "</RegisterDescription>";
-        simulator.configure(camera("xml = \"own.xml\"\n"));
+        describe(node);
         backEnd = std::make_unique<BackEnd>();
         return run("q\n");
     };
@@ -78,7 +72,7 @@ TEST_F(DialogueTest, QuestionsWithoutAChoiceAreNotAsked)
               }),
               "");
     EXPECT_EQ(printedBy([this] {
-                  EXPECT_EQ(backEnd->selectOption({"a", "b"}), 0u);
+                  backEnd->selectOption({"a", "b"});
               }),
               "\nSelect an option: ")
         << "the end of the input, where no key is \"q\"";
@@ -90,11 +84,10 @@ TEST_F(DialogueTest, TheModelIsAskedForBeforeTheSerialNumber)
     backEnd->setPresetSerial("G5-0001");
     backEnd->setPresetLock(true);
     run();
-    std::vector<std::string> queries = simulator.calls("IFGetDeviceInfo");
-    ASSERT_GE(queries.size(), 3u);
-    queries.erase(queries.begin(), queries.end() - 4); // the choice, then the summary
-    EXPECT_THAT(queries, ElementsAre(HasSubstr(", 2) = "), HasSubstr(", 7) = "), HasSubstr(", 2) = "),
-                                     HasSubstr(", 7) = ")));
+    const std::vector<std::string> queries = simulator.calls("IFGetDeviceInfo");
+    ASSERT_GE(queries.size(), 2u);
+    EXPECT_THAT(queries.rbegin()[1], HasSubstr(", 2) = "));
+    EXPECT_THAT(queries.back(), HasSubstr(", 7) = "));
 }
 
 } // namespace

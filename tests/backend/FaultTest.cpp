@@ -40,13 +40,6 @@ protected:
         });
     }
 
-    // The last error is asked for only behind another failure.
-    void failSomethingToTell()
-    {
-        if (std::string_view(GetParam()) == "GCGetLastError")
-            simulator.failNth("DevGetInfo", -1010, 1, 0);
-    }
-
     // A producer with one fault leaves nothing open but the one handle whose close it refuses.
     const bool refusesClose = std::string_view(GetParam()).find("Close") != std::string_view::npos;
 };
@@ -58,7 +51,9 @@ TEST_P(FaultTest, EachCallOnceAndThenForEver)
         simulator.configure(Simulator::oneCamera);
         std::filesystem::remove(simulator.statePath());
         simulator.failNth(GetParam(), -1010, n, count);
-        failSomethingToTell();
+        if (std::string_view(GetParam()) ==
+            "GCGetLastError") // which is asked for only behind another failure
+            simulator.failNth("DevGetInfo", -1010, 1, 0);
         simulator.clearLog();
         session();
         return simulator.calls(GetParam()).size();

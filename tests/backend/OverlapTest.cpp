@@ -65,11 +65,9 @@ protected:
     std::vector<std::string> traffic() const
     {
         std::vector<std::string> result;
-        for (const std::string &call : simulator.calls()) {
-            const std::string function = call.substr(0, call.find('('));
-            if (function == "IFOpenDevice" || function.ends_with("Close"))
-                result.push_back(function + call.substr(call.find(" = ")).substr(0, 4));
-        }
+        for (const std::string &call : simulator.calls())
+            if (call.starts_with("IFOpenDevice") || call.find("Close(") != std::string::npos)
+                result.push_back(call.substr(0, call.find('(')) + call.substr(call.find(" = "), 4));
         return result;
     }
 

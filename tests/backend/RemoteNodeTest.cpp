@@ -7,7 +7,6 @@
 
 #include <gmock/gmock.h>
 
-#include <fstream>
 #include <limits>
 #include <stdexcept>
 #include <variant>
@@ -16,13 +15,11 @@ using GenICam_3_2_TVN::GenericException;
 
 namespace {
 
-constexpr const char *description = R"(<RegisterDescription ModelName="m" VendorName="v">
-    <Port Name="Device"/>
+constexpr const char *features = R"(
     <Category Name="Root"><pFeature>Number</pFeature></Category>
     <Integer Name="Number"><Value>-5</Value></Integer>
     <Boolean Name="Switch"><Value>1</Value></Boolean>
     <String Name="Label"><Value>two words</Value></String>
-    <StringReg Name="Manufacturer"><Address>0x50001000</Address><Length>4</Length><pPort>Device</pPort></StringReg>
     <IntReg Name="Raw"><Address>0x50001000</Address><Length>4</Length><pPort>Device</pPort></IntReg>
     <IntReg Name="Nowhere"><Address>0x7fff0000</Address><Length>4</Length><AccessMode>RW</AccessMode>
         <pPort>Device</pPort></IntReg>
@@ -32,15 +29,14 @@ constexpr const char *description = R"(<RegisterDescription ModelName="m" Vendor
     <Integer Name="Twice"><Value>2</Value></Integer>
     <Float Name="Gain"><Value>-2.5</Value></Float>
     <Float Name="Circle"><pValue>Circle</pValue></Float>
-    </RegisterDescription>)";
+    )";
 
 class RemoteNodeTest : public BackEndTest
 {
 protected:
     RemoteNodeTest()
     {
-        simulator.configure(::camera("type = \"U3V\"\nxml = \"features.xml\"\n"));
-        std::ofstream("features.xml") << description;
+        describe(features, "type = \"U3V\"\n");
         camera = select();
     }
 
@@ -60,7 +56,6 @@ TEST_F(RemoteNodeTest, ValuesByKind)
         {"Switch", 1, 1.0, "1"},
         {"Gain", -2, -2.5, "-2.500000"},
         {"Label", RemoteNode::NoInteger, RemoteNode::NoDouble, "two words"},
-        {"Manufacturer", RemoteNode::NoInteger, RemoteNode::NoDouble, "\x01"},
         {"Root", RemoteNode::NoInteger, RemoteNode::NoDouble, ""},
         {"Raw", RemoteNode::NoInteger, RemoteNode::NoDouble, ""}, // an integer register is no "Integer"
     };
@@ -102,10 +97,9 @@ TEST_F(RemoteNodeTest, WritesAreConvertedByKind)
 TEST_F(RemoteNodeTest, AFailingLookupLeavesTheObjectAsItWas)
 {
     RemoteNode node = camera->remoteNode("Number");
-    const std::string printed = printedBy([&] { node.lookup("Twice"); });
-    EXPECT_THAT(printed, testing::StartsWith("WARNING: Getting the remote device node 'Twice' failed!\n"
-                                             "         Msg: "));
-    EXPECT_THAT(printed, testing::HasSubstr("'Twice'"));
+    EXPECT_THAT(printedBy([&] { node.lookup("Twice"); }),
+                testing::MatchesRegex("WARNING: Getting the remote device node 'Twice' failed!\n"
+                                      "         Msg: .*'Twice'.*\n"));
     EXPECT_EQ(node.valueAsInteger(), -5);
 
     EXPECT_EQ(printedBy([&] { node.lookup("Absent"); }),
@@ -133,11 +127,11 @@ TEST_F(RemoteNodeTest, FailuresGoToTheCallerButForCommands)
 
 TEST_F(RemoteNodeTest, AClosedDeviceIsNotAsked)
 {
-    RemoteNode label = camera->remoteNode("Manufacturer");
+    RemoteNode lost = camera->remoteNode("Lost");
     camera->close(true);
     simulator.clearLog();
-    EXPECT_THROW(label.valueAsString(), std::runtime_error);
-    EXPECT_THROW(camera->remoteNode("Lost").setValue(std::int64_t{1}), std::runtime_error);
+    EXPECT_THROW(lost.valueAsInteger(), std::runtime_error);
+    EXPECT_THROW(lost.setValue(std::int64_t{1}), std::runtime_error);
     EXPECT_FALSE(camera->readPasswordSupport());
     EXPECT_TRUE(simulator.calls().empty());
 }

@@ -16,14 +16,6 @@ namespace {
 constexpr std::string_view secret = "secret-"; // what each password below begins with
 std::atomic<int> leftBehind = 0;
 
-void release(void *block) noexcept
-{
-    const std::string_view bytes(static_cast<const char *>(block), block ? malloc_usable_size(block) : 0);
-    if (bytes.find(secret) != std::string_view::npos)
-        ++leftBehind;
-    std::free(block);
-}
-
 } // namespace
 
 void *operator new(std::size_t size)
@@ -36,12 +28,15 @@ void *operator new(std::size_t size)
 
 void operator delete(void *block) noexcept
 {
-    release(block);
+    const std::string_view bytes(static_cast<const char *>(block), block ? malloc_usable_size(block) : 0);
+    if (bytes.find(secret) != std::string_view::npos)
+        ++leftBehind;
+    std::free(block);
 }
 
 void operator delete(void *block, std::size_t /*size*/) noexcept
 {
-    release(block);
+    operator delete(block);
 }
 
 namespace {
@@ -60,15 +55,11 @@ protected:
     // Blocks with a password that \p work gives back.
     static int leftBehindBy(const std::function<void()> &work, std::string_view input = "")
     {
-        int count = 0;
-        printedBy(
-            [&] {
-                const int before = leftBehind;
-                work();
-                count = leftBehind - before;
-            },
-            input);
-        return count;
+        const FeedInput feed(input);
+        const CaptureOutput capture;
+        const int before = leftBehind;
+        work();
+        return leftBehind - before;
     }
 
     const std::string before = "secret-as-it-was-before";

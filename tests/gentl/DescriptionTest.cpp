@@ -19,9 +19,7 @@ using ::testing::StartsWith;
 namespace {
 
 const std::string description =
-    R"(<RegisterDescription ModelName="M" VendorName="V" StandardNameSpace="None" SchemaMajorVersion="1"
-  SchemaMinorVersion="1" SchemaSubMinorVersion="0" MajorVersion="1" MinorVersion="0" SubMinorVersion="0"
-  ProductGuid="0" VersionGuid="0" xmlns="http://www.genicam.org/GenApi/Version_1_1">
+    R"(<RegisterDescription ModelName="M" VendorName="V">
   <Category Name="Root"><pFeature>LockState</pFeature></Category>
   <IntReg Name="LockState"><Address>0x50001000</Address><Length>4</Length><AccessMode>RO</AccessMode>
   <pPort>Device</pPort><Cachable>NoCache</Cachable></IntReg>
@@ -33,6 +31,7 @@ protected:
     DescriptionTest()
     {
         script.memory = description;
+        script.portName = std::string("Device\0hidden", 13);
         script.urlAnswers = {{URL_INFO_URL, "Local:camera.xml;1000;200"},
                              {URL_INFO_SCHEME, URL_SCHEME_LOCAL},
                              {URL_INFO_FILE_REGISTER_ADDRESS, std::uint64_t{0x1000}},
@@ -40,7 +39,7 @@ protected:
                              {URL_INFO_FILENAME, "camera.xml"}};
     }
 
-    std::unique_ptr<GenTL_PortInterface> open(const std::string &path = producerPath("full"),
+    std::unique_ptr<GenTL_PortInterface> open(const std::string &path = scriptedProducer(),
                                               std::uint32_t url = 0)
     {
         auto gentl = std::make_shared<GenTL_Interface>(path);
@@ -50,7 +49,14 @@ protected:
 
     std::string openFailure(std::uint32_t url = 0)
     {
-        return failureOf([&] { open(producerPath("full"), url); });
+        return failureOf([&] { open(scriptedProducer(), url); });
+    }
+
+    /// That of a producer that answers URL_INFO_URL alone: the rest comes from the text.
+    std::string openFailureOf(const std::string &url)
+    {
+        script.urlAnswers = {{URL_INFO_URL, url}};
+        return openFailure();
     }
 
     Script &script = *torvaneTestScript() = Script();
@@ -68,7 +74,7 @@ TEST_F(DescriptionTest, AnOpenedPortReachesItsFeaturesByName)
                             "GCGetPortURLInfo(7, 0, 7, 8, 8)", "GCGetPortURLInfo(7, 0, 8, 8, 8)",
                             "GCGetPortURLInfo(7, 0, 10, 1, 256)",
                             "GCReadPort(7, 4096, " + std::to_string(description.size()) + ")",
-                            "GCGetPortInfo(7, 12, 1, 0)", "GCGetPortInfo(7, 12, 1, 7)"));
+                            "GCGetPortInfo(7, 12, 1, 0)", "GCGetPortInfo(7, 12, 1, 14)"));
     EXPECT_EQ(port->nodeMapRef._GetDeviceName(), "Device");
     EXPECT_EQ(port->getNode("Gain"), nullptr);
 
@@ -85,7 +91,7 @@ TEST_F(DescriptionTest, APortKeepsItsProducerLoaded)
 {
     const TemporaryFolder folder;
     const std::string path = folder.path() / "copy.cti";
-    std::filesystem::copy_file(producerPath("full"), path);
+    std::filesystem::copy_file(scriptedProducer(), path);
     auto port = open(path);
     EXPECT_TRUE(isLoaded(path));
     port.reset();
@@ -94,23 +100,12 @@ TEST_F(DescriptionTest, APortKeepsItsProducerLoaded)
     failureOf([&] { open(path); }); // unwinds all that was built
     EXPECT_FALSE(isLoaded(path));
 
-    GenTL_Interface gentl(producerPath("full"));
+    GenTL_Interface gentl(scriptedProducer());
     script.memory = description;
     EXPECT_NE(GenTL_PortInterface(handle, &gentl, 0).getNode("LockState"), nullptr);
 }
 
-/// A producer that answers URL_INFO_URL alone: the rest comes from the text.
-class UrlTest : public DescriptionTest
-{
-protected:
-    std::string openFailureOf(const std::string &url)
-    {
-        script.urlAnswers = {{URL_INFO_URL, url}};
-        return openFailure();
-    }
-};
-
-TEST_F(UrlTest, TellsWhatTheProducerDoesNot)
+TEST_F(DescriptionTest, TheUrlTellsWhatTheProducerDoesNot)
 {
     const struct
     {
@@ -135,7 +130,7 @@ TEST_F(UrlTest, TellsWhatTheProducerDoesNot)
     }
 }
 
-TEST_F(UrlTest, DoesNotTell)
+TEST_F(DescriptionTest, TheUrlDoesNotTell)
 {
     const auto refusedFor = [](const char *query, const std::string &detail) {
         return std::string("GCGetPortURLInfo(0,URL_INFO_") + query + ")" + refused + "Fetching the " +
@@ -181,6 +176,9 @@ TEST_F(DescriptionTest, WhatTheProducerTellsOfIt)
         {{{URL_INFO_FILENAME, "zip"}}, none},
         {{{URL_INFO_FILENAME, "x.zip.xml"}}, zipFailed},
         {{{URL_INFO_FILENAME, ".zip"}}, zipFailed},
+        {{{URL_INFO_FILE_SIZE, std::uint64_t{1} << 63}},
+         "Loading xml from string data failed by GenICam exception. Msg: The description is larger than 32 "
+         "MiB"},
         // The zero bytes behind what was delivered do not belong to it.
         {{{URL_INFO_FILE_SIZE, std::uint64_t{description.size() + 1000}}}, none},
     };
@@ -231,14 +229,6 @@ TEST_F(DescriptionTest, AProducerIsBelievedLessButNotMoreThanWasAskedFor)
     EXPECT_EQ(openFailure(), "no exception");
     script.claimedSize = 20;
     EXPECT_THAT(openFailure(), StartsWith("Loading xml from string data failed by GenICam exception. Msg: "));
-}
-
-TEST_F(DescriptionTest, AnAbsurdSizeIsRefusedBeforeItCostsAnything)
-{
-    script.urlAnswers[URL_INFO_FILE_SIZE] = std::uint64_t{1} << 63;
-    EXPECT_EQ(openFailure(), "Loading xml from string data failed by GenICam exception. Msg: "
-                             "The description is larger than 32 MiB");
-    EXPECT_THAT(script.calls.back(), StartsWith("GCGetPortURLInfo")) << "nothing was read";
 }
 
 TEST_F(DescriptionTest, APortNameWithoutANodeCannotBeConnected)

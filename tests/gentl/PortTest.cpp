@@ -20,7 +20,7 @@ protected:
 
     Script &script = *torvaneTestScript() = Script();
     const PORT_HANDLE handle = reinterpret_cast<PORT_HANDLE>(7); // as the script notes it
-    const std::shared_ptr<GenTL_Interface> gentl = std::make_shared<GenTL_Interface>(producerPath("full"));
+    const std::shared_ptr<GenTL_Interface> gentl = std::make_shared<GenTL_Interface>(scriptedProducer());
     GenTL_PortInterfaceBase port{handle, gentl};
     const std::vector<std::string> questions{"GCGetPortInfo(7, 8, 11, 1)", "GCGetPortInfo(7, 7, 11, 1)",
                                              "GCGetPortInfo(7, 10, 11, 1)", "GCGetPortInfo(7, 9, 11, 1)"};
@@ -96,13 +96,6 @@ TEST_F(PortTest, AFailedAccessCarriesTheProducersLastError)
               "GCReadPort failed with code -1011 and GCGetLastError failed with code -1016! ");
     EXPECT_EQ(failureOf([&] { port.reportGenTLError("DevClose", -1006, "Give up."); }),
               "DevClose failed with code -1006 and GCGetLastError failed with code -1016! Give up.");
-}
-
-TEST_F(PortTest, ThePortNameIsAskedForInTwoSteps)
-{
-    script.portName = std::string("Cam\0hidden", 10);
-    EXPECT_EQ(port.getPortName(), "Cam");
-    EXPECT_THAT(script.calls, ElementsAre("GCGetPortInfo(7, 12, 1, 0)", "GCGetPortInfo(7, 12, 1, 11)"));
 }
 
 } // namespace

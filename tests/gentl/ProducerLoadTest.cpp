@@ -3,7 +3,6 @@
 #include "GenTL_Interface.h"
 #include "Script.h"
 #include "Simulator.h"
-#include "TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <sys/stat.h>
@@ -21,7 +20,15 @@ std::string loadFailure(const std::string &path)
     return failureOf([&] { GenTL_Interface gentl(path); });
 }
 
-TEST(ProducerLoadTest, AFileThatCannotBeLoadedIsNamedAsGiven)
+class ProducerLoadTest : public testing::Test
+{
+protected:
+    ProducerLoadTest() { std::filesystem::current_path(simulator.folder()); }
+
+    Simulator simulator;
+};
+
+TEST_F(ProducerLoadTest, AFileThatCannotBeLoadedIsNamedAsGiven)
 {
     const std::string noFile = ": cannot open shared object file: No such file or directory.";
     EXPECT_EQ(loadFailure("/nowhere/x.cti"),
@@ -30,7 +37,7 @@ TEST(ProducerLoadTest, AFileThatCannotBeLoadedIsNamedAsGiven)
     EXPECT_EQ(loadFailure(""), "Loading cti  failed! Code: ./: cannot read file data: Is a directory.");
 }
 
-TEST(ProducerLoadTest, TheLibraryIsInitialisedForTheVersionQueryAlone)
+TEST_F(ProducerLoadTest, TheLibraryIsInitialisedForTheVersionQueryAlone)
 {
     const char *const initialise = "GCInitLib() = 0";
     const char *const close = "GCCloseLib() = 0";
@@ -42,10 +49,6 @@ TEST(ProducerLoadTest, TheLibraryIsInitialisedForTheVersionQueryAlone)
         std::vector<std::string> calls;
     } rows[] = {
         {"whole.cti", "", "no exception", {initialise, "GCGetInfo(9) = 0 1", "GCGetInfo(10) = 0 5", close}},
-        {"silent.cti",
-         "[[failure]]\nfunction = \"GCGetInfo\"\ncommand = 9\ncode = -1003\n",
-         "no exception",
-         {initialise, "GCGetInfo(9) = -1003", "GCGetInfo(10) = 0 5", close}},
         {"refusing.cti",
          "[[failure]]\nfunction = \"GCInitLib\"\ncode = -1004\n",
          "Initializing refusing.cti failed! Code: -1004.",
@@ -64,57 +67,50 @@ TEST(ProducerLoadTest, TheLibraryIsInitialisedForTheVersionQueryAlone)
          {initialise, "GCGetInfo(9) = 0 1", "GCGetInfo(10) = 0 5", "GCCloseLib() = -1022"}},
     };
     for (const auto &[copy, failures, text, calls] : rows) {
-        const Simulator simulator(failures);
-        std::filesystem::current_path(simulator.folder());
+        simulator.configure(failures);
+        simulator.clearLog();
         std::filesystem::copy_file(Simulator::cti(), copy);
         EXPECT_EQ(loadFailure(copy), text);
         EXPECT_EQ(simulator.calls(), calls) << copy;
         EXPECT_EQ(isLoaded(simulator.folder() / copy), text != std::string("no exception")) << copy;
     }
-    std::filesystem::current_path("/");
 }
 
-TEST(ProducerLoadTest, AProducerMustExportWhatItsVersionAsksFor)
+TEST_F(ProducerLoadTest, AProducerMustExportWhatItsVersionAsksFor)
 {
     const auto failure = [](const std::string &path, const std::string &function,
                             const std::string &version) {
         return "Computing address for function " + function + " of cti " + path + " failed! Code: " + path +
                ": undefined symbol: " + function + ". Cti claims to support GenTL " + version + ".";
     };
-    Simulator simulator("");
-    const std::string noPartInfo = Simulator::cti("gentl_lacks_part_info");
+    const std::string noPartInfo = Simulator::cti("gentl_lacks_DSGetBufferPartInfo");
     EXPECT_EQ(loadFailure(noPartInfo), failure(noPartInfo, "DSGetBufferPartInfo", "V1.5"));
     simulator.configure("[producer]\nversion = \"1.4\"\n");
     EXPECT_EQ(loadFailure(noPartInfo), "no exception");
     simulator.configure("[producer]\nversion = \"1.0\"\n");
-    const std::string noClose = Simulator::cti("gentl_lacks_close");
+    const std::string noClose = Simulator::cti("gentl_lacks_DSClose");
     EXPECT_EQ(loadFailure(noClose), failure(noClose, "DSClose", "V1.0"));
 
-    *torvaneTestScript() = Script();
+    simulator.clearLog();
     for (const std::string function : {"GCGetInfo", "GCGetLastError", "GCInitLib", "GCCloseLib"}) {
-        const std::string path = producerPath("lacks-" + function);
+        const std::string path = Simulator::cti("gentl_lacks_" + function);
         EXPECT_EQ(loadFailure(path), failure(path, function, "V (query not implemented)"));
     }
-    EXPECT_EQ(torvaneTestScript()->calls, std::vector<std::string>()) << "these are required before any call";
+    EXPECT_THAT(simulator.calls(), testing::IsEmpty()) << "these are required before any call";
 }
 
-TEST(ProducerLoadTest, WhatIsNoRegularFileIsNotOpened)
+TEST_F(ProducerLoadTest, WhatIsNoRegularFileIsNotOpened)
 {
-    const TemporaryFolder folder;
-    std::filesystem::current_path(folder.path());
     ASSERT_EQ(mkfifo("pipe.cti", 0600), 0);
     std::filesystem::create_symlink("/dev/zero", "device.cti");
     std::filesystem::create_directory("folder.cti");
     for (const std::string name : {"pipe.cti", "device.cti", "folder.cti"})
         EXPECT_EQ(loadFailure(name),
                   "Loading cti " + name + " failed! Code: " + name + ": not a regular file.");
-    std::filesystem::current_path("/");
 }
 
-TEST(ProducerLoadTest, ATruncatedProducerIsNotMapped)
+TEST_F(ProducerLoadTest, ATruncatedProducerIsNotMapped)
 {
-    const Simulator simulator;
-    std::filesystem::current_path(simulator.folder());
     const auto fault = [](std::uintmax_t size) {
         const std::string copy = "cut-to-" + std::to_string(size) + ".cti";
         std::filesystem::copy_file(Simulator::cti(), copy);
@@ -124,8 +120,7 @@ TEST(ProducerLoadTest, ATruncatedProducerIsNotMapped)
     EXPECT_EQ(fault(63),
               "Loading cti cut-to-63.cti failed! Code: cut-to-63.cti: the file is truncated, it has 63 of "
               "at least 64 bytes.");
-    EXPECT_THAT(fault(100), HasSubstr("the file is truncated, it has 100 of"))
-        << "within the program headers";
+    EXPECT_THAT(fault(100), HasSubstr("truncated, it has 100 of")) << "within the program headers";
 
     // Whatever is left of it, the process lives; behind the last segment nothing is missed.
     const std::uintmax_t size = std::filesystem::file_size(Simulator::cti());
@@ -136,13 +131,10 @@ TEST(ProducerLoadTest, ATruncatedProducerIsNotMapped)
         EXPECT_EQ(failure.find("the file is truncated") == std::string::npos, isWhole) << failure;
     }
     EXPECT_TRUE(isWhole);
-    std::filesystem::current_path("/");
 }
 
-TEST(ProducerLoadTest, HeadersAreNotBelieved)
+TEST_F(ProducerLoadTest, HeadersAreNotBelieved)
 {
-    const Simulator simulator;
-    std::filesystem::current_path(simulator.folder());
     const auto fault = [](const std::string &copy, std::streamoff place, const std::string &bytes) {
         std::filesystem::copy_file(Simulator::cti(), copy);
         std::fstream(copy, std::ios::in | std::ios::out | std::ios::binary).seekp(place) << bytes;
@@ -153,7 +145,6 @@ TEST(ProducerLoadTest, HeadersAreNotBelieved)
     EXPECT_THAT(fault("headers.cti", 32, absurd), toTheLastByte);
     EXPECT_THAT(fault("segment.cti", 64 + 32, absurd), toTheLastByte) << "the length of the first one";
     EXPECT_THAT(fault("class.cti", 4, "\1"), HasSubstr("wrong ELF class")) << "in the loader's words";
-    std::filesystem::current_path("/");
 }
 
 } // namespace

@@ -53,7 +53,6 @@ TEST_F(ProducerSearchTest, FilesOfTheLowerCaseSuffixAreProducersAndNamesAreNotNo
                     UnorderedElementsAre(folder + "/name.cti", folder + "/.cti", folder + "/tofile.cti",
                                          folder + "/tonowhere.cti"));
     }
-    std::filesystem::current_path("/");
 }
 
 TEST_F(ProducerSearchTest, TheOrderIsThatOfTheDirectory)
@@ -80,8 +79,7 @@ TEST_F(ProducerSearchTest, ADirectoryOf257BytesIsTheLongest)
 TEST_F(ProducerSearchTest, SeparatorsAreNoPartOfADirectoryButBlanksAre)
 {
     EXPECT_THAT(paths({}), IsEmpty());
-    EXPECT_THAT(paths(""), IsEmpty());
-    EXPECT_THAT(paths(";;/a;;"), ElementsAre("/a"));
+    EXPECT_THAT(paths(";;"), IsEmpty());
     EXPECT_THAT(paths("/a:/b;:/c:"), ElementsAre("/a", "/b", "/c"));
     EXPECT_THAT(paths("/a; /b;\"/c\""), ElementsAre("/a", " /b", "\"/c\""));
 }

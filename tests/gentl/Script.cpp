@@ -9,9 +9,9 @@ Script *torvaneTestScript()
     return &script;
 }
 
-std::string producerPath(const std::string &variant)
+std::string scriptedProducer()
 {
-    return SCRIPTED_PRODUCERS "/" + variant + ".cti";
+    return SCRIPTED_PRODUCER;
 }
 
 bool isLoaded(const std::string &path)

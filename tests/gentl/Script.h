@@ -37,8 +37,8 @@ struct Script
 /// The one script of a test program. The fixtures of each test begin with a fresh one.
 extern "C" Script *torvaneTestScript();
 
-/// The scripted producer of that name, see CMakeLists.txt.
-std::string producerPath(const std::string &variant);
+/// The path of the scripted producer.
+std::string scriptedProducer();
 
 /// Whether the module is in this process at present.
 bool isLoaded(const std::string &path);

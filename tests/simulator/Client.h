@@ -86,6 +86,14 @@ struct OpenCamera
 class OpenCameraTest : public testing::Test
 {
 protected:
+    /// Begins anew with other cameras.
+    void reopen(const std::string &toml)
+    {
+        simulator.configure(toml);
+        client.close();
+        camera = OpenCamera(client);
+    }
+
     Simulator simulator;
     Client client{Simulator::cti()};
     OpenCamera camera{client};

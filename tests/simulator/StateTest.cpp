@@ -9,7 +9,7 @@
 
 #include <csignal>
 #include <fstream>
-#include <sstream>
+#include <iterator>
 
 namespace {
 
@@ -17,9 +17,8 @@ namespace fs = std::filesystem;
 
 std::string contentOf(const fs::path &path)
 {
-    std::ostringstream content;
-    content << std::ifstream(path).rdbuf();
-    return content.str();
+    std::ifstream file(path);
+    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 /// Runs \p work in a process of its own.
@@ -58,8 +57,6 @@ TEST(State, APasswordAndALockStateOutliveTheProcess)
     OpenCamera camera{client};
     EXPECT_EQ(client.read(camera.port, lockState, 4), "00 00 00 00");
     client.write(camera.port, commandRegister, lockCommand);
-    client.write(camera.port, unlockPassword, "hunter22");
-    EXPECT_EQ(client.read(camera.port, lockState, 4), "01 00 00 00");
     client.write(camera.port, unlockPassword, "caf\xe9\0\0\0\0"sv);
     EXPECT_EQ(client.read(camera.port, lockState, 4), "00 00 00 00");
 }
@@ -133,9 +130,6 @@ TEST(State, ADamagedFileIsToldAndLeftAlone)
          R"(:2: camera "sim-1": password = "68zz"; pairs of hexadecimal digits )"
          "are expected; delete the state file to start afresh"},
         {"sim-1 = 3\n", ":1: not the state of a camera; delete the state file to start afresh"},
-        {"[sim-1",
-         ":1: Error while parsing table header: encountered end-of-file; delete the state file to start "
-         "afresh"},
     };
     Simulator simulator;
     Client client{Simulator::cti()};
@@ -153,11 +147,8 @@ TEST(State, WithoutAFileItLivesInTheModule)
     Simulator simulator;
     const Environment none("TORVANE_SIM_STATE", std::nullopt);
     Client client{Simulator::cti()};
-    {
-        OpenCamera camera{client};
-        client.write(camera.port, unlockPassword, "hunter22");
-        client.close();
-    }
+    client.write(OpenCamera(client).port, unlockPassword, "hunter22");
+    client.close();
     OpenCamera camera{client};
     EXPECT_EQ(client.read(camera.port, lockState, 4), "00 00 00 00");
     EXPECT_FALSE(fs::exists(simulator.statePath()));

@@ -1,11 +1,23 @@
 // SPDX-License-Identifier: MIT
-// The functions of the scripted producer that answer as the script says.
-#include "Export.h"
+// The scripted producer: its functions note their calls in the script and answer as it says. It does not tell its version,
+// so that it needs no more functions than the tests call.
+#include "Script.h"
 
 #include <algorithm>
 #include <cstring>
 
+#define EXPORTED extern "C" __attribute__((visibility("default")))
+
 namespace {
+
+template <class... Arguments>
+void note(const char *function, Arguments... arguments)
+{
+    std::string line = std::string(function) + "(";
+    [[maybe_unused]] const char *separator = "";
+    ((line += separator + std::to_string(arguments), separator = ", "), ...);
+    torvaneTestScript()->calls.push_back(line + ")");
+}
 
 Script &script()
 {
@@ -25,6 +37,22 @@ GC_ERROR answerText(const std::string &text, void *buffer, std::size_t *size)
 
 } // namespace
 
+EXPORTED GC_ERROR GCGetInfo(TL_INFO_CMD /*command*/, INFO_DATATYPE * /*type*/, void * /*buffer*/,
+                            std::size_t * /*size*/)
+{
+    return GC_ERR_NOT_IMPLEMENTED;
+}
+
+EXPORTED GC_ERROR GCInitLib()
+{
+    return GC_ERR_SUCCESS;
+}
+
+EXPORTED GC_ERROR GCCloseLib()
+{
+    return GC_ERR_SUCCESS;
+}
+
 EXPORTED GC_ERROR GCGetLastError(GC_ERROR *code, char *text, std::size_t *size)
 {
     note(__func__, *size);
@@ -34,7 +62,7 @@ EXPORTED GC_ERROR GCGetLastError(GC_ERROR *code, char *text, std::size_t *size)
 
 EXPORTED GC_ERROR GCReadPort(PORT_HANDLE port, std::uint64_t address, void *buffer, std::size_t *size)
 {
-    note(__func__, port, address, *size);
+    note(__func__, reinterpret_cast<std::uintptr_t>(port), address, *size);
     if (script().portCode != GC_ERR_SUCCESS)
         return script().portCode;
     *size = std::min(*size, script().memory.size());
@@ -45,7 +73,7 @@ EXPORTED GC_ERROR GCReadPort(PORT_HANDLE port, std::uint64_t address, void *buff
 
 EXPORTED GC_ERROR GCWritePort(PORT_HANDLE port, std::uint64_t address, const void *buffer, std::size_t *size)
 {
-    note(__func__, port, address, *size);
+    note(__func__, reinterpret_cast<std::uintptr_t>(port), address, *size);
     script().memory.assign(static_cast<const char *>(buffer), *size);
     return script().portCode;
 }
@@ -53,7 +81,7 @@ EXPORTED GC_ERROR GCWritePort(PORT_HANDLE port, std::uint64_t address, const voi
 EXPORTED GC_ERROR GCGetPortInfo(PORT_HANDLE port, PORT_INFO_CMD command, INFO_DATATYPE *type, void *buffer,
                                 std::size_t *size)
 {
-    note(__func__, port, command, *type, *size);
+    note(__func__, reinterpret_cast<std::uintptr_t>(port), command, *type, *size);
     if (command == script().refusedPortInfo)
         return GC_ERR_ERROR;
     if (command == PORT_INFO_PORTNAME)
@@ -65,7 +93,7 @@ EXPORTED GC_ERROR GCGetPortInfo(PORT_HANDLE port, PORT_INFO_CMD command, INFO_DA
 EXPORTED GC_ERROR GCGetPortURLInfo(PORT_HANDLE port, std::uint32_t index, URL_INFO_CMD command,
                                    INFO_DATATYPE *type, void *buffer, std::size_t *size)
 {
-    note(__func__, port, index, command, *type, *size);
+    note(__func__, reinterpret_cast<std::uintptr_t>(port), index, command, *type, *size);
     const auto answer = script().urlAnswers.find(command);
     if (answer == script().urlAnswers.end())
         return script().urlCode;
