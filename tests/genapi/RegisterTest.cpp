@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What registers of all kinds share beyond their value: raw bytes, structures, swapped ports, and when a cached
-// value ends by itself.
+// What registers of all kinds share beyond their value: raw bytes, and a length that the device changes.
 #include "Camera.h"
 
 #include <gmock/gmock.h>
@@ -82,23 +81,6 @@ TEST(Register, IsNoLongerThanItWasWhenItWasAsked)
     port.set(0, {'a', 'b', 'c'});
     port.set(64, {2});
     EXPECT_EQ(camera.text("Text"), "ab");
-}
-
-TEST(Register, APortThatSwapsBytesChangesTheOrderAndNotTheBits)
-{
-    const std::string place = "<Address>0</Address><Length>4</Length>" + readWrite + "<pPort>Turned</pPort>";
-    Camera camera{element("Port", "Turned", "<SwapEndianess>Yes</SwapEndianess>") +
-                  element("IntReg", "Whole", place) + element("FloatReg", "Real", place) +
-                  element("IntReg", "Back", place + bigEndian) +
-                  element("MaskedIntReg", "Field", place + "<LSB>0</LSB><MSB>7</MSB>")};
-    camera.nodeMap._Connect(&camera.port, "Turned");
-    camera.port.set(0, {0x3f, 0x80, 0, 1});
-    EXPECT_EQ(camera.value("Whole"), 0x3f800001);
-    EXPECT_EQ(camera.value("Back"), 0x0100803f);
-    EXPECT_EQ(camera.value("Field"), 1);
-    EXPECT_EQ(camera.real("Real")->GetValue(), 0x1.000002p0);
-    camera.integer("Field")->SetValue(2);
-    EXPECT_THAT(camera.port.get(0, 4), ElementsAre(0x3f, 0x80, 0, 2));
 }
 
 } // namespace
