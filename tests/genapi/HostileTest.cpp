@@ -24,7 +24,8 @@ TEST(Hostile, WaysAreBounded)
         {repeated(5000, link),
          "Node 'K0': more than 100 nodes in a row (K0 > K1 > K2 > K3 > ... > K96 > K97 > K98 > K99 > K100)"},
         {repeated(99, link) + "<Integer Name='K99'/>",
-         "Node 'K0': node 'K99': neither Value nor pValue (K0 > K1 > K2 > K3 > ... > K96 > K97 > K98 > K99)"},
+         "Node 'K0': node 'K99': neither Value nor pValue (K0 > K1 > K2 > K3 > ... > K95 > K96 > K97 > K98 > "
+         "K99)"},
         {repeated(60, fork) + constant("K60", "1"), tooMuch}, // were they not counted, 2^60
         {repeated(40, work) + constant("K40", "1"), tooMuch}};
     for (const auto &[nodes, text] : rows) {
