@@ -57,8 +57,6 @@ std::string entry(const std::string &name, const std::string &value, const std::
     return "<EnumEntry Name='" + name + "'><Value>" + value + "</Value>" + more + "</EnumEntry>";
 }
 
-const std::string selfClearing = "<IsSelfClearing>Yes</IsSelfClearing>";
-
 const std::vector<Pattern> smallNumberPatterns{
     {"Integer", "<Value>#</Value>"},
     {"Integer", "<pValue>@</pValue>"},
@@ -77,8 +75,8 @@ const std::vector<Pattern> switchPatterns{
     {"Boolean", "<pValue>@</pValue><OnValue>2</OnValue>", {"true", "false"}},
     {"Boolean", "<pValue>@</pValue><OnValue>6</OnValue><OffValue>0x3</OffValue>", {"true", "false"}},
     {"Enumeration",
-     entry("Off", "0") + entry("On", "2", "<NumericValue>1.5</NumericValue>") + entry("Far", "255") +
-         "<pValue>@</pValue>",
+     entry("Off", "0") + entry("On", "2", "<NumericValue>1.5</NumericValue>") +
+         entry("Far", "255", "<IsSelfClearing>Yes</IsSelfClearing>") + "<pValue>@</pValue>",
      {"On", "Far", "NoEntry"}},
     {"Enumeration", entry("One", "#") + "<Value>#</Value>", {"One"}},
     {"IntSwissKnife", "<pVariable Name='X'>@</pVariable><Formula>X &gt; 1</Formula>"},
@@ -90,9 +88,6 @@ const std::vector<Pattern> switchPatterns{
 };
 
 const Pattern plainEnumeration{"Enumeration", entry("Off", "0") + entry("Far", "255") + "<pValue>@</pValue>"};
-const Pattern leavingEnumeration{"Enumeration", entry("Off", "0") + entry("Once", "1", selfClearing) +
-                                                    entry("Often", "2", selfClearing) + "<pValue>@</pValue>"};
-
 /// The pattern with the texts in the place of its "@"s, in order.
 std::string fill(std::string_view pattern, std::initializer_list<std::string> texts)
 {
@@ -108,12 +103,9 @@ std::string element(const std::string &tag, const std::string &text)
     return fill("<@>@</@>", {tag, text, tag});
 }
 
-std::string escaped(const std::string &text)
+std::string escaped(const std::string &formula)
 {
-    std::string result;
-    for (const char byte : text)
-        result += byte == '<' ? "&lt;" : byte == '>' ? "&gt;" : byte == '&' ? "&amp;" : std::string(1, byte);
-    return result;
+    return "<![CDATA[" + formula + "]]>";
 }
 
 std::string decimal(double value)
@@ -149,13 +141,13 @@ public:
     {
         using Self = DescriptionGenerator;
         using Maker = void (Self::*)(bool isInteger);
-        constexpr std::array<Maker, 24> makers{
-            &Self::makeIntReg,     &Self::makeIntReg,     &Self::makeStructReg,    &Self::makeFloatReg,
-            &Self::makeString,     &Self::makeRegister,   &Self::makeSwitch,       &Self::makeSwitch,
-            &Self::makeSwitch,     &Self::makeValueNode,  &Self::makeValueNode,    &Self::makeLinearConverter,
-            &Self::makeIndexed,    &Self::makeConverter,  &Self::makeConverter,    &Self::makeSwissKnife,
-            &Self::makeSwissKnife, &Self::makeSwissKnife, &Self::makeSwissKnife,   &Self::makeEnumerated,
-            &Self::makeSharedWord, &Self::makeSharedWord, &Self::makeSelfClearing, &Self::makeCopied};
+        constexpr std::array<Maker, 22> makers{
+            &Self::makeIntReg,     &Self::makeIntReg,     &Self::makeStructReg,  &Self::makeFloatReg,
+            &Self::makeString,     &Self::makeRegister,   &Self::makeSwitch,     &Self::makeSwitch,
+            &Self::makeSwitch,     &Self::makeValueNode,  &Self::makeValueNode,  &Self::makeLinearConverter,
+            &Self::makeIndexed,    &Self::makeConverter,  &Self::makeConverter,  &Self::makeSwissKnife,
+            &Self::makeSwissKnife, &Self::makeSwissKnife, &Self::makeSwissKnife, &Self::makeEnumerated,
+            &Self::makeSharedWord, &Self::makeSharedWord};
         for (int base = 0; base < 8; ++base)
             makeSmallNumber();
         for (int base = 0; base < 6; ++base) {
@@ -307,14 +299,10 @@ private:
         return children + (mode.empty() ? "" : element("AccessMode", mode)) + element("pPort", "Device");
     }
 
-    std::string byteRegister(std::int64_t content)
-    {
-        return add("IntReg", registerAt(place({static_cast<std::uint8_t>(content)}), 1, "RW"));
-    }
-
     std::string addPattern(const Pattern &pattern, std::int64_t content, const std::string &more = "")
     {
-        const std::string source = byteRegister(content);
+        const std::uint64_t address = place({static_cast<std::uint8_t>(content)});
+        const std::string source = add("IntReg", registerAt(address, 1, "RW"));
         std::string children;
         for (const char letter : std::string_view{pattern.children})
             children += letter == '@'   ? source
@@ -552,7 +540,7 @@ private:
     {
         const Arithmetic arithmetic = isInteger ? Arithmetic::Integer : Arithmetic::Float;
         const auto [elements, leaves] = symbols(arithmetic);
-        const Term formula = randomFormula(random, arithmetic, leaves, 4);
+        const Term formula = randomTerm(random, arithmetic, leaves, 4);
         const std::string name = add(isInteger ? "IntSwissKnife" : "SwissKnife",
                                      elements + element("Formula", escaped(formula.text)));
         keep(isInteger ? integers : floats, {name, isInteger ? anything : formula.bound, formula.isWhole});
@@ -566,7 +554,7 @@ private:
             return;
         auto [elements, leaves] = symbols(Arithmetic::Float);
         leaves.push_back({"TO", inner.bound, inner.isWhole});
-        const Term formula = randomFormula(random, Arithmetic::Float, leaves, 3);
+        const Term formula = randomTerm(random, Arithmetic::Float, leaves, 3);
         elements += fill("<FormulaTo>FROM</FormulaTo><FormulaFrom>@</FormulaFrom><pValue>@</pValue>",
                          {escaped(formula.text), inner.name});
         keep(floats, {add("Converter", elements), formula.bound, formula.isWhole});
@@ -612,24 +600,6 @@ private:
         keep(integers, {add("IntSwissKnife", fill("<pVariable Name='V@'>@</pVariable><Formula>V@+1</Formula>",
                                                   {suffix, name, suffix})),
                         257});
-    }
-
-    /// The device leaves its entry by itself.
-    void makeSelfClearing(bool)
-    {
-        const std::string name = addPattern(leavingEnumeration, 0);
-        writes.push_back({"leave", name, random.pick({"Once", "Often"})});
-    }
-
-    /// With copies that take at least as much: the oracle has no copies.
-    void makeCopied(bool isInteger)
-    {
-        Ref ref = random.pick(isInteger ? integers : floats);
-        ref.isWritable = false;
-        const std::string copy = add("Integer", "<Value>0</Value>");
-        ref.name =
-            add(isInteger ? "Integer" : "Float", element("pValue", ref.name) + element("pValueCopy", copy));
-        keep(isInteger ? integers : floats, ref);
     }
 
     Random random;
