@@ -71,16 +71,13 @@ TEST(NodeMap, ListsItsNodesInOrderAndLeavesOutWhatIsNone)
 
 TEST(Enumeration, FindsItsEntries)
 {
-    const auto entry = [](const std::string &name, const std::string &children) {
-        return element("EnumEntry", name, children);
-    };
-    Camera camera{element("Enumeration", "Mode",
-                          "<Value>1</Value>" +
-                              entry("Off", "<Value>-1</Value><NumericValue>0.25</NumericValue>") +
-                              entry("Fast", "<Value>3</Value><Symbolic>Very Fast</Symbolic>") +
-                              entry("Once", "<Value>6</Value><IsSelfClearing>Yes</IsSelfClearing>") +
-                              entry("Twice", "<Value>4</Value>") + entry("Twice", "<Value>5</Value>") +
-                              entry("Broken", "<Value>x</Value>"))};
+    Camera camera{"<Enumeration Name='Mode'><Value>1</Value>"
+                  "<EnumEntry Name='Off'><Value>-1</Value><NumericValue>0.25</NumericValue></EnumEntry>"
+                  "<EnumEntry Name='Fast'><Value>3</Value><Symbolic>Very Fast</Symbolic></EnumEntry>"
+                  "<EnumEntry Name='Once'><Value>6</Value><IsSelfClearing>Yes</IsSelfClearing></EnumEntry>"
+                  "<EnumEntry Name='Twice'><Value>4</Value></EnumEntry><EnumEntry "
+                  "Name='Twice'><Value>5</Value></EnumEntry>"
+                  "<EnumEntry Name='Broken'><Value>x</Value></EnumEntry></Enumeration>"};
     const CEnumerationPtr mode = camera.enumeration("Mode");
     NodeList_t entries;
     mode->GetEntries(entries);
