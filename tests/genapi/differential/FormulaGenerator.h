@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Random formulas over the whole language, with as few parentheses as the precedences allow. Each knows a bound
+// Random formulas over the whole language but ROUND, with as few parentheses as the precedences allow. Each knows a bound
 // of its value, so that nothing overflows where the two sides would have to agree on more than arithmetic.
 #pragma once
 
