@@ -114,7 +114,9 @@ void changePort(const Call &call)
     FakePort &port = call.camera.port;
     port.failure = call.name == "fails" ? "cut off" : "";
     port.accessMode = call.name == "RO" ? RO : RW;
-    call.camera.nodeMap._Connect(call.name == "gone" ? nullptr : static_cast<IPort *>(&port));
+    IPort *const connected = call.name == "gone" ? nullptr : &port;
+    if (!call.camera.nodeMap._Connect(connected, call.name.c_str()))
+        call.camera.nodeMap._Connect(connected);
 }
 
 const std::map<std::string, std::function<std::string(const Call &)>> questions{

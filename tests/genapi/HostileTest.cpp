@@ -9,11 +9,7 @@ namespace {
 
 using GenApi_3_2_TVN::NodeList_t;
 
-std::string chain(int length)
-{
-    return repeated(length, "<Integer Name='K#'><pValue>K@</pValue></Integer>") +
-           constant("K" + std::to_string(length), "5");
-}
+const std::string link = "<Integer Name='K#'><pValue>K@</pValue></Integer>";
 
 TEST(Hostile, WaysAreBounded)
 {
@@ -24,9 +20,12 @@ TEST(Hostile, WaysAreBounded)
     const std::string work = "<IntSwissKnife Name='K#'><pVariable Name='V'>K@</pVariable><Formula>V" +
                              repeated(8000, "+1") + "</Formula></IntSwissKnife>";
     const std::pair<std::string, std::string> rows[] = {
-        {chain(90), "5"}, // as real cameras have them
-        {chain(5000),
+        {repeated(90, link) + constant("K90", "5"), "5"}, // as real cameras have them
+        {repeated(5000, link),
          "Node 'K0': more than 100 nodes in a row (K0 > K1 > K2 > K3 > ... > K96 > K97 > K98 > K99 > K100)"},
+        {repeated(99, link) + "<Integer Name='K99'/>",
+         "Node 'K0': node 'K99': neither Value nor pValue (K0 > K1 > K2 > K3 > ... > K95 > K96 > K97 > K98 > "
+         "K99)"},
         {repeated(60, fork) + constant("K60", "1"), tooMuch}, // were they not counted, 2^60
         {repeated(40, work) + constant("K40", "1"), tooMuch}};
     for (const auto &[nodes, text] : rows) {
@@ -93,7 +92,6 @@ TEST(Hostile, NumbersThatNoDoubleHoldsEndAtItsLimits)
     const std::string zeros(400, '0');
     const std::pair<std::string, const char *> rows[] = {{"-" + std::string(400, '9'), "-inf"},
                                                          {"0." + zeros + "1e+5", "0"},
-                                                         {"1" + zeros + "e-5", "inf"},
                                                          {"0." + zeros + "1e99999999999999999999", "inf"},
                                                          {"9." + zeros + "1E-9223372036854775807", "0"}};
     for (const auto &[text, number] : rows) {

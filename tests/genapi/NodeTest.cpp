@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
-// What the interfaces give beyond a value: ports, lists of nodes, and the entries of an enumeration.
+// What the interfaces give beyond a value: ports, lists of nodes, the entries of an enumeration; and how often a call
+// asks the device.
 #include "Conversation.h"
+#include "ReadShapes.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 using namespace GenApi_3_2_TVN;
 using testing::ElementsAre;
+using testing::UnorderedElementsAre;
 
 namespace {
 
@@ -71,16 +74,13 @@ TEST(NodeMap, ListsItsNodesInOrderAndLeavesOutWhatIsNone)
 
 TEST(Enumeration, FindsItsEntries)
 {
-    const auto entry = [](const std::string &name, const std::string &children) {
-        return element("EnumEntry", name, children);
-    };
-    Camera camera{element("Enumeration", "Mode",
-                          "<Value>1</Value>" +
-                              entry("Off", "<Value>-1</Value><NumericValue>0.25</NumericValue>") +
-                              entry("Fast", "<Value>3</Value><Symbolic>Very Fast</Symbolic>") +
-                              entry("Once", "<Value>6</Value><IsSelfClearing>Yes</IsSelfClearing>") +
-                              entry("Twice", "<Value>4</Value>") + entry("Twice", "<Value>5</Value>") +
-                              entry("Broken", "<Value>x</Value>"))};
+    Camera camera{"<Enumeration Name='Mode'><Value>1</Value>"
+                  "<EnumEntry Name='Off'><Value>-1</Value><NumericValue>0.25</NumericValue></EnumEntry>"
+                  "<EnumEntry Name='Fast'><Value>3</Value><Symbolic>Very Fast</Symbolic></EnumEntry>"
+                  "<EnumEntry Name='Once'><Value>6</Value><IsSelfClearing>Yes</IsSelfClearing></EnumEntry>"
+                  "<EnumEntry Name='Twice'><Value>4</Value></EnumEntry><EnumEntry "
+                  "Name='Twice'><Value>5</Value></EnumEntry>"
+                  "<EnumEntry Name='Broken'><Value>x</Value></EnumEntry></Enumeration>"};
     const CEnumerationPtr mode = camera.enumeration("Mode");
     NodeList_t entries;
     mode->GetEntries(entries);
@@ -95,6 +95,30 @@ TEST(Enumeration, FindsItsEntries)
               static_cast<IBase *>(camera.node("EnumEntry_Mode_Fast")));
     EXPECT_EQ(refusal([&] { mode->GetEntryByName("Twice"); }),
               "Node 'Mode': its entry 'Twice' is defined more than once");
+}
+
+/// On a camera each read is a round trip that a user waits for.
+TEST(Reads, AskEachPlaceOnceWithinACall)
+{
+    Camera selector{Camera::whole, readshapes::selector()};
+    selector.port.set(4, {1});
+    EXPECT_EQ(selector.node("Selector")->GetAccessMode(), RW);
+    EXPECT_THAT(selector.port.accesses, UnorderedElementsAre("R 0 4", "R 4 4", "R 8 4", "R 12 4", "R 16 4",
+                                                             "R 20 4", "R 24 4", "R 28 4", "R 32 4"));
+    selector.port.accesses.clear();
+    EXPECT_EQ(selector.node("Selector")->GetAccessMode(), RW);
+    EXPECT_THAT(selector.port.accesses, ElementsAre()) << "the next call knows it all";
+
+    Camera format{Camera::whole, readshapes::format()};
+    format.port.set(0, std::vector<std::uint8_t>(12, 0xff));
+    StringList_t symbolics;
+    format.enumeration("Format")->GetSymbolics(symbolics);
+    EXPECT_EQ(symbolics.size(), 30U);
+    EXPECT_THAT(format.port.accesses, UnorderedElementsAre("R 0 4", "R 4 4", "R 8 4", "R 12 4"));
+    format.port.accesses.clear();
+    format.nodeMap._EnableCaching(false);
+    format.enumeration("Format")->SetIntValue(3);
+    EXPECT_THAT(format.port.accesses, UnorderedElementsAre("R 0 4", "R 4 4", "R 8 4", "R 12 4", "W 16 4"));
 }
 
 } // namespace

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What registers of all kinds share beyond their value: raw bytes, structures, swapped ports, and when a cached
-// value ends by itself.
+// What registers of all kinds share beyond their value: raw bytes, and a length that the device changes.
 #include "Camera.h"
 
 #include <gmock/gmock.h>
@@ -34,7 +33,7 @@ TEST(Register, GivesAndTakesItsBytes)
     std::array<std::uint8_t, 4> bytes{};
     table->Get(bytes.data(), 3);
     EXPECT_THAT(bytes, ElementsAre(1, 2, 3, 0));
-    for (const std::int64_t length : {-1, 0, 2, 4}) {
+    for (const std::int64_t length : {-1, 2, 4}) {
         const std::string text = "Node 'Table': " + std::to_string(length) + " bytes for a register of 3";
         EXPECT_EQ(refusal([&] { table->Set(written.data(), length); }), text);
         EXPECT_EQ(refusal([&] { table->Get(bytes.data(), length); }), text);
@@ -64,7 +63,7 @@ TEST(Register, IsNoLongerThanItWasWhenItWasAsked)
     const std::string place = "<Address>0</Address><pLength>Size</pLength><pPort>Device</pPort>";
     Camera camera{reg("Size", 64, "<Cachable>NoCache</Cachable>") + element("Register", "Table", place) +
                   element("IntReg", "Whole", place) + element("FloatReg", "Real", place) +
-                  element("IntReg", "Back", place + bigEndian) + element("StringReg", "Text", place)};
+                  element("StringReg", "Text", place)};
     camera.nodeMap._Connect(static_cast<IPort *>(&port));
     port.set(0, {0, 0, 0x80, 0x3f, 1});
     std::array<std::uint8_t, 4> bytes{};
@@ -75,30 +74,11 @@ TEST(Register, IsNoLongerThanItWasWhenItWasAsked)
               "Node 'Table': 4 bytes for a register of 200");
     port.set(64, {3});
     EXPECT_EQ(camera.value("Whole"), 0x800000);
-    port.set(64, {3});
-    EXPECT_EQ(camera.value("Back"), 0x80);
     port.set(64, {4});
     EXPECT_EQ(camera.real("Real")->GetValue(), 1);
     port.set(0, {'a', 'b', 'c'});
     port.set(64, {2});
     EXPECT_EQ(camera.text("Text"), "ab");
-}
-
-TEST(Register, APortThatSwapsBytesChangesTheOrderAndNotTheBits)
-{
-    const std::string place = "<Address>0</Address><Length>4</Length>" + readWrite + "<pPort>Turned</pPort>";
-    Camera camera{element("Port", "Turned", "<SwapEndianess>Yes</SwapEndianess>") +
-                  element("IntReg", "Whole", place) + element("FloatReg", "Real", place) +
-                  element("IntReg", "Back", place + bigEndian) +
-                  element("MaskedIntReg", "Field", place + "<LSB>0</LSB><MSB>7</MSB>")};
-    camera.nodeMap._Connect(&camera.port, "Turned");
-    camera.port.set(0, {0x3f, 0x80, 0, 1});
-    EXPECT_EQ(camera.value("Whole"), 0x3f800001);
-    EXPECT_EQ(camera.value("Back"), 0x0100803f);
-    EXPECT_EQ(camera.value("Field"), 1);
-    EXPECT_EQ(camera.real("Real")->GetValue(), 0x1.000002p0);
-    camera.integer("Field")->SetValue(2);
-    EXPECT_THAT(camera.port.get(0, 4), ElementsAre(0x3f, 0x80, 0, 2));
 }
 
 } // namespace

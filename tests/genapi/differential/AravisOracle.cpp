@@ -47,16 +47,6 @@ gboolean writeMemory(ArvDevice *, guint64 address, guint32 size, void *buffer, G
     return succeed(store(memory, address, size, buffer), error);
 }
 
-gboolean readRegister(ArvDevice *device, guint64 address, guint32 *value, GError **error)
-{
-    return readMemory(device, address, sizeof *value, value, error);
-}
-
-gboolean writeRegister(ArvDevice *device, guint64 address, guint32 value, GError **error)
-{
-    return writeMemory(device, address, sizeof value, &value, error);
-}
-
 void check(GError *error)
 {
     if (error == nullptr)
@@ -167,7 +157,7 @@ std::string answer(ArvGcNode *node, const Question &question)
     const bool isGet = question.action == "get";
     if (question.action == "mode")
         return "mode " + accessMode;
-    if (!isGet && question.action != "set" && question.action != "leave")
+    if (!isGet && question.action != "set")
         return bound(node, question.action);
     if (accessMode == "NI" || accessMode == "NA" || accessMode == (isGet ? "WO" : "RO"))
         throw std::runtime_error(accessMode);
@@ -175,11 +165,6 @@ std::string answer(ArvGcNode *node, const Question &question)
         return get(node);
     const Memory before = memory;
     set(node, question.value);
-    if (question.action == "leave") {
-        get(node);
-        memory = before;
-        return get(node);
-    }
     return answerOfWrite(before, memory);
 }
 
@@ -191,8 +176,6 @@ static void oracle_device_class_init(OracleDeviceClass *type)
 {
     type->parent.read_memory = readMemory;
     type->parent.write_memory = writeMemory;
-    type->parent.read_register = readRegister;
-    type->parent.write_register = writeRegister;
 }
 
 /// What a question has written to the memory is taken back behind it.
@@ -213,7 +196,7 @@ int main()
         } catch (const std::runtime_error &failure) {
             std::cout << refusal << ": " << failure.what() << std::endl;
         }
-        if (question.action == "set" || question.action == "leave")
+        if (question.action == "set")
             memory = asked.memory;
     }
     return EXIT_SUCCESS;

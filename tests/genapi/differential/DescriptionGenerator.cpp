@@ -36,13 +36,26 @@ struct Ref
 };
 using Refs = std::vector<Ref>;
 
+/// Which bits of a register a number has.
+struct Bits
+{
+    std::string children;
+    int width = 0;
+    bool isSigned = false;
+};
+
 /// A node over a byte register, whose name replaces each "@"; a "#" stands for the content of the register.
 struct Pattern
 {
     const char *tag;
-    const char *children;
+    std::string children;
     std::vector<const char *> written = {};
 };
+
+std::string entry(const std::string &name, const std::string &value, const std::string &more = "")
+{
+    return "<EnumEntry Name='" + name + "'><Value>" + value + "</Value>" + more + "</EnumEntry>";
+}
 
 const std::vector<Pattern> smallNumberPatterns{
     {"Integer", "<Value>#</Value>"},
@@ -62,10 +75,10 @@ const std::vector<Pattern> switchPatterns{
     {"Boolean", "<pValue>@</pValue><OnValue>2</OnValue>", {"true", "false"}},
     {"Boolean", "<pValue>@</pValue><OnValue>6</OnValue><OffValue>0x3</OffValue>", {"true", "false"}},
     {"Enumeration",
-     "<EnumEntry Name='Off'><Value>0</Value></EnumEntry><EnumEntry Name='On'><NumericValue>1.5</NumericValue>"
-     "<Value>2</Value></EnumEntry><EnumEntry Name='Far'><Value>255</Value></EnumEntry><pValue>@</pValue>",
+     entry("Off", "0") + entry("On", "2", "<NumericValue>1.5</NumericValue>") +
+         entry("Far", "255", "<IsSelfClearing>Yes</IsSelfClearing>") + "<pValue>@</pValue>",
      {"On", "Far", "NoEntry"}},
-    {"Enumeration", "<EnumEntry Name='One'><Value>#</Value></EnumEntry><Value>#</Value>", {"One"}},
+    {"Enumeration", entry("One", "#") + "<Value>#</Value>", {"One"}},
     {"IntSwissKnife", "<pVariable Name='X'>@</pVariable><Formula>X &gt; 1</Formula>"},
     {"IntConverter", "<FormulaTo>FROM*2</FormulaTo><FormulaFrom>TO/2</FormulaFrom><pValue>@</pValue>", {"3"}},
     {"SwissKnife", "<pVariable Name='X'>@</pVariable><Formula>X*2</Formula>"},
@@ -74,16 +87,7 @@ const std::vector<Pattern> switchPatterns{
     {"Command", "<pValue>@</pValue><pCommandValue>@</pCommandValue>", {""}},
 };
 
-const Pattern plainEnumeration{
-    "Enumeration",
-    "<EnumEntry Name='Off'><Value>0</Value></EnumEntry><EnumEntry Name='Far'><Value>255</Value></EnumEntry>"
-    "<pValue>@</pValue>"};
-
-const Pattern selfClearing{
-    "Enumeration", "<EnumEntry Name='Off'><Value>0</Value></EnumEntry><EnumEntry Name='Once'><Value>1</Value>"
-                   "<IsSelfClearing>Yes</IsSelfClearing></EnumEntry><EnumEntry Name='Often'><Value>2</Value>"
-                   "<IsSelfClearing>Yes</IsSelfClearing></EnumEntry><pValue>@</pValue>"};
-
+const Pattern plainEnumeration{"Enumeration", entry("Off", "0") + entry("Far", "255") + "<pValue>@</pValue>"};
 /// The pattern with the texts in the place of its "@"s, in order.
 std::string fill(std::string_view pattern, std::initializer_list<std::string> texts)
 {
@@ -99,12 +103,9 @@ std::string element(const std::string &tag, const std::string &text)
     return fill("<@>@</@>", {tag, text, tag});
 }
 
-std::string escaped(const std::string &text)
+std::string escaped(const std::string &formula)
 {
-    std::string result;
-    for (const char byte : text)
-        result += byte == '<' ? "&lt;" : byte == '>' ? "&gt;" : byte == '&' ? "&amp;" : std::string(1, byte);
-    return result;
+    return "<![CDATA[" + formula + "]]>";
 }
 
 std::string decimal(double value)
@@ -140,13 +141,13 @@ public:
     {
         using Self = DescriptionGenerator;
         using Maker = void (Self::*)(bool isInteger);
-        constexpr std::array<Maker, 24> makers{
-            &Self::makeIntReg,     &Self::makeIntReg,     &Self::makeStructReg,    &Self::makeFloatReg,
-            &Self::makeString,     &Self::makeRegister,   &Self::makeSwitch,       &Self::makeSwitch,
-            &Self::makeSwitch,     &Self::makeValueNode,  &Self::makeValueNode,    &Self::makeLinearConverter,
-            &Self::makeIndexed,    &Self::makeConverter,  &Self::makeConverter,    &Self::makeSwissKnife,
-            &Self::makeSwissKnife, &Self::makeSwissKnife, &Self::makeSwissKnife,   &Self::makeEnumerated,
-            &Self::makeSharedWord, &Self::makeSharedWord, &Self::makeSelfClearing, &Self::makeCopied};
+        constexpr std::array<Maker, 22> makers{
+            &Self::makeIntReg,     &Self::makeIntReg,     &Self::makeStructReg,  &Self::makeFloatReg,
+            &Self::makeString,     &Self::makeRegister,   &Self::makeSwitch,     &Self::makeSwitch,
+            &Self::makeSwitch,     &Self::makeValueNode,  &Self::makeValueNode,  &Self::makeLinearConverter,
+            &Self::makeIndexed,    &Self::makeConverter,  &Self::makeConverter,  &Self::makeSwissKnife,
+            &Self::makeSwissKnife, &Self::makeSwissKnife, &Self::makeSwissKnife, &Self::makeEnumerated,
+            &Self::makeSharedWord, &Self::makeSharedWord};
         for (int base = 0; base < 8; ++base)
             makeSmallNumber();
         for (int base = 0; base < 6; ++base) {
@@ -189,18 +190,22 @@ private:
         writes.push_back({"set", node, value});
     }
 
+    void askLimits(const Ref &ref)
+    {
+        reads.push_back({"min", ref.name, ""});
+        reads.push_back({"max", ref.name, ""});
+        if (ref.increment > 1)
+            reads.push_back({"inc", ref.name, ""});
+        if (ref.isWritable)
+            askWrite(ref.name, decimal(ref.high + 1));
+    }
+
     /// Asks for all that the node has, and offers it to later nodes.
     void keep(Refs &pool, const Ref &ref, const std::string &mode = "RW")
     {
         askValue(ref.name);
-        if (ref.hasRange) {
-            for (const char *const action : {"min", "max", "inc"}) {
-                if (action != std::string{"inc"} || ref.increment > 1)
-                    reads.push_back({action, ref.name, ""});
-            }
-            if (ref.isWritable)
-                askWrite(ref.name, decimal(ref.high + 1));
-        }
+        if (ref.hasRange)
+            askLimits(ref);
         if (ref.isWritable)
             askWrite(ref.name, numberIn(ref));
         if (mode != "WO")
@@ -294,14 +299,10 @@ private:
         return children + (mode.empty() ? "" : element("AccessMode", mode)) + element("pPort", "Device");
     }
 
-    std::string byteRegister(std::int64_t content)
-    {
-        return add("IntReg", registerAt(place({static_cast<std::uint8_t>(content)}), 1, "RW"));
-    }
-
     std::string addPattern(const Pattern &pattern, std::int64_t content, const std::string &more = "")
     {
-        const std::string source = byteRegister(content);
+        const std::uint64_t address = place({static_cast<std::uint8_t>(content)});
+        const std::string source = add("IntReg", registerAt(address, 1, "RW"));
         std::string children;
         for (const char letter : std::string_view{pattern.children})
             children += letter == '@'   ? source
@@ -314,20 +315,21 @@ private:
         return name;
     }
 
+    std::string maybe(const std::string &text) { return random.chance(50) ? text : ""; }
+
     std::string endianess(bool isBigEndian)
     {
-        return isBigEndian         ? element("Endianess", "BigEndian")
-               : random.chance(50) ? element("Endianess", "LittleEndian")
-                                   : "";
+        return isBigEndian ? element("Endianess", "BigEndian") : maybe(element("Endianess", "LittleEndian"));
     }
 
-    std::string signedness(bool isSigned)
+    Bits bits(const std::string &place, std::size_t count)
     {
-        return isSigned ? element("Sign", "Signed") : random.chance(50) ? element("Sign", "Unsigned") : "";
+        const bool isSigned = random.chance(35);
+        const std::string sign = isSigned ? element("Sign", "Signed") : maybe(element("Sign", "Unsigned"));
+        return {place + sign, static_cast<int>(count), isSigned};
     }
 
-    /// Some bits of a register, and how many.
-    std::pair<std::string, int> field(std::size_t length, bool isBigEndian)
+    Bits field(std::size_t length, bool isBigEndian)
     {
         const std::size_t size = 8 * length;
         const std::size_t count = 1 + random.below(std::min<std::size_t>(size, 60));
@@ -335,16 +337,16 @@ private:
         const auto numbered = [&](std::size_t bit) {
             return std::to_string(isBigEndian ? size - 1 - bit : bit);
         };
-        const std::string bits = fill(count == 1 ? "<Bit>@</Bit>" : "<LSB>@</LSB><MSB>@</MSB>",
-                                      {numbered(lowest), numbered(lowest + count - 1)});
-        return {bits, static_cast<int>(count)};
+        return bits(fill(count == 1 ? "<Bit>@</Bit>" : "<LSB>@</LSB><MSB>@</MSB>",
+                         {numbered(lowest), numbered(lowest + count - 1)}),
+                    count);
     }
 
-    static Ref integerRef(const std::string &name, int width, bool isSigned, const std::string &mode)
+    static Ref integerRef(const std::string &name, const Bits &bits, const std::string &mode)
     {
-        const double half = std::ldexp(1, width - 1);
-        const double low = isSigned ? std::max(-half, -exactWhole) : 0;
-        const double high = std::min(isSigned ? half - 1 : 2 * half - 1, exactWhole);
+        const double half = std::ldexp(1, bits.width - 1);
+        const double low = bits.isSigned ? std::max(-half, -exactWhole) : 0;
+        const double high = std::min(bits.isSigned ? half - 1 : 2 * half - 1, exactWhole);
         return {name, 2 * half, true, isWritable(mode), low, high};
     }
 
@@ -377,20 +379,22 @@ private:
         smallNumbers.emplace_back(addPattern(random.pick(smallNumberPatterns), value), value);
     }
 
+    Ref addInteger(const std::string &tag, const Bits &own, bool isBigEndian, const std::string &place,
+                   const std::string &mode)
+    {
+        return integerRef(add(tag, place + own.children + endianess(isBigEndian)), own, mode);
+    }
+
     /// Wider fields can't be written: the oracle loses their limits.
     void makeIntReg(bool isPlain)
     {
         const std::size_t length = random.pick({1U, 2U, 2U, 3U, 4U, 4U, 8U});
         const bool isBigEndian = random.chance(50);
-        const bool isSigned = random.chance(40);
-        const auto [bits, width] =
-            isPlain ? std::pair{std::string{}, static_cast<int>(8 * length)} : field(length, isBigEndian);
-        const std::string mode = !isPlain && width > 32 ? "RO" : randomMode(integers);
-        std::string children = registerAt(placeRandom(length), length, mode) + bits;
-        children += signedness(isSigned);
-        children += endianess(isBigEndian);
-        Ref ref = integerRef(add(isPlain ? "IntReg" : "MaskedIntReg", children), width, isSigned, mode);
-        ref.hasRange = width <= 32;
+        const Bits own = isPlain ? bits("", 8 * length) : field(length, isBigEndian);
+        const std::string mode = !isPlain && own.width > 32 ? "RO" : randomMode(integers);
+        Ref ref = addInteger(isPlain ? "IntReg" : "MaskedIntReg", own, isBigEndian,
+                             registerAt(placeRandom(length), length, mode), mode);
+        ref.hasRange = own.width <= 32;
         keep(integers, ref, mode);
     }
 
@@ -398,15 +402,26 @@ private:
     {
         std::string children = registerAt(placeRandom(4), 4, "RW") + endianess(isBigEndian);
         for (std::size_t count = 1 + random.below(4); count > 0; --count) {
-            const auto [bits, width] = field(4, isBigEndian);
-            const bool isSigned = random.chance(30);
+            const Bits own = field(4, isBigEndian);
             const std::string name = newName("StructEntry");
             const std::string mode = random.pick({"RO", "RW"});
-            children += fill("<StructEntry Name='@'><AccessMode>@</AccessMode>@@</StructEntry>",
-                             {name, mode, bits, signedness(isSigned)});
-            keep(integers, integerRef(name, width, isSigned, mode));
+            children += fill("<StructEntry Name='@'><AccessMode>@</AccessMode>@</StructEntry>",
+                             {name, mode, own.children});
+            keep(integers, integerRef(name, own, mode));
         }
         xml += element("StructReg", children) + "\n";
+    }
+
+    /// Nodes of all kinds of cachability over one place, and over its beginning.
+    void makeSharedWord(bool isBigEndian)
+    {
+        const std::uint64_t address = placeRandom(4);
+        for (std::size_t count = 2 + random.below(5); count > 0; --count) {
+            const std::size_t length = random.pick({1U, 2U, 4U, 4U, 4U});
+            const Bits own = field(length, isBigEndian);
+            keep(integers,
+                 addInteger("MaskedIntReg", own, isBigEndian, registerAt(address, length, "RW"), "RW"));
+        }
     }
 
     void makeFloatReg(bool isDouble)
@@ -424,28 +439,25 @@ private:
              {add("FloatReg", children), 20000, false, isWritable(mode), -1000, 1000}, mode);
     }
 
+    void makeStringNode()
+    {
+        const std::string target = element("pValue", random.pick(strings));
+        const std::string name = add("String", random.chance(30) ? "<Value>some text</Value>" : target);
+        askValue(name);
+        askWrite(name, "v");
+    }
+
     void makeString(bool isRegister)
     {
-        if (!isRegister) {
-            const std::string target = element("pValue", random.pick(strings));
-            const std::string name = add("String", random.chance(30) ? "<Value>some text</Value>" : target);
-            askValue(name);
-            return askWrite(name, "v");
-        }
-        if (random.chance(10)) {
-            const std::string place =
-                element("Address", std::to_string(nextAddress)) + element("pPort", "Device");
-            return askValue(add("StringReg", place + element("pLength", constantNode(0))));
-        }
-        std::vector<std::uint8_t> bytes(1 + random.below(24));
+        if (!isRegister)
+            return makeStringNode();
+        std::vector<std::uint8_t> bytes(random.below(24));
         for (std::uint8_t &byte : bytes)
-            byte = static_cast<std::uint8_t>(random.between(' ', '~'));
-        if (random.chance(50))
-            bytes[random.below(bytes.size())] = 0;
+            byte = static_cast<std::uint8_t>(random.chance(5) ? 0 : random.between(' ', '~'));
         const std::string mode = randomMode(strings);
         const std::string name = add("StringReg", registerAt(place(bytes), bytes.size(), mode));
         askValue(name);
-        askWrite(name, std::string(1 + random.below(bytes.size()), 'w'));
+        askWrite(name, std::string(bytes.size() / 2 + 1, 'w'));
         askWrite(name, std::string(bytes.size() + 1, 'w'));
         if (mode != "WO")
             strings.push_back(name);
@@ -528,7 +540,7 @@ private:
     {
         const Arithmetic arithmetic = isInteger ? Arithmetic::Integer : Arithmetic::Float;
         const auto [elements, leaves] = symbols(arithmetic);
-        const Term formula = randomFormula(random, arithmetic, leaves, 4);
+        const Term formula = randomTerm(random, arithmetic, leaves, 4);
         const std::string name = add(isInteger ? "IntSwissKnife" : "SwissKnife",
                                      elements + element("Formula", escaped(formula.text)));
         keep(isInteger ? integers : floats, {name, isInteger ? anything : formula.bound, formula.isWhole});
@@ -542,7 +554,7 @@ private:
             return;
         auto [elements, leaves] = symbols(Arithmetic::Float);
         leaves.push_back({"TO", inner.bound, inner.isWhole});
-        const Term formula = randomFormula(random, Arithmetic::Float, leaves, 3);
+        const Term formula = randomTerm(random, Arithmetic::Float, leaves, 3);
         elements += fill("<FormulaTo>FROM</FormulaTo><FormulaFrom>@</FormulaFrom><pValue>@</pValue>",
                          {escaped(formula.text), inner.name});
         keep(floats, {add("Converter", elements), formula.bound, formula.isWhole});
@@ -588,39 +600,6 @@ private:
         keep(integers, {add("IntSwissKnife", fill("<pVariable Name='V@'>@</pVariable><Formula>V@+1</Formula>",
                                                   {suffix, name, suffix})),
                         257});
-    }
-
-    /// Nodes of all kinds of cachability over one place, and over its beginning.
-    void makeSharedWord(bool isBigEndian)
-    {
-        const std::uint64_t address = placeRandom(4);
-        for (std::size_t count = 2 + random.below(5); count > 0; --count) {
-            const std::size_t length = random.pick({1U, 2U, 4U, 4U, 4U});
-            const bool isSigned = random.chance(30);
-            const auto [bits, width] = field(length, isBigEndian);
-            std::string children = registerAt(address, length, "RW") + bits;
-            children += signedness(isSigned);
-            children += endianess(isBigEndian);
-            keep(integers, integerRef(add("MaskedIntReg", children), width, isSigned, "RW"));
-        }
-    }
-
-    /// The device leaves its entry by itself.
-    void makeSelfClearing(bool)
-    {
-        const std::string name = addPattern(selfClearing, 0);
-        writes.push_back({"leave", name, random.pick({"Once", "Often"})});
-    }
-
-    /// With copies that take at least as much: the oracle has no copies.
-    void makeCopied(bool isInteger)
-    {
-        Ref ref = random.pick(isInteger ? integers : floats);
-        ref.isWritable = false;
-        const std::string copy = add("Integer", "<Value>0</Value>");
-        ref.name =
-            add(isInteger ? "Integer" : "Float", element("pValue", ref.name) + element("pValueCopy", copy));
-        keep(isInteger ? integers : floats, ref);
     }
 
     Random random;

@@ -61,17 +61,6 @@ public:
         : random{random}, isFloat{arithmetic == Arithmetic::Float}, leaves{leaves}
     {}
 
-    Term formula(int depth)
-    {
-        const Term rest = term(depth);
-        if (!isFloat || random.chance(75))
-            return rest;
-        const std::string number = std::to_string(random.below(1000)) + random.pick({".25", ".5"});
-        const std::string digits = random.pick({"", ",0", ", 1", " ,2"});
-        return {"ROUND(" + number + digits + ")" + spaced("+") + within(rest, sumPrecedence + 1),
-                rest.bound + 1001, false, sumPrecedence};
-    }
-
     Term term(int depth)
     {
         switch (depth == 0 ? 0 : random.below(8)) {
@@ -248,9 +237,4 @@ private:
 Term randomTerm(Random &random, Arithmetic arithmetic, const std::vector<Term> &leaves, int depth)
 {
     return FormulaGenerator{random, arithmetic, leaves}.term(depth);
-}
-
-Term randomFormula(Random &random, Arithmetic arithmetic, const std::vector<Term> &leaves, int depth)
-{
-    return FormulaGenerator{random, arithmetic, leaves}.formula(depth);
 }

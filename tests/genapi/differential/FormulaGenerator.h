@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Random formulas over the whole language, with as few parentheses as the precedences allow. Each knows a bound
+// Random formulas over the whole language but ROUND, with as few parentheses as the precedences allow. Each knows a bound
 // of its value, so that nothing overflows where the two sides would have to agree on more than arithmetic.
 #pragma once
 
@@ -23,7 +23,6 @@ enum class Arithmetic
     Float
 };
 
+/// Never with ROUND, which the oracle takes at the begin of a formula alone.
 /// \param depth  operators within each other
 Term randomTerm(Random &random, Arithmetic arithmetic, const std::vector<Term> &leaves, int depth);
-/// The same for a whole formula, which can begin with ROUND: behind parentheses the oracle does not take it.
-Term randomFormula(Random &random, Arithmetic arithmetic, const std::vector<Term> &leaves, int depth);

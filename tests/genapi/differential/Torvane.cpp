@@ -70,15 +70,10 @@ std::string answer(INode *node, const Question &question, Memory &memory)
         return get(node);
     if (question.action == "mode")
         return "mode " + modeOf(node);
-    if (question.action != "set" && question.action != "leave")
+    if (question.action != "set")
         return shown(limitOf(node, question.action));
     const Memory before = memory;
     set(node, question.value);
-    if (question.action == "leave") {
-        get(node);
-        memory = before;
-        return get(node);
-    }
     return answerOfWrite(before, memory);
 }
 
@@ -103,7 +98,7 @@ std::vector<std::string> answersOfTorvane(const Questionnaire &questionnaire)
         } catch (const std::runtime_error &failure) {
             answers.push_back(std::string{refusal} + ": " + failure.what());
         }
-        if (question.action != "set" && question.action != "leave")
+        if (question.action != "set")
             continue;
         port.memory = questionnaire.memory;
         nodes._InvalidateNodes();
