@@ -8,7 +8,11 @@
 #include <dlfcn.h>
 #include <gmock/gmock.h>
 
+#include <atomic>
+#include <deque>
 #include <filesystem>
+#include <mutex>
+#include <thread>
 
 namespace fs = std::filesystem;
 using testing::AllOf;
@@ -279,6 +283,60 @@ TEST_F(TreeTest, WhatLibrariesAndInterfacesSayOfThemselves)
               failed("GCGetInfo(TL_INFO_VENDOR) (size inquiry)", "WARNING") +
                   failed("GCGetInfo(TL_INFO_VERSION)", "WARNING") +
                   failed("IFGetInfo(INTERFACE_INFO_DISPLAYNAME)"));
+}
+
+// A pass beside the window's operations, with cameras that come and go: whatever meets whatever, each handle is closed
+// by the one DevClose, and nothing is touched that has been freed.
+TEST_F(TreeTest, APassBesideOperations)
+{
+    const auto camera = [](const std::string &id) {
+        return "[[interface.camera]]\nid = \"" + id + "\"\nlock = \"locked\"\nreboot_ms = 1\n";
+    };
+    const std::string both =
+        interface("eth0", {}) + camera("A") + camera("B") + interface("eth1", {}) + camera("C");
+    const std::string few = interface("eth0", {}) + camera("B") + interface("eth1", {});
+    simulator.configure(both);
+    start();
+    std::atomic<bool> finished = false;
+    std::mutex handover; // as the window's, for what has been retired
+    std::deque<RetiredObjects> announced;
+    int operations = 0;
+
+    const std::string printed = printedBy([&] {
+        std::thread passes([&] {
+            for (int i = 0; i < 150; ++i) {
+                simulator.configure(i % 2 == 0 ? few : both);
+                backEnd->updateDevices();
+                for (const Device *known : backEnd->devices()) // as the rows of the list ask
+                    static_cast<void>(known->isOpen() || known->isLocked() || known->isDefaultPassword());
+                const std::lock_guard guard(handover);
+                announced.push_back(backEnd->takeRetired());
+            }
+            finished = true;
+        });
+        while (!finished) {
+            {
+                const std::lock_guard guard(handover);
+                while (announced.size() > 1) { // what went in a pass is freed behind the pass after that
+                    backEnd->freeRetired(std::move(announced.front()));
+                    announced.pop_front();
+                }
+            }
+            for (Device *known : backEnd->devices()) {
+                backEnd->selectDevice(known);
+                backEnd->changePassword("mapleoak", "hunter22"); // where it has been reset
+                backEnd->unlock("hunter22", false);
+                backEnd->lock();
+                if (++operations % 5 == 0)
+                    backEnd->factoryResetSelected();
+                known->close(false);
+            }
+        }
+        passes.join();
+        backEnd.reset();
+    });
+    EXPECT_THAT(printed, testing::Not(testing::HasSubstr("DevClose() failed")));
+    EXPECT_EQ(simulator.openHandles(), 0);
 }
 
 } // namespace
