@@ -2,15 +2,19 @@
 // Writing through stdio, whose calls lock the stream: a message is never cut by one of the other thread.
 #include "ConsoleIO.h"
 
+#include "LineSink.h"
 #include "Terminal.h"
 #include "VisibleText.h"
 
 #include <iostream>
 #include <streambuf>
+#include <utility>
 
 namespace console {
 
 namespace {
+
+thread_local LineSink *presentSink = nullptr; // null: standard output
 
 // Takes each byte once, where std::istream::ignore looks at it twice: half the time of a line of hundreds of megabytes.
 void dropRestOfLine()
@@ -24,8 +28,19 @@ void dropRestOfLine()
 
 } // namespace
 
+SinkScope::SinkScope(LineSink &sink) : previous(std::exchange(presentSink, &sink)) {}
+
+SinkScope::~SinkScope()
+{
+    presentSink = previous;
+}
+
 void detail::write(std::string_view text)
 {
+    if (presentSink) {
+        presentSink->write(text);
+        return;
+    }
     std::clearerr(stdout); // afterwards it tells of this message
     std::fwrite(text.data(), 1, text.size(), stdout);
     std::fflush(stdout);
@@ -53,6 +68,8 @@ std::optional<std::string> readLine()
 
 std::string shown(std::string_view text, std::FILE *stream)
 {
+    if (presentSink && stream == stdout)
+        return std::string(text); // it is the sink's to show
     std::string visible = visibleText(text);
     return visible == text || isTerminal(stream) ? visible : std::string(text);
 }

@@ -24,7 +24,7 @@ inline constexpr std::size_t maxInputLineBytes = 65'536;
 ///     since then nobody has seen the question
 std::optional<std::string> readLine();
 
-/// \p text as it goes to \p stream: to a terminal as visibleText, to a file or a pipe as it stands.
+/// \p text as it goes to \p stream: to a terminal as visibleText, to a file, a pipe or a sink as it stands.
 std::string shown(std::string_view text, std::FILE *stream = stdout);
 
 /// Joins \p pieces to one text: texts as they stand, numbers in decimal without grouping.
