@@ -76,7 +76,7 @@ void Device::probeHeld()
     const std::int32_t status = accessStatus();
     if (status != DEVICE_ACCESS_STATUS_READWRITE && status != DEVICE_ACCESS_STATUS_READONLY)
         return;
-    if (!openWith(DEVICE_ACCESS_READONLY))
+    if (openWith(DEVICE_ACCESS_READONLY) != GC_ERR_SUCCESS)
         return;
     refreshCache();
     readTransportInfo();
@@ -85,21 +85,27 @@ void Device::probeHeld()
 
 void Device::open()
 {
-    if (isOff() || !tryToHold(Holder::User))
-        return;
-    openWith(DEVICE_ACCESS_CONTROL);
-    if (!isOpen_)
-        releaseFromUser();
+    openForUser(DEVICE_ACCESS_CONTROL);
 }
 
-// Returns whether IFOpenDevice succeeded. What fails behind it closes the device, but the steps go on: the
+std::int32_t Device::openForUser(std::int32_t accessFlags)
+{
+    if (isOff() || !tryToHold(Holder::User))
+        return GC_ERR_RESOURCE_IN_USE;
+    const GC_ERROR code = openWith(accessFlags);
+    if (!isOpen_)
+        releaseFromUser();
+    return code;
+}
+
+// Returns the code of IFOpenDevice. What fails behind it closes the device, but the steps go on: the
 // creation of the port reports for itself, and the read of the lock state settles passwordSupported in every
 // case.
-bool Device::openWith(std::int32_t accessFlags)
+std::int32_t Device::openWith(std::int32_t accessFlags)
 {
     auto interfaceSession = interfaceOwner->session();
     if (!interfaceSession) // its interface has just vanished, and the device with it
-        return false;
+        return GC_ERR_INVALID_HANDLE;
     DEV_HANDLE handle = nullptr;
     GC_ERROR code = gentl->IFOpenDevice(interfaceSession->handle(), id_.c_str(), accessFlags, &handle);
     if (code != GC_ERR_SUCCESS) {
@@ -107,14 +113,14 @@ bool Device::openWith(std::int32_t accessFlags)
         console::printLine("ERROR: IFOpenDevice(DEVICE_ACCESS_CONTROL) for device with id '", id_,
                            "' failed with code ", code, "!");
         reportLastError(gentl);
-        return false;
+        return code;
     }
     session = std::move(interfaceSession);
     devHandle = handle;
     isOpen_ = true;
     if (retired) { // it vanished meanwhile, and nobody else would close it
         closeHandle();
-        return false;
+        return GC_ERR_INVALID_HANDLE;
     }
 
     PORT_HANDLE portHandle = nullptr;
@@ -127,7 +133,7 @@ bool Device::openWith(std::int32_t accessFlags)
     }
     createPort();
     readPasswordSupport();
-    return true;
+    return GC_ERR_SUCCESS;
 }
 
 void Device::createPort()

@@ -92,6 +92,28 @@ public:
     /// bits of RemoteNode::NoInteger when the feature gives no integer.
     std::uint64_t macAddress() const { return macAddress_; }
 
+    // Operations that report (DeviceReport.cpp), for those who must know why something failed and take no failure for an
+    // answer. The device is opened by one of the first two, and closed by close(). Thread: the one that opened it.
+
+    /// Opens the device read-only, or with control access, as open() does.
+    /// \return GenTL's code of the failed IFOpenDevice, 0 if that worked: isOpen() then tells whether the steps behind it
+    ///     did too. GC_ERR_RESOURCE_IN_USE where it is open already
+    std::int32_t openForReading();
+    std::int32_t openForControl();
+
+    // Each throws RegisterFailure when the port refuses, or there is none.
+
+    /// Whether the device is locked.
+    bool readLocked() const;
+    /// Whether the factory password is in force.
+    bool readFactoryPassword() const;
+    void sendLock();
+    /// The device reboots; it is the caller's to close it.
+    void sendFactoryReset();
+    /// \param newText  bytes as they go to the camera
+    void sendNewPassword(const std::string &newText);
+    void sendUnlock(const std::string &candidate);
+
     // The lock (DevicePassword.cpp). Nothing is trusted from a write: the caller reads the lock state
     // afterwards.
 
@@ -135,7 +157,8 @@ private:
     bool tryToHold(Holder newHolder);
     void releaseFromUser();
     void probeHeld();
-    bool openWith(std::int32_t accessFlags);
+    std::int32_t openWith(std::int32_t accessFlags);
+    std::int32_t openForUser(std::int32_t accessFlags);
     void createPort();
     void closeConnection(bool skipCacheRefresh);
     void closeHandle();

@@ -3,6 +3,7 @@
 #include "GenTL_PortInterfaceBase.h"
 
 #include "GenTL_Interface.h"
+#include "PortFailure.h"
 #include "ProducerText.h"
 #include "ZeroedBuffer.h"
 
@@ -120,7 +121,7 @@ void GenTL_PortInterfaceBase::reportGenTLError(std::string_view context, GC_ERRO
     }
     message += ' ';
     message += detail;
-    throw std::runtime_error(message);
+    throw PortFailure(message, code);
 }
 
 } // namespace GenICam_Interfaces
