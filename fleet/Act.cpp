@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: MIT
+#include "Act.h"
+
+#include "Collector.h"
+#include "Device.h"
+#include "Interruption.h"
+#include "Journal.h"
+#include "Look.h"
+#include "PasswordRules.h"
+#include "Reset.h"
+
+#include <algorithm>
+#include <chrono>
+#include <thread>
+
+namespace fleet {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using namespace std::chrono_literals;
+
+constexpr auto heldPatience = 5s;
+constexpr auto heldInterval = 100ms;
+
+Outcome failedUntouched(const Job &job, const Request &request, Reason reason)
+{
+    return {Result::Failed, inForceUntouched(job, request.action), std::move(reason), {}};
+}
+
+class Worker
+{
+public:
+    Worker(const Request &request, Tree &tree, const ActHooks &hooks)
+        : request(request), tree(tree), hooks(hooks)
+    {}
+
+    /// \return false for a held camera, which has no outcome then
+    bool work(Job &job)
+    {
+        hooks.begins(job);
+        const auto begin = Clock::now();
+        std::optional<Outcome> outcome = attempt(job);
+        if (!outcome)
+            return false;
+        outcome->duration = std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - begin);
+        finish(job, std::move(*outcome));
+        return true;
+    }
+
+    void giveUp(Job &job, Reason reason) { finish(job, failedUntouched(job, request, std::move(reason))); }
+
+private:
+    void finish(Job &job, Outcome outcome)
+    {
+        job.outcome = std::move(outcome);
+        hooks.finished(job);
+    }
+
+    std::optional<Outcome> attempt(Job &job)
+    {
+        Camera &camera = *job.camera;
+        const Collector lines;
+        camera.access = accessOf(*camera.device);
+        camera.reason.reset();
+        if (camera.access == Access::Held)
+            return std::nullopt;
+        if (auto reason = accessReason(camera.access))
+            return failedUntouched(job, request, std::move(*reason));
+        const std::int32_t code = camera.device->openForControl();
+        if (!camera.device->isOpen()) {
+            Reason reason = openReason(code, lines.text());
+            if (reason.code == ReasonCode::Held)
+                return std::nullopt;
+            return failedUntouched(job, request, std::move(reason));
+        }
+        Outcome outcome = operate(job);
+        if (camera.device->isOpen())
+            camera.device->close(true);
+        if (request.action == Action::Reset && outcome.result == Result::Done && !request.noWait)
+            outcome = awaitReturn(tree, camera);
+        return outcome;
+    }
+
+    Outcome operate(Job &job)
+    {
+        Camera &camera = *job.camera;
+        if (camera.wasLooked && camera.lock != Lock::Unknown)
+            readLockAgain(camera);
+        else
+            readOpened(camera);
+        if (camera.lock == Lock::None)
+            return noLockOutcome(job.isNamed);
+        if (camera.lock == Lock::Unknown)
+            return failedUntouched(job, request, *camera.reason);
+        if (request.action == Action::Change && !job.current && camera.password == Password::Factory)
+            job.current = Secret(std::string(factoryPassword));
+        if (request.needsCurrent() && !job.current && !job.rules.tryNewFirst)
+            return failedUntouched(job, request, noSecretReason());
+        try {
+            hooks.willWrite(job);
+        } catch (const JournalError &error) {
+            return failedUntouched(job, request, journalReason(error));
+        }
+        return carryOut(job);
+    }
+
+    Outcome carryOut(Job &job) const
+    {
+        Camera &camera = *job.camera;
+        switch (request.action) {
+        case Action::Verify:
+            return verify(camera, *job.current, request.relock);
+        case Action::Unlock:
+            return unlock(camera, *job.current);
+        case Action::Lock:
+            return lock(camera);
+        case Action::Change:
+            return change(camera, job.current ? &*job.current : nullptr, *job.next, job.rules);
+        case Action::Reset:
+            return sendReset(camera);
+        case Action::List:
+            break;
+        }
+        return {};
+    }
+
+    const Request &request;
+    Tree &tree;
+    const ActHooks &hooks;
+};
+
+Reason notReached()
+{
+    return {ReasonCode::NotReached, "The run was interrupted before this camera.", "Run it again."};
+}
+
+} // namespace
+
+void actOn(Jobs &jobs, const Request &request, Tree &tree, const ActHooks &hooks)
+{
+    Worker worker(request, tree, hooks);
+    std::vector<Job *> held;
+    for (Job &job : jobs) {
+        if (job.outcome)
+            continue;
+        if (platform::isInterrupted())
+            worker.giveUp(job, notReached());
+        else if (!worker.work(job))
+            held.push_back(&job);
+    }
+    for (const auto end = Clock::now() + heldPatience; !held.empty() && Clock::now() < end;) {
+        if (platform::isInterrupted())
+            break;
+        std::this_thread::sleep_for(heldInterval);
+        std::erase_if(held, [&](Job *job) { return !platform::isInterrupted() && worker.work(*job); });
+    }
+    for (Job *const job : held)
+        worker.giveUp(*job, platform::isInterrupted() ? notReached() : *accessReason(Access::Held));
+}
+
+} // namespace fleet

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#include "Audit.h"
+
+#include "Clock.h"
+#include "Journal.h"
+#include "JsonFields.h"
+#include "Output.h"
+#include "UsageError.h"
+#include "UserName.h"
+
+namespace fleet {
+
+Audit::Audit(const std::string &path, Action action, const QString &run)
+    : file(QString::fromStdString(path)), action(action), run(run)
+{
+    if (path.empty())
+        return;
+    const bool isNew = !file.exists();
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered))
+        throw UsageError("The audit file '" + path +
+                         "' can't be written: " + file.errorString().toStdString() + '.');
+    if (isNew)
+        file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+}
+
+void Audit::tell(const Job &job)
+{
+    if (!file.isOpen())
+        return;
+    const CameraKey key(*job.camera);
+    const QByteArray line =
+        jsonLine({{QStringLiteral("time"), utcNow()},
+                  {QStringLiteral("host"), hostName()},
+                  {QStringLiteral("user"), platform::userName()},
+                  {QStringLiteral("run"), run},
+                  {QStringLiteral("serial"), key.serial},
+                  {QStringLiteral("mac"), key.mac.isEmpty() ? QJsonValue() : QJsonValue(key.mac)},
+                  {QStringLiteral("action"), QLatin1String(wordOf(action))},
+                  {QStringLiteral("result"), QLatin1String(wordOf(job.outcome->result))},
+                  {QStringLiteral("reason"),
+                   job.outcome->reason ? QJsonValue(QLatin1String(wordOf(job.outcome->reason->code)))
+                                       : QJsonValue()}});
+    if (file.write(line) != line.size())
+        complain("The audit file '" + file.fileName().toStdString() +
+                 "' can't be written: " + file.errorString().toStdString() + '.');
+}
+
+} // namespace fleet

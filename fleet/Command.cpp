@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: MIT
+#include "Command.h"
+
+#include "Interruption.h"
+
+#include <QDeadlineTimer>
+#include <QProcess>
+#include <QString>
+#include <QStringList>
+#include <algorithm>
+#include <csignal>
+#include <memory>
+
+namespace fleet {
+
+namespace {
+
+constexpr int timeLimitMs = 30'000;
+constexpr int pollMs = 100;       // after so long an interruption is seen
+constexpr int longestLine = 4096; // bytes
+
+/// Ctrl-C reaches all programs of the terminal: what has been begun for the camera in hand is finished all the same.
+class ShieldedProcess : public QProcess
+{
+protected:
+    void setupChildProcess() override
+    {
+        std::signal(SIGINT, SIG_IGN);
+        std::signal(SIGTERM, SIG_IGN);
+    }
+};
+
+/// Reads what the process prints until it ends, and keeps the beginning: a command that prints for ever costs time only.
+void collectOutput(QProcess &process, CommandKind kind, std::string &kept)
+{
+    const QDeadlineTimer deadline(timeLimitMs);
+    kept.reserve(longestLine + 1); // growth would leave copies behind
+    for (;;) {
+        QByteArray more = process.readAllStandardOutput();
+        kept.append(more.constData(),
+                    std::min(static_cast<std::size_t>(more.size()), longestLine + 1 - kept.size()));
+        more.fill('\0');
+        const bool isGivenUp = kind == CommandKind::Question && platform::isInterrupted();
+        if (process.state() == QProcess::NotRunning || deadline.hasExpired() || isGivenUp)
+            return;
+        process.waitForReadyRead(std::min(pollMs, static_cast<int>(deadline.remainingTime())));
+    }
+}
+
+void cutToFirstLine(std::string &text)
+{
+    text.resize(std::min(text.find('\n'), text.size()));
+    if (text.ends_with('\r'))
+        text.pop_back();
+}
+
+std::string endOf(QProcess &process)
+{
+    if (process.state() != QProcess::NotRunning) {
+        process.kill();
+        process.waitForFinished();
+        return platform::isInterrupted() ? "The run was interrupted."
+                                         : "The command did not end within 30 s.";
+    }
+    if (process.exitStatus() != QProcess::NormalExit)
+        return "The command was ended by a signal.";
+    if (process.exitCode() != 0)
+        return "The command ended with status " + std::to_string(process.exitCode()) + '.';
+    return {};
+}
+
+} // namespace
+
+bool isFitForCommand(const std::string &serial)
+{
+    const auto isFit = [](char byte) {
+        return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || (byte >= '0' && byte <= '9') ||
+               byte == '.' || byte == '_' || byte == '-';
+    };
+    return !serial.empty() && serial.front() != '-' && serial.front() != '.' &&
+           std::ranges::all_of(serial, isFit);
+}
+
+CommandResult runCommand(CommandKind kind, const std::string &command, const std::string &serial,
+                         const std::string &input)
+{
+    QStringList words = QProcess::splitCommand(QString::fromStdString(command));
+    if (words.isEmpty())
+        return {"The command is empty.", {}};
+    words.replaceInStrings(QStringLiteral("{serial}"), QString::fromStdString(serial));
+    const std::unique_ptr<QProcess> owned(kind == CommandKind::Question ? new QProcess : new ShieldedProcess);
+    QProcess &process = *owned;
+    process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    process.setProgram(words.takeFirst());
+    process.setArguments(words);
+    process.start();
+    if (!process.waitForStarted())
+        return {"The command can't be started: " + process.errorString().toStdString() + '.', {}};
+    process.write(input.data(), static_cast<qint64>(input.size()));
+    process.closeWriteChannel();
+    CommandResult result;
+    collectOutput(process, kind, result.firstLine);
+    result.failure = endOf(process);
+    cutToFirstLine(result.firstLine);
+    return result;
+}
+
+} // namespace fleet

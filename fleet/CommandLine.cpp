@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: MIT
+#include "CommandLine.h"
+
+#include "Completion.h"
+#include "MacAddress.h"
+#include "Options.h"
+#include "UsageError.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <array>
+#include <fstream>
+#include <iostream>
+#include <sstream>
+
+namespace fleet {
+
+namespace {
+
+/// Serial numbers, a line each; blank lines and blanks at the ends do not count.
+void readSerials(const std::string &name, std::vector<std::string> &serials)
+{
+    const std::size_t before = serials.size();
+    std::ifstream file;
+    if (name != "-") {
+        file.open(name);
+        if (!file)
+            throw UsageError("The file '" + name + "' can't be read.");
+    }
+    std::istream &input = name == "-" ? std::cin : file;
+    constexpr const char *blanks = " \t\r";
+    for (std::string line; std::getline(input, line);) {
+        const std::size_t begin = line.find_first_not_of(blanks);
+        if (begin != std::string::npos)
+            serials.push_back(line.substr(begin, line.find_last_not_of(blanks) + 1 - begin));
+    }
+    if (input.bad())
+        throw UsageError("The file '" + name + "' can't be read.");
+    if (serials.size() == before)
+        throw UsageError("The file '" + name + "' has no serial number in it.");
+}
+
+void checkStandardInput(const std::string &from, const SecretOptions &secrets)
+{
+    const std::array files{from, secrets.passwordsFile, secrets.passwordFile, secrets.newPasswordFile};
+    if (std::ranges::count(files, "-") > 1)
+        throw UsageError(
+            "Only one of --from, --passwords, --password-file and --new-password-file can be '-'.");
+}
+
+void readMacs(const std::vector<std::string> &texts, std::vector<std::uint64_t> &macs)
+{
+    for (const std::string &text : texts) {
+        const auto mac = parseMacAddress(text);
+        if (!mac)
+            throw UsageError("--mac: '" + text + "' is no MAC address, such as 00:11:22:33:44:55.");
+        macs.push_back(*mac);
+    }
+}
+
+void check(const Request &request)
+{
+    const bool needsChoice = request.action != Action::List && !request.resume;
+    if (needsChoice && request.selection.choosesNothing())
+        throw UsageError(
+            "Choose cameras: --serial, --id, --mac, --model, --interface, --from, --factory, --locked, "
+            "--unlocked or --all.");
+    if (request.resume && !request.selection.choosesNothing())
+        throw UsageError("--resume goes on with the cameras of the run that ended: choose none.");
+    if (request.selection.locked && request.selection.unlocked)
+        throw UsageError("No camera is both --locked and --unlocked.");
+    if (request.quick && request.selection.needsLook())
+        throw UsageError(
+            "--quick opens no camera, so --mac, --factory, --locked and --unlocked can't be answered.");
+}
+
+} // namespace
+
+CommandLine parseCommandLine(int argc, const char *const *argv)
+{
+    CommandLine line;
+    Options options;
+    const std::unique_ptr<CLI::App> app = describeOptions(options);
+    const std::string first = argc > 1 ? argv[1] : "";
+    const auto isFirst = [&](const CLI::App *command) { return command->get_name() == first; };
+    if (!first.starts_with('-') && app->get_subcommands(isFirst).empty())
+        throw UsageError(first.empty() ? "Which command?" : "'" + first + "' is no command.");
+    try {
+        app->parse(argc, argv);
+    } catch (const CLI::Success &success) {
+        std::ostringstream text;
+        app->exit(success, text, text);
+        line.answer = text.str();
+        return line;
+    } catch (const CLI::ParseError &error) {
+        throw UsageError(error.what());
+    }
+    if (app->got_subcommand("completion")) {
+        line.answer = completionScript(*app, options.shell);
+        return line;
+    }
+    line.isDoctor = app->got_subcommand("doctor");
+    checkStandardInput(options.from, options.request.secrets);
+    line.request = std::move(options.request);
+    line.request.action = options.action;
+    line.request.wait = std::chrono::seconds(options.waitSeconds);
+    if (!options.from.empty())
+        readSerials(options.from, line.request.selection.serials);
+    readMacs(options.macs, line.request.selection.macs);
+    if (!line.isDoctor)
+        check(line.request);
+    return line;
+}
+
+} // namespace fleet

@@ -1,0 +1,310 @@
+// SPDX-License-Identifier: MIT
+#include "Journal.h"
+
+#include "Clock.h"
+#include "FileSync.h"
+#include "JsonFields.h"
+#include "MacAddress.h"
+#include "ShownText.h"
+#include "StateFolder.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QSaveFile>
+#include <algorithm>
+#include <initializer_list>
+#include <iterator>
+#include <set>
+#include <utility>
+
+namespace fleet {
+
+namespace {
+
+const QString eventKey = QStringLiteral("event");
+const QString runKey = QStringLiteral("run");
+const QString timeKey = QStringLiteral("time");
+const QString actionKey = QStringLiteral("action");
+const QString camerasKey = QStringLiteral("cameras");
+const QString lockKey = QStringLiteral("lock");
+const QString statusKey = QStringLiteral("status");
+
+const QString runEvent = QStringLiteral("run");
+const QString intentEvent = QStringLiteral("intent");
+const QString outcomeEvent = QStringLiteral("outcome");
+const QString endEvent = QStringLiteral("end");
+
+[[noreturn]] void fail(const QFile &file, const QString &fault)
+{
+    throw JournalError("The journal '" + file.fileName().toStdString() + "' " + fault.toStdString() + '.');
+}
+
+bool isEvent(const QJsonObject &line, const QString &event)
+{
+    return line.value(eventKey).toString() == event;
+}
+
+QString shown(const std::string &bytes)
+{
+    return QString::fromStdString(shownText(bytes));
+}
+
+/// What is left of one run of changes.
+struct RunState
+{
+    QString id;
+    std::vector<CameraKey> open; ///< chosen, without an outcome
+    std::vector<CameraKey> intents;
+    bool hasEnded = false;
+};
+
+void settle(std::vector<CameraKey> &keys, const CameraKey &settled)
+{
+    std::erase_if(keys, [&](const CameraKey &key) { return key.isSame(settled); });
+}
+
+std::vector<RunState> changeRuns(const std::vector<QJsonObject> &lines)
+{
+    std::vector<RunState> runs;
+    for (const QJsonObject &line : lines) {
+        const QString id = line.value(runKey).toString();
+        if (isEvent(line, runEvent) &&
+            line.value(actionKey).toString() == QLatin1String(wordOf(Action::Change))) {
+            RunState &run = runs.emplace_back(RunState{id, {}, {}, false});
+            for (const auto &camera : line.value(camerasKey).toArray())
+                run.open.emplace_back(camera.toObject());
+            continue;
+        }
+        const auto run = std::ranges::find(runs, id, &RunState::id);
+        if (run == runs.end())
+            continue;
+        if (isEvent(line, endEvent)) {
+            run->hasEnded = true;
+            continue;
+        }
+        const CameraKey key(line);
+        if (isEvent(line, intentEvent)) {
+            run->intents.push_back(key);
+        } else if (isEvent(line, outcomeEvent)) {
+            // Whatever an earlier run left of this camera is settled with it.
+            for (RunState &any : runs) {
+                settle(any.open, key);
+                settle(any.intents, key);
+            }
+        }
+    }
+    return runs;
+}
+
+bool holds(const std::vector<CameraKey> &keys, const CameraKey &key)
+{
+    return std::ranges::any_of(keys, [&](const CameraKey &one) { return one.isSame(key); });
+}
+
+// Of several intents for one camera the oldest tells how its lock stood before any of them.
+Unsettled whatIsLeft(const std::vector<RunState> &runs)
+{
+    Unsettled left;
+    for (const RunState &run : runs) {
+        std::ranges::remove_copy_if(run.intents, std::back_inserter(left.intents),
+                                    [&](const CameraKey &key) { return holds(left.intents, key); });
+        if (!run.hasEnded)
+            std::ranges::remove_copy_if(run.open, std::back_inserter(left.notReached),
+                                        [&](const CameraKey &key) { return holds(run.intents, key); });
+        if (!run.intents.empty() || (!run.hasEnded && !run.open.empty()))
+            left.runs.push_back(run.id);
+    }
+    return left;
+}
+
+} // namespace
+
+CameraKey::CameraKey(const Camera &camera)
+    : serial(shown(camera.serial)),
+      mac(camera.mac ? QString::fromStdString(formatMacAddress(*camera.mac)) : QString()),
+      model(shown(camera.model)),
+      id(shown(camera.place.id))
+{}
+
+CameraKey::CameraKey(const QJsonObject &line)
+    : serial(line.value(QStringLiteral("serial")).toString()),
+      mac(line.value(QStringLiteral("mac")).toString()),
+      model(line.value(QStringLiteral("model")).toString()),
+      id(line.value(QStringLiteral("id")).toString())
+{
+    const QString word = line.value(lockKey).toString();
+    for (const Lock state : {Lock::Locked, Lock::Unlocked}) {
+        if (word == QLatin1String(wordOf(state)))
+            lock = state;
+    }
+}
+
+QJsonObject CameraKey::toJson() const
+{
+    return {{QStringLiteral("serial"), serial},
+            {QStringLiteral("mac"), mac},
+            {QStringLiteral("model"), model},
+            {QStringLiteral("id"), id}};
+}
+
+bool CameraKey::isSame(const CameraKey &other) const
+{
+    if (!mac.isEmpty() && !other.mac.isEmpty())
+        return mac == other.mac;
+    if (serial.isEmpty() && other.serial.isEmpty())
+        return id == other.id;
+    return serial == other.serial && model == other.model;
+}
+
+Reason journalReason(const JournalError &error)
+{
+    return {ReasonCode::Journal, error.what(), "Make room for the journal."};
+}
+
+QString Journal::defaultPath()
+{
+    return platform::stateFolder() + QStringLiteral("/torvane/journal.jsonl");
+}
+
+void Journal::makeFolder() const
+{
+    const QString folder = QFileInfo(file).path();
+    if (QFileInfo::exists(folder))
+        return;
+    if (!QDir().mkpath(folder))
+        throw JournalError("The folder of the journal, '" + folder.toStdString() + "', can't be made.");
+    QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
+Journal::Journal(const QString &path) : file(path)
+{
+    if (file.exists())
+        read();
+}
+
+void Journal::read()
+{
+    if (!file.open(QIODevice::ReadOnly))
+        fail(file, QStringLiteral("can't be read: ") + file.errorString());
+    for (int number = 1; !file.atEnd(); ++number) {
+        const QByteArray text = file.readLine();
+        const QJsonDocument line = QJsonDocument::fromJson(text);
+        if (line.isObject() && text.endsWith('\n')) {
+            lines.push_back(line.object());
+            continue;
+        }
+        if (!file.atEnd())
+            fail(file, QStringLiteral("is damaged in line %1").arg(number));
+        warnings_.push_back("The last line of the journal '" + file.fileName().toStdString() +
+                            "' is damaged and passed over: a run was ended while it wrote it.");
+        mustRewrite = true;
+    }
+    file.close();
+    unsettled_ = whatIsLeft(changeRuns(lines));
+    dropOldRuns();
+}
+
+// A run goes when it has ended, has left nothing, and is older than a year.
+void Journal::dropOldRuns()
+{
+    const QDateTime oldest = QDateTime::currentDateTimeUtc().addYears(-1);
+    std::set<QString> old;
+    for (const QJsonObject &line : lines) {
+        const QString id = line.value(runKey).toString();
+        const QDateTime time = QDateTime::fromString(line.value(timeKey).toString(), Qt::ISODateWithMs);
+        if (isEvent(line, runEvent) && time.isValid() && time < oldest &&
+            std::ranges::find(unsettled_.runs, id) == unsettled_.runs.end())
+            old.insert(id);
+    }
+    const auto isOld = [&](const QJsonObject &line) { return old.contains(line.value(runKey).toString()); };
+    mustRewrite = std::erase_if(lines, isOld) > 0 || mustRewrite;
+}
+
+bool Journal::hasUnsettledIntent(const Camera &camera) const
+{
+    const CameraKey key(camera);
+    return holds(unsettled_.intents, key);
+}
+
+void Journal::beginRun(const QString &newRun, Action newAction, const std::vector<Camera> &cameras)
+{
+    run = newRun;
+    action = newAction;
+    openForWriting();
+    QJsonArray keys;
+    for (const Camera &camera : cameras)
+        keys.append(CameraKey(camera).toJson());
+    append({{eventKey, runEvent},
+            {QStringLiteral("host"), hostName()},
+            {actionKey, QLatin1String(wordOf(action))},
+            {camerasKey, keys}});
+}
+
+// What was passed over or is too old is left out first: a line that is appended to a damaged one would be lost with it.
+void Journal::openForWriting()
+{
+    makeFolder();
+    if (mustRewrite) {
+        QSaveFile fresh(file.fileName());
+        if (!fresh.open(QIODevice::WriteOnly) || !fresh.setPermissions(QFile::ReadOwner | QFile::WriteOwner))
+            fail(file, QStringLiteral("can't be written: ") + fresh.errorString());
+        for (const QJsonObject &line : lines)
+            fresh.write(jsonLine(line));
+        if (!fresh.commit())
+            fail(file, QStringLiteral("can't be written: ") + fresh.errorString());
+        mustRewrite = false;
+    }
+    const bool isNew = !file.exists();
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered))
+        fail(file, QStringLiteral("can't be written: ") + file.errorString());
+    if (isNew)
+        file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+}
+
+void Journal::tellIntent(const Camera &camera)
+{
+    QJsonObject line = CameraKey(camera).toJson();
+    line[eventKey] = intentEvent;
+    line[lockKey] = QLatin1String(wordOf(camera.lock));
+    append(line);
+}
+
+void Journal::tellOutcome(const Camera &camera, const Outcome &outcome)
+{
+    QJsonObject line = CameraKey(camera).toJson();
+    line[eventKey] = outcomeEvent;
+    line[QStringLiteral("result")] = QLatin1String(wordOf(outcome.result));
+    line[QStringLiteral("in_force")] =
+        outcome.inForce ? QJsonValue(QLatin1String(wordOf(*outcome.inForce))) : QJsonValue();
+    line[QStringLiteral("reason")] =
+        outcome.reason ? QJsonValue(QLatin1String(wordOf(outcome.reason->code))) : QJsonValue();
+    append(line);
+}
+
+void Journal::endRun(Status status)
+{
+    append({{eventKey, endEvent}, {statusKey, static_cast<int>(status)}});
+}
+
+void Journal::endRuns(const std::vector<QString> &runs)
+{
+    const QString present = std::exchange(run, QString());
+    for (const QString &other : runs)
+        append({{eventKey, endEvent}, {runKey, other}, {QStringLiteral("taken_over_by"), present}});
+    run = present;
+}
+
+void Journal::append(QJsonObject line)
+{
+    if (!run.isEmpty())
+        line[runKey] = run;
+    line[timeKey] = utcNow();
+    if (const QByteArray text = jsonLine(line);
+        file.write(text) != text.size() || !platform::syncFile(file.handle()))
+        fail(file, QStringLiteral("can't be written: ") + file.errorString());
+}
+
+} // namespace fleet

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#include "Interruption.h"
+
+#include <atomic>
+#include <csignal>
+
+namespace fleet::platform {
+
+namespace {
+
+std::atomic<bool> interrupted = false;
+static_assert(std::atomic<bool>::is_always_lock_free, "a signal handler sets it");
+
+void onSignal(int)
+{
+    interrupted = true;
+}
+
+} // namespace
+
+void watchInterruption()
+{
+    struct sigaction action = {};
+    action.sa_handler = onSignal;
+    action.sa_flags = SA_RESTART; // no call of a producer fails because of it
+    sigaction(SIGINT, &action, nullptr);
+    sigaction(SIGTERM, &action, nullptr);
+}
+
+bool isInterrupted()
+{
+    return interrupted;
+}
+
+} // namespace fleet::platform
