@@ -1,0 +1,209 @@
+// SPDX-License-Identifier: MIT
+// torvane verify, unlock, lock and reset over simulated cameras; and what stops any run.
+#include "Fleet.h"
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+const QString all = QStringLiteral("--all");
+const QString verify = QStringLiteral("verify");
+const QString passwordFile = QStringLiteral("--password-file");
+const QString passwords = QStringLiteral("--passwords");
+const QString serial = QStringLiteral("--serial");
+
+std::string mixed()
+{
+    return cameras(camera("A1") + camera("A2", "password = \"other\"") + camera("A3", "lock = \"unlocked\"") +
+                   camera("A4", "lock = \"none\"") + camera("A5", "access = \"busy\"") +
+                   camera("A6", "access = \"readonly\""));
+}
+
+TEST(ActionRun, VerifyProvesAndLeavesTheLockAsItWas)
+{
+    const Fleet fleet(mixed());
+    const Ended run = fleet.act({verify, all, passwordFile, fleet.file("p", "hunter22")});
+    EXPECT_THAT(run.outcomes(), ElementsAre("A1 done", "A2 failed wrong_password", "A3 not_proved unlocked",
+                                            "A4 skipped no_lock", "A5 failed held", "A6 failed read_only"));
+    EXPECT_EQ(run.status, 3);
+    EXPECT_EQ(run.summary("selected"), 6);
+    EXPECT_EQ(run.summary("failed"), 4);
+    EXPECT_EQ(fleet.opens("A1", "3"), 1);
+    EXPECT_EQ(fleet.opens("A1", "2"), 0);
+    EXPECT_EQ(run.lines()[0].value(QStringLiteral("lock")).toString(), QStringLiteral("locked"));
+    EXPECT_EQ(run.lines()[0].value(QStringLiteral("password")).toString(), QStringLiteral("user"));
+    EXPECT_TRUE(run.lines()[0].value(QStringLiteral("mac")).isString());
+    EXPECT_THAT(run.output + run.errors + fleet.journal(), Not(HasSubstr("hunter22")));
+    EXPECT_EQ(fleet.states()[0], "A1 locked user");
+    EXPECT_EQ(fleet.states()[2], "A3 unlocked user");
+}
+
+TEST(ActionRun, StatusesOfRunsThatDidNothing)
+{
+    const Fleet fleet(mixed());
+    const QString wrong = fleet.file("p", "wrong");
+    struct Row
+    {
+        QStringList arguments;
+        int status;
+        std::vector<std::string> outcomes;
+    };
+    for (const Row &row :
+         {Row{{verify, serial, QStringLiteral("A[12]"), passwordFile, wrong}, 4, {}},
+          {{verify, serial, QStringLiteral("A1"), serial, QStringLiteral("A2"), passwordFile, wrong},
+           7,
+           {"A1 failed wrong_password", "A2 failed wrong_password"}},
+          {{verify, serial, QStringLiteral("A5"), passwordFile, wrong}, 5, {"A5 failed held"}},
+          {{QStringLiteral("lock"), serial, QStringLiteral("A4")}, 1, {"A4 failed no_lock"}},
+          {{QStringLiteral("lock"), serial, QStringLiteral("A1")}, 0, {"A1 unchanged"}},
+          {{QStringLiteral("lock")}, 2, {}},
+          {{verify, serial, QStringLiteral("A1")}, 2, {"A1 refused no_secret"}},
+          {{verify, all, passwordFile, QStringLiteral("-"), passwords, QStringLiteral("-")}, 2, {}},
+          {{QStringLiteral("reset"), serial, QStringLiteral("A1")}, 2, {}}}) {
+        const Ended run = fleet.act(row.arguments);
+        EXPECT_EQ(run.status, row.status) << row.arguments.join(' ').toStdString() << run.errors;
+        EXPECT_EQ(run.outcomes(), row.outcomes) << row.arguments.join(' ').toStdString();
+    }
+    EXPECT_EQ(fleet.states()[0], "A1 locked user");
+}
+
+TEST(ActionRun, ALockIsOpenedAndClosedWithProof)
+{
+    const Fleet fleet(mixed());
+    const QString file = fleet.file("p", R"({"serial": "A1", "current": "hunter22"})");
+    EXPECT_THAT(
+        fleet.act({QStringLiteral("unlock"), serial, QStringLiteral("A1"), passwords, file}).outcomes(),
+        ElementsAre("A1 done"));
+    EXPECT_EQ(fleet.states()[0], "A1 unlocked user");
+    const Ended again = fleet.act({QStringLiteral("lock"), QStringLiteral("--unlocked")});
+    EXPECT_THAT(again.outcomes(), ElementsAre("A1 done", "A3 done"));
+    EXPECT_EQ(fleet.states()[0], "A1 locked user");
+}
+
+TEST(ActionRun, ALockThatCouldNotBeReadIsPutBackAllTheSame)
+{
+    Fleet fleet(cameras(camera("A1")));
+    // The reads: at the open, before the work, and after the password was sent.
+    fleet.simulator.failNth("GCReadPort", -1011, 3, 1, "address = 0x50001000\n");
+    const Ended run = fleet.act({verify, all, passwordFile, fleet.file("p", "hunter22")});
+    EXPECT_THAT(run.outcomes(), ElementsAre("A1 failed read_failed"));
+    EXPECT_EQ(fleet.states()[0], "A1 locked user");
+}
+
+TEST(ActionRun, RelockProvesThePasswordOfAnUnlockedCamera)
+{
+    const Fleet fleet(cameras(camera("A1", "lock = \"unlocked\"") +
+                              camera("A2", "lock = \"unlocked\"\npassword = \"other\"")));
+    const Ended run =
+        fleet.act({verify, all, QStringLiteral("--relock"), passwordFile, fleet.file("p", "hunter22")});
+    EXPECT_THAT(run.outcomes(), ElementsAre("A1 done", "A2 failed wrong_password"));
+    EXPECT_THAT(fleet.states(), ElementsAre("A1 unlocked user", "A2 locked user"));
+}
+
+TEST(ActionRun, AResetCameraComesBackOnItsFactoryPassword)
+{
+    const Fleet fleet(cameras(camera("A1", "reboot_ms = 300") + camera("A2")));
+    const Ended run =
+        fleet.act({QStringLiteral("reset"), serial, QStringLiteral("A1"), QStringLiteral("--yes")});
+    EXPECT_THAT(run.outcomes(), ElementsAre("A1 done"));
+    EXPECT_EQ(run.lines()[0].value(QStringLiteral("password")).toString(), QStringLiteral("factory"));
+    EXPECT_THAT(fleet.states(), ElementsAre("A1 locked factory", "A2 locked user"));
+    EXPECT_EQ(fleet.opens("A2", "3"), 0);
+}
+
+TEST(ActionRun, AFileThatOthersCanReadHoldsNoSecret)
+{
+    const Fleet fleet(cameras(camera("A1")));
+    const QString file = fleet.file("p", "hunter22");
+    std::filesystem::permissions(file.toStdString(), std::filesystem::perms::group_read,
+                                 std::filesystem::perm_options::add);
+    const Ended run = fleet.act({verify, all, passwordFile, file});
+    EXPECT_EQ(run.status, 2);
+    EXPECT_THAT(run.errors, HasSubstr("chmod 600 '" + file.toStdString() + "'"));
+    EXPECT_EQ(run.summary("status"), 2);
+    EXPECT_TRUE(fleet.simulator.calls("IFOpenDevice").empty());
+}
+
+TEST(ActionRun, ADryRunOpensNothingForWritingAndLeavesNothing)
+{
+    const Fleet fleet(mixed());
+    const QString audit = fleet.file("audit", "");
+    const Ended run =
+        fleet.act({QStringLiteral("lock"), all, QStringLiteral("-n"), QStringLiteral("--audit"), audit});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.summary("done"), 6);
+    EXPECT_EQ(run.outcomes()[0], "A1 would");
+    EXPECT_THAT(fleet.simulator.calls("IFOpenDevice"), IsEmpty());
+    EXPECT_EQ(fleet.journal(), "");
+    EXPECT_EQ(std::filesystem::file_size(audit.toStdString()), 0U);
+}
+
+TEST(ActionRun, OneRunAtATimeWrites)
+{
+    const Fleet fleet("[producer]\nlatency_ms = 100\n" + cameras(camera("A1") + camera("A2") + camera("A3")));
+    QProcess first;
+    fleet.start(first, {QStringLiteral("lock"), all, QStringLiteral("--json"), QStringLiteral("--wait"),
+                        QStringLiteral("90")});
+    ASSERT_TRUE(first.waitForReadyRead(60'000));
+    const Ended second = fleet.run({QStringLiteral("lock"), all, QStringLiteral("--json")});
+    EXPECT_EQ(second.status, 6);
+    EXPECT_EQ(second.summary("status"), 6);
+    EXPECT_EQ(fleet.run({QStringLiteral("list"), QStringLiteral("--quick")}).status, 0);
+    first.waitForFinished(60'000);
+    EXPECT_EQ(first.exitCode(), 0);
+}
+
+TEST(ActionRun, NoCameraChoosesWhoseSecretItIsSentOrWhatIsRun)
+{
+    const Fleet fleet(cameras(camera("--help", "id = \"1\"") + camera("../x", "id = \"2\"") +
+                              camera("$(touch x)", "id = \"3\"") +
+                              camera(std::string(255, 'x'), "id = \"4\"") + camera("B1")));
+    const Ended run =
+        fleet.act({verify, all, QStringLiteral("--password-command"), QStringLiteral("echo {serial}")});
+    EXPECT_EQ(run.status, 2);
+    EXPECT_THAT(run.outcomes(), ElementsAre("$(touch x) refused no_secret", "--help refused no_secret",
+                                            "../x refused no_secret", "B1 skipped not_reached",
+                                            std::string(255, 'x') + " skipped not_reached"));
+    EXPECT_TRUE(fleet.simulator.calls("GCWritePort").empty());
+}
+
+TEST(ActionRun, TwoCamerasOfOneSerialNumberAreToldApartByTheirIdentifiers)
+{
+    const Fleet fleet(cameras(camera("A1") + camera("A1", "id = \"twin\"", "02:00:00:00:00:99")));
+    const QString file = fleet.file("p", R"({"serial": "A1", "current": "hunter22"})");
+    for (const QStringList &chosen :
+         {QStringList{serial, QStringLiteral("A1")}, {QStringLiteral("--id"), QStringLiteral("twin")}}) {
+        const Ended run = fleet.act(QStringList{verify} + chosen + QStringList{passwords, file});
+        EXPECT_EQ(run.status, 2);
+        EXPECT_THAT(run.output, HasSubstr("A1 (SimCam), twin (SimCam)"));
+    }
+    EXPECT_TRUE(fleet.simulator.calls("GCWritePort").empty());
+    EXPECT_THAT(fleet
+                    .act({verify, serial, QStringLiteral("A1"), QStringLiteral("--id"),
+                          QStringLiteral("twin"), passwordFile, fleet.file("q", "hunter22")})
+                    .outcomes(),
+                ElementsAre("A1 done"));
+    EXPECT_EQ(fleet.opens("A1", "3"), 0);
+}
+
+TEST(ActionRun, ACameraThatAnswersZeroGetsNoSecret)
+{
+    const Fleet fleet(cameras(camera("A1", "lock_state_value = 0\npassword_state_value = 0\nip = \"0.0.0.0\"",
+                                     "00:00:00:00:00:00")));
+    const QString file = fleet.file("p", "hunter22");
+    EXPECT_THAT(fleet.act({verify, all, passwordFile, file}).outcomes(),
+                ElementsAre("A1 not_proved unlocked"));
+    EXPECT_THAT(fleet.act({verify, all, QStringLiteral("--relock"), passwordFile, file}).outcomes(),
+                ElementsAre("A1 failed write_failed"));
+    for (const std::string &line : fleet.simulator.portTraffic())
+        EXPECT_THAT(line, Not(HasSubstr("write 0x5000204")));
+}
+
+} // namespace

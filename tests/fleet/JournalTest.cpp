@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: MIT
+// What the journal knows after runs that ended in all sorts of ways.
+#include "Journal.h"
+
+#include <gmock/gmock.h>
+
+#include <QDateTime>
+#include <QFile>
+#include <QTemporaryDir>
+
+namespace fleet {
+
+namespace {
+
+using testing::HasSubstr;
+
+class JournalTest : public testing::Test
+{
+protected:
+    JournalTest()
+    {
+        for (const char *serial : {"A1", "A2", "A3"}) {
+            Camera &camera = cameras.emplace_back();
+            camera.serial = serial;
+            camera.model = "M";
+            camera.lock = Lock::Locked;
+        }
+    }
+
+    /// A run over all, of which the first changed, the second has an intent, and the third was not reached.
+    void beginRun(const char *id)
+    {
+        Journal journal(path);
+        journal.beginRun(QLatin1String(id), Action::Change, cameras);
+        journal.tellIntent(cameras[0]);
+        journal.tellOutcome(cameras[0], {Result::Done, InForce::New, {}, {}});
+        journal.tellIntent(cameras[1]);
+    }
+
+    QByteArray text() const
+    {
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        return file.readAll();
+    }
+
+    void write(const QByteArray &bytes) const
+    {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+    }
+
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("state/journal.jsonl"));
+    std::vector<Camera> cameras;
+};
+
+TEST_F(JournalTest, TellsWhatAKilledRunHasLeft)
+{
+    beginRun("r1");
+    EXPECT_EQ(QFile::permissions(path) & (QFile::ReadGroup | QFile::ReadOther | QFile::WriteGroup), 0);
+    const Journal journal(path);
+    ASSERT_EQ(journal.unsettled().intents.size(), 1U);
+    EXPECT_EQ(journal.unsettled().intents[0].serial, QStringLiteral("A2"));
+    EXPECT_EQ(journal.unsettled().intents[0].lock, Lock::Locked);
+    ASSERT_EQ(journal.unsettled().notReached.size(), 1U);
+    EXPECT_EQ(journal.unsettled().notReached[0].serial, QStringLiteral("A3"));
+    EXPECT_FALSE(journal.hasUnsettledIntent(cameras[0]));
+    EXPECT_TRUE(journal.hasUnsettledIntent(cameras[1]));
+    cameras[1].model = "N";
+    EXPECT_FALSE(journal.hasUnsettledIntent(cameras[1])) << "another camera of that serial number";
+}
+
+TEST_F(JournalTest, ALaterRunSettlesTheCamerasOfAnEarlierOne)
+{
+    beginRun("r1");
+    cameras[1].lock = Lock::Unlocked; // as the killed run left it
+    beginRun("r2");
+    EXPECT_EQ(Journal(path).unsettled().intents.at(0).lock, Lock::Locked) << "as it stood before both";
+    {
+        Journal journal(path);
+        journal.beginRun(QStringLiteral("r3"), Action::Change, cameras);
+        journal.endRuns(journal.unsettled().runs);
+        for (const Camera &camera : cameras)
+            journal.tellOutcome(camera, {Result::Done, InForce::New, {}, {}});
+        journal.endRun(Status::Done);
+    }
+    const Journal journal(path);
+    EXPECT_TRUE(journal.unsettled().intents.empty());
+    EXPECT_TRUE(journal.unsettled().notReached.empty());
+    EXPECT_TRUE(journal.unsettled().runs.empty());
+}
+
+TEST_F(JournalTest, PassesOverADamagedLastLineAndNoOther)
+{
+    beginRun("r1");
+    const QByteArray whole = text();
+    write(whole + "{\"event\": \"outc");
+    {
+        Journal journal(path);
+        ASSERT_EQ(journal.warnings().size(), 1U);
+        EXPECT_THAT(journal.warnings()[0], HasSubstr("damaged"));
+        journal.beginRun(QStringLiteral("r2"), Action::Change, cameras);
+    }
+    EXPECT_TRUE(Journal(path).warnings().empty()) << "the next line was not glued to it";
+    EXPECT_EQ(Journal(path).unsettled().intents.size(), 1U);
+    write("{\"event\n" + whole);
+    EXPECT_THROW(Journal{path}, JournalError);
+}
+
+TEST_F(JournalTest, ForgetsSettledRunsAfterAYearAndNoOthers)
+{
+    beginRun("settled");
+    {
+        Journal journal(path);
+        journal.beginRun(QStringLiteral("r2"), Action::Change, {cameras[1], cameras[2]});
+        journal.tellOutcome(cameras[1], {Result::Done, InForce::New, {}, {}});
+        journal.tellOutcome(cameras[2], {Result::Done, InForce::New, {}, {}});
+        journal.endRun(Status::Done);
+    }
+    beginRun("left");
+    const QByteArray year = QByteArray::number(QDateTime::currentDateTimeUtc().date().year());
+    write(text().replace("\"time\":\"" + year, "\"time\":\"" + QByteArray::number(year.toInt() - 2)));
+    Journal(path).beginRun(QStringLiteral("now"), Action::Lock, {});
+    const QByteArray kept = text();
+    EXPECT_FALSE(kept.contains("\"settled\""));
+    EXPECT_TRUE(kept.contains("\"left\""));
+}
+
+} // namespace
+
+} // namespace fleet
