@@ -11,6 +11,9 @@ torvane_build_packages=(
     g++ cmake ninja-build pkg-config
     libcli11-dev libpugixml-dev libtomlplusplus-dev libzip-dev
 )
+# The fleet program's (TORVANE_BUILD_FLEET), of Qt the core only.
+# shellcheck disable=SC2034 # for the scripts that build or test it
+torvane_fleet_packages=(qtbase5-dev libutf8proc-dev)
 # The window's; the console does without (TORVANE_BUILD_GUI=OFF).
 # shellcheck disable=SC2034 # for the scripts that build or test it
 torvane_gui_packages=(qtbase5-dev)
