@@ -25,6 +25,9 @@ Written by `scripts/trial-fleet`; not to be edited. Whole runs of the release ov
 what is true of a camera is taken from the simulator's state and log, not from the program.
 
 {processors} processors, {date}, seed {seed}{scale}.
+
+Not run: serial numbers that are no UTF-8, which a configuration of the simulator can't hold; a firmware version that is
+none stood on the rogue floor.
 """
 
 
@@ -33,7 +36,7 @@ def page(results, options):
     print(HEADING.format(processors=os.cpu_count(), date=datetime.date.today(), seed=options.seed, scale=scale))
     missing = [name for name in TRIALS if name not in results]
     if missing:
-        print(f"Not run: {', '.join(missing)}.\n")
+        print(f"Not run either: {', '.join(missing)}.\n")
     for trial, seconds, about in results.values():
         print(f"## {trial.title}\n\n{about.strip()}\n\n| What | Found |\n|---|---|")
         for what, value in trial.figures:
@@ -49,7 +52,7 @@ def page(results, options):
 def main():
     parser = argparse.ArgumentParser(prog="scripts/trial-fleet", description=__doc__)
     parser.add_argument("trials", nargs="*", metavar="TRIAL", help=f"which of {', '.join(TRIALS)}; all of them if none")
-    parser.add_argument("--short", action="store_true", help="a tenth of it, in a minute")
+    parser.add_argument("--short", action="store_true", help="a tenth of it, in less than a minute")
     parser.add_argument("--seed", type=int, default=20261125, help="of what is random (default %(default)s)")
     parser.add_argument("--keep", action="store_true", help="keep the folder of the runs")
     options = parser.parse_args()

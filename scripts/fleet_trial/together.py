@@ -6,7 +6,7 @@ import time
 
 from floor import PATIENCE_S, Floor, Trial, numbered
 
-LATENCY_MS = 5
+LATENCY_MS = 8  # so that the first rotation takes longer than the last instant below
 AT_ONCE = 8  # lists
 
 
