@@ -6,6 +6,7 @@
 //     length 200
 //     name camera.xml
 //     code -1004
+#include "CNodeMapFactory.h"
 #include "FuzzTarget.h"
 #include "GenTL_Interface.h"
 #include "GenTL_PortInterface.h"
@@ -65,7 +66,8 @@ std::string play(Script &script, const std::string &bytes)
     return url;
 }
 
-/// A URL as the standard writes it must have led to a read of that place.
+/// A URL as the standard writes it must have led to a read of that place, unless no description is as long as it says:
+/// then nothing is read.
 void requireReadOf(const std::string &url, const Script &script)
 {
     static const std::regex standard{
@@ -80,7 +82,8 @@ void requireReadOf(const std::string &url, const Script &script)
         return;
     const std::string read =
         "GCReadPort(7, " + std::to_string(number(1)) + ", " + std::to_string(number(2)) + ")";
-    require(std::ranges::count(script.calls, read) == 1, "no " + read);
+    const int reads = number(2) > GenApi_3_2_TVN::largestDescription ? 0 : 1;
+    require(std::ranges::count(script.calls, read) == reads, "not " + std::to_string(reads) + " of " + read);
 }
 
 void open(GenTL_Interface &producer)
