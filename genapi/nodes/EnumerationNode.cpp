@@ -166,7 +166,9 @@ Number EnumerationNode::readNumber(Reading reading)
 
 bool EnumerationNode::isSelfClearing(std::int64_t present) const
 {
-    return std::ranges::any_of(entries.withValue(present),
+    const std::span<const std::size_t> places = entries.withValue(present);
+    map().trail().spend(places.size());
+    return std::ranges::any_of(places,
                                [this](std::size_t place) { return entries.all()[place].isSelfClearing; });
 }
 
@@ -189,6 +191,7 @@ void EnumerationNode::setQuantity(const char *by, double wanted)
     const Trail::Step step{map().trail(), *this, Aspect::Write, by};
     EnumEntryNode *nearest = nullptr;
     double distance = std::numeric_limits<double>::infinity();
+    map().trail().spend(entries.all().size());
     NodeList_t nodes;
     GetEntries(nodes);
     for (INode *const node : nodes) {
@@ -207,6 +210,7 @@ void EnumerationNode::setQuantity(const char *by, double wanted)
 
 std::pair<double, double> EnumerationNode::quantities()
 {
+    map().trail().spend(entries.all().size());
     NodeList_t nodes;
     GetEntries(nodes);
     if (nodes.empty())

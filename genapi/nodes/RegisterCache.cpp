@@ -22,14 +22,16 @@ RegisterCache::Known *RegisterCache::find(const Place &place, Handle &handle)
 void RegisterCache::keep(const Place &place, std::span<const std::uint8_t> bytes, bool isNew, Handle &handle)
 {
     if (bytes.size() > limits::cachedRegisterLength) {
-        changedIn = trail.call(); // nobody knows
+        changedIn = trail.call() + 1; // nobody knows
         return;
     }
     const auto [slot, isAdded] = places.try_emplace(place);
     Known &known = slot->second;
     const auto toByte = [](char byte) { return static_cast<std::uint8_t>(byte); };
-    if (isNew || !std::ranges::equal(known.bytes, bytes, {}, toByte))
-        changedIn = trail.call();
+    if (isNew)
+        changedIn = std::max(changedIn, trail.call());
+    else if (!std::ranges::equal(known.bytes, bytes, {}, toByte))
+        changedIn = trail.call() + 1; // also of what this call has read before
     known.bytes.assign(bytes.begin(), bytes.end());
     known.call = trail.call();
     known.writes = writes;

@@ -63,7 +63,7 @@ public:
     }
     /// Nothing was written and nothing dropped since.
     bool isOfNow(const Known &known) const { return known.generation == generation; }
-    /// No later call has found a register changed.
+    /// Neither its call nor a later one has found a register changed.
     bool isOfLastChange(const Known &known) const { return known.call >= changedIn; }
     /// Milliseconds that Poll() has counted since.
     std::uint64_t age(const Known &known) const { return clock - known.pollClock; }
@@ -90,7 +90,7 @@ private:
     std::uint64_t writes = 0;
     std::uint64_t generation = 0;
     std::uint64_t clock = 0;
-    std::uint64_t changedIn = 0; ///< the last call that found a register to hold something else than before
+    std::uint64_t changedIn = 0; ///< earlier calls have read before a register changed
 };
 
 } // namespace GenApi_3_2_TVN

@@ -81,4 +81,19 @@ TEST(Register, IsNoLongerThanItWasWhenItWasAsked)
     EXPECT_EQ(camera.text("Text"), "ab");
 }
 
+/// An invalidator that changes between two reads of one call.
+TEST(Register, IsNotKeptWhenItsOwnCallFindsAChange)
+{
+    GrowingPort port;
+    Camera camera{element("IntReg", "Live", at(64, 2, "<Cachable>NoCache</Cachable>")) +
+                  reg("Dependent", 64, "<pInvalidator>Live</pInvalidator>") +
+                  "<IntSwissKnife Name='Both'><pVariable Name='D'>Dependent</pVariable>"
+                  "<pVariable Name='L'>Live</pVariable><Formula>D * 1000 + L</Formula></IntSwissKnife>"};
+    camera.nodeMap._Connect(static_cast<IPort *>(&port));
+    EXPECT_EQ(camera.value("Live"), 0);
+    port.set(64, {0});
+    EXPECT_EQ(camera.value("Both"), 200);
+    EXPECT_EQ(camera.value("Dependent"), 200);
+}
+
 } // namespace
