@@ -23,6 +23,9 @@ bool isSameCamera(const Camera &one, const Camera &other)
         return false;
     if (one.mac && other.mac)
         return *one.mac == *other.mac;
+    // Who was asked and tells none is not the one that tells it.
+    if ((one.mac && other.wasLooked) || (other.mac && one.wasLooked))
+        return false;
     return !one.serial.empty() && one.serial == other.serial && one.model == other.model;
 }
 

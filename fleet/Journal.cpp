@@ -302,9 +302,13 @@ void Journal::append(QJsonObject line)
     if (!run.isEmpty())
         line[runKey] = run;
     line[timeKey] = utcNow();
+    const qint64 end = file.size();
     if (const QByteArray text = jsonLine(line);
-        file.write(text) != text.size() || !platform::syncFile(file.handle()))
-        fail(file, QStringLiteral("can't be written: ") + file.errorString());
+        file.write(text) != text.size() || !platform::syncFile(file.handle())) {
+        const QString fault = file.errorString();
+        file.resize(end); // the next line would be lost with what has got there of this one
+        fail(file, QStringLiteral("can't be written: ") + fault);
+    }
 }
 
 } // namespace fleet

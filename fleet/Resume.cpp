@@ -58,7 +58,8 @@ private:
             throwIfInterrupted();
             if (!camera.wasLooked)
                 lookInto(camera);
-            if (CameraKey(camera).isSame(key))
+            const bool hidesMac = camera.wasLooked && !camera.mac && !key.mac.isEmpty();
+            if (!hidesMac && CameraKey(camera).isSame(key))
                 return &camera;
         }
         return nullptr;

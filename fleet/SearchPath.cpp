@@ -20,15 +20,17 @@ QFileInfo infoOf(std::string_view path)
     return QFileInfo(QString::fromUtf8(path.data(), static_cast<int>(path.size())));
 }
 
-/// The place of a comma or a blank in \p text that stands between two folders which exist.
+/// The place of a comma or a blank in \p text that stands between two folders which exist, of two or more.
 std::size_t wrongSeparator(std::string_view text)
 {
     constexpr std::string_view suspects = ", \t";
     for (std::size_t at = text.find_first_of(suspects); at != std::string_view::npos;
          at = text.find_first_of(suspects, at + 1)) {
         const std::size_t next = text.find_first_not_of(suspects, at);
-        if (next != std::string_view::npos && infoOf(text.substr(0, at)).isDir() &&
-            infoOf(text.substr(next)).isDir())
+        if (next == std::string_view::npos || !infoOf(text.substr(0, at)).isDir())
+            continue;
+        const std::string_view rest = text.substr(next);
+        if (infoOf(rest).isDir() || wrongSeparator(rest) != std::string_view::npos)
             return at;
     }
     return std::string_view::npos;
