@@ -12,7 +12,7 @@ struct Sequence
 {
     unsigned char firstLead;
     unsigned char lastLead;
-    std::size_t length;
+    unsigned char length;
     unsigned char leastSecond;
     unsigned char greatestSecond;
 };
