@@ -59,7 +59,7 @@ class Producer:
 
     def __init__(self):
         folder = os.environ["GENICAM_GENTL64_PATH"].split(":")[0]
-        self.library = ctypes.CDLL(os.path.join(folder, "torvane_sim.cti"))
+        self.module = ctypes.CDLL(os.path.join(folder, "torvane_sim.cti"))
         changed = ctypes.c_uint8()
         self.interface, layer = ctypes.c_void_p(), ctypes.c_void_p()
         self.call("GCInitLib")
@@ -69,7 +69,7 @@ class Producer:
         self.call("IFUpdateDeviceList", self.interface, ctypes.byref(changed), ALL_MS)
 
     def call(self, function, *arguments):
-        code = getattr(self.library, function)(*arguments)
+        code = getattr(self.module, function)(*arguments)
         if code != 0:
             raise RuntimeError(f"{function}() failed with code {code}")
 
@@ -95,7 +95,7 @@ def replay():
     calls = [Call(**(call | {"written": bytes.fromhex(call["written"])})) for call in json.loads(sys.stdin.read())]
     producer = Producer()
     open_cameras, size, buffer = {}, ctypes.c_size_t(), ctypes.create_string_buffer(1 << 20)
-    read, write = producer.library.GCReadPort, producer.library.GCWritePort
+    read, write = producer.module.GCReadPort, producer.module.GCWritePort
     begin = time.monotonic()
     for call in calls:
         if call.function == "IFOpenDevice":
