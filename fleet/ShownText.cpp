@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "ShownText.h"
 
+#include "VisibleText.h"
+
 #include <utf8proc.h>
 
 #include <cstddef>
@@ -33,41 +35,27 @@ bool isBidirectionalControl(utf8proc_int32_t codepoint)
            (codepoint >= 0x202a && codepoint <= 0x202e) || (codepoint >= 0x2066 && codepoint <= 0x2069);
 }
 
-bool isHarmless(utf8proc_int32_t codepoint)
-{
-    return codepoint >= 0 && utf8proc_category(codepoint) != UTF8PROC_CATEGORY_CC &&
-           !isBidirectionalControl(codepoint);
-}
-
 int widthOf(const Character &character)
 {
     return character.codepoint < 0 ? 1 : utf8proc_charwidth(character.codepoint);
-}
-
-void appendEscaped(std::string &shown, std::string_view bytes)
-{
-    constexpr std::string_view digits = "0123456789abcdef";
-    for (const char byte : bytes) {
-        const auto value = static_cast<unsigned char>(byte);
-        shown += "\\x";
-        shown += digits[value >> 4U];
-        shown += digits[value & 0xfU];
-    }
 }
 
 } // namespace
 
 std::string shownText(std::string_view bytes)
 {
+    const std::string visible = console::visibleText(bytes);
     std::string shown;
-    while (!bytes.empty()) {
-        const Character character = firstOf(bytes);
-        const std::string_view piece = bytes.substr(0, character.length);
-        if (isHarmless(character.codepoint))
+    for (std::string_view rest = visible; !rest.empty();) {
+        const Character character = firstOf(rest);
+        const std::string_view piece = rest.substr(0, character.length);
+        rest.remove_prefix(character.length);
+        if (!isBidirectionalControl(character.codepoint)) {
             shown += piece;
-        else
-            appendEscaped(shown, piece);
-        bytes.remove_prefix(character.length);
+            continue;
+        }
+        for (const char byte : piece) // by itself none of them is UTF-8
+            shown += console::visibleText({&byte, 1});
     }
     return shown;
 }
