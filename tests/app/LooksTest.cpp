@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a user sees of the window on desktops of 96 to 144 dpi, light and dark ones: no text is cut, and each stands
+// What a user sees of the window on desktops of 96 to 192 dpi, light and dark ones: no text is cut, and each stands
 // out from its background by 4.5 to 1 at least. Colours that style sheets and rows have of their own are not judged.
 //
 // Each desktop is a process of its own on a real X server. The dark one is KDE's as Qt reads it from its files.
@@ -190,7 +190,7 @@ void LooksTest::desktop_data()
 {
     QTest::addColumn<int>("dpi");
     QTest::addColumn<QString>("look");
-    for (const int dpi : {96, 100, 144})
+    for (const int dpi : {96, 100, 144, 192})
         for (const char *const look : {"light", "dark"})
             QTest::addRow("%d dpi, %s", dpi, look) << dpi << QString(look);
 }
