@@ -106,8 +106,8 @@ public:
     Session(unsigned seed, int changes)
         : CameraList(""), cables{Random(seed)}, random(seed + 1), changes(changes)
     {
-        model = window.findChild<DeviceItemModel *>();
-        list = window.findChild<DeviceListView *>();
+        model = window->findChild<DeviceItemModel *>();
+        list = window->findChild<DeviceListView *>();
         list->viewport()->installEventFilter(this);
         connect(list, &QAbstractItemView::activated, this, &Session::onActivated);
         connect(
@@ -115,7 +115,7 @@ public:
             Qt::DirectConnection);
         connect(&boxTimer, &QTimer::timeout, this, &Session::answerBox);
         boxTimer.start(1);
-        window.show();
+        window->show();
         list->setFocus();
         for (int pass = 0; pass < passesAhead; ++pass)
             startPass();
@@ -130,6 +130,14 @@ public:
                 act();
             rest();
         }
+    }
+
+    // Whatever came between, each camera and interface was closed in its turn.
+    void end()
+    {
+        window.reset();
+        expect(simulator.calls().back() == "GCCloseLib() = 0", "the producer stays loaded");
+        expect(simulator.openHandles() == 0, "handles stay open");
     }
 
     // The calls that open a camera for a panel or write to it, and that do not go to the one that was activated last.
@@ -246,8 +254,8 @@ private:
     void actOnList()
     {
         const QList<Qt::Key> keys{Qt::Key_Down, Qt::Key_Up, Qt::Key_End};
-        QWindow *const system = window.windowHandle();
-        const QPoint place = list->viewport()->mapTo(&window, drawPoint(*list->viewport()));
+        QWindow *const system = window->windowHandle();
+        const QPoint place = list->viewport()->mapTo(window.get(), drawPoint(*list->viewport()));
         const bool mayActivate = panelsMade * changesPerPanel <= changesMade;
         switch (random.draw(mayActivate ? 12 : 9)) {
         case 0:
@@ -334,7 +342,7 @@ private:
     {
         return {random.draw(widget.width()), random.draw(widget.height())};
     }
-    QList<PasswordWidget *> panels() const { return window.findChildren<PasswordWidget *>(); }
+    QList<PasswordWidget *> panels() const { return window->findChildren<PasswordWidget *>(); }
     PasswordWidget *shownPanel() const
     {
         for (PasswordWidget *panel : panels())
@@ -364,7 +372,8 @@ private:
     QString panelCamera;
     bool panelIsTold = false; // of a removal
 
-    MainWindow window; // goes before all that its last pass uses
+    // Goes before all that its last pass uses.
+    std::unique_ptr<MainWindow> window = std::make_unique<MainWindow>();
 };
 
 QMutex warningsMutex;
@@ -399,6 +408,7 @@ void StressTest::changes()
         const QtMessageHandler before = qInstallMessageHandler(keepWarning);
         session.emplace(seed, changes);
         session->run();
+        session->end();
         qInstallMessageHandler(before);
     }
     const QString strays = session->strayCalls().join('\n');
