@@ -6,7 +6,6 @@
 
 namespace GenApi_3_2_TVN {
 
-using GenICam_3_2_TVN::OutOfRangeException;
 using GenICam_3_2_TVN::PropertyException;
 
 double FloatValueNode::GetValue(bool verify, bool ignoreCache)

@@ -102,7 +102,7 @@ std::string NodeFormula::nameOf(const VariableUse &use) const
     using Property = VariableUse::Property;
     if (use.variable == inputVariable)
         return std::string{inputName};
-    const std::string name = shown(declaredName(use.variable));
+    std::string name = shown(declaredName(use.variable));
     switch (use.property) {
     case Property::Min:
         return name.ends_with(".Min") ? name : name + ".Min";

@@ -23,6 +23,19 @@ namespace {
 
 constexpr const char *sourceFileName = "GenApi/NodeMap";
 
+/// Holds a flag true as long as it lives.
+class Making
+{
+public:
+    explicit Making(bool &flag) : flag{flag} { flag = true; }
+    Making(const Making &) = delete;
+    Making &operator=(const Making &) = delete;
+    ~Making() { flag = false; }
+
+private:
+    bool &flag;
+};
+
 } // namespace
 
 NodeMap::NodeMap(std::shared_ptr<const Description> description, const gcstring &deviceName,
@@ -107,12 +120,7 @@ Node &NodeMap::nodeOf(pugi::xml_node element)
 
 std::unique_ptr<Node> NodeMap::make(pugi::xml_node element)
 {
-    struct Making
-    {
-        bool &flag;
-        ~Making() { flag = false; }
-    };
-    const Making making{isMaking = true};
+    const Making making{isMaking};
     return makeNode(*this, element);
 }
 
