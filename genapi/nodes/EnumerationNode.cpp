@@ -203,9 +203,18 @@ void EnumerationNode::setQuantity(const char *by, double wanted)
         distance = own;
     }
     if (nearest == nullptr)
-        fail<OutOfRangeException>(Number{wanted}.text() +
-                                  " is near the quantity of no entry that is available");
+        refuseQuantity(wanted);
     value.setValue(nearest->GetValue());
+}
+
+/// What is no number, or endless, is near to none.
+void EnumerationNode::refuseQuantity(double wanted)
+{
+    const auto [lowest, highest] = quantities();
+    if (!std::isfinite(wanted))
+        refuseOutside(wanted, lowest, highest);
+    fail<AccessException>("none of its entries is available at present to take " + withUnit(wanted) +
+                          ", of those from " + withUnit(lowest) + " to " + withUnit(highest));
 }
 
 std::pair<double, double> EnumerationNode::quantities()

@@ -64,6 +64,7 @@ private:
     static EAccessMode accessOf(const EnumEntryNode &entry);
     EnumEntryNode *entryOf(std::int64_t value);
     void requireEntry(std::int64_t value);
+    [[noreturn]] void refuseQuantity(double wanted);
 
     NumberSource<std::int64_t> value;
     EntryList entries;

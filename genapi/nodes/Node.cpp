@@ -281,8 +281,21 @@ std::int64_t Node::wholeOf(Number value) const
 
 std::string Node::withUnit(Number value) const
 {
-    const std::optional<std::string> unit = childText("Unit");
-    return value.text() + (unit && !unit->empty() ? " " + shown(*unit) : "");
+    const std::string own = unit();
+    return value.text() + (own.empty() ? "" : " " + own);
+}
+
+/// A number goes unchanged from an Integer or a Float to the node behind its value, which has no unit as a rule.
+std::string Node::unit() const
+{
+    std::string found = childText("Unit").value_or("");
+    for (const Node *const asking : nodeMap.trail().askingForValueOf(*this)) {
+        const std::string_view kind = asking->element.name();
+        if (!found.empty() || (kind != "Integer" && kind != "Float"))
+            break;
+        found = asking->childText("Unit").value_or("");
+    }
+    return shown(found);
 }
 
 void Node::refuseOutside(Number value, Number lowest, Number highest) const

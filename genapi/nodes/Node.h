@@ -109,7 +109,7 @@ public:
     void requireReadable() const;
     void requireWritable() const;
 
-    /// \p value as messages show it, with the unit that the description gives the node.
+    /// \p value as messages show it, with the unit that the description gives the node or the feature whose value it is.
     std::string withUnit(Number value) const;
     /// \throws OutOfRangeException  \p value, with the limits in force
     [[noreturn]] void refuseOutside(Number value, Number lowest, Number highest) const;
@@ -135,6 +135,7 @@ protected:
 
 private:
     std::string told(const std::string &fault) const;
+    std::string unit() const;
     [[noreturn]] void refuseUse(const char *fault) const;
     [[noreturn]] void refuseAccess(bool isWrite) const;
     static std::string reasonOf(const Link &condition, const char *before, const char *between);
