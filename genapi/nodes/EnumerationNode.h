@@ -10,6 +10,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace GenApi_3_2_TVN {
 
@@ -57,6 +58,8 @@ protected:
 
 private:
     EnumEntryNode *nodeOf(EntryList::Found found);
+    /// All that can be made.
+    std::vector<EnumEntryNode *> soundEntries();
     bool isSelfClearing(std::int64_t value) const;
     EnumEntryNode &entryOfPresent(Reading reading);
     bool isAvailable(const EnumEntryNode &entry) const;

@@ -88,6 +88,10 @@ const std::vector<Pattern> switchPatterns{
 };
 
 const Pattern plainEnumeration{"Enumeration", entry("Off", "0") + entry("Far", "255") + "<pValue>@</pValue>"};
+const Pattern leavingEnumeration{
+    "Enumeration", entry("Off", "0") + entry("Once", "1", "<IsSelfClearing>Yes</IsSelfClearing>") +
+                       entry("Often", "2", "<IsSelfClearing>Yes</IsSelfClearing>") + "<pValue>@</pValue>"};
+
 /// The pattern with the texts in the place of its "@"s, in order.
 std::string fill(std::string_view pattern, std::initializer_list<std::string> texts)
 {
@@ -141,13 +145,13 @@ public:
     {
         using Self = DescriptionGenerator;
         using Maker = void (Self::*)(bool isInteger);
-        constexpr std::array<Maker, 22> makers{
+        constexpr std::array<Maker, 24> makers{
             &Self::makeIntReg,     &Self::makeIntReg,     &Self::makeStructReg,  &Self::makeFloatReg,
             &Self::makeString,     &Self::makeRegister,   &Self::makeSwitch,     &Self::makeSwitch,
             &Self::makeSwitch,     &Self::makeValueNode,  &Self::makeValueNode,  &Self::makeLinearConverter,
             &Self::makeIndexed,    &Self::makeConverter,  &Self::makeConverter,  &Self::makeSwissKnife,
             &Self::makeSwissKnife, &Self::makeSwissKnife, &Self::makeSwissKnife, &Self::makeEnumerated,
-            &Self::makeSharedWord, &Self::makeSharedWord};
+            &Self::makeSharedWord, &Self::makeSharedWord, &Self::makeCopied,     &Self::makeSelfClearing};
         for (int base = 0; base < 8; ++base)
             makeSmallNumber();
         for (int base = 0; base < 6; ++base) {
@@ -282,6 +286,20 @@ private:
         return part;
     }
 
+    /// Written, from a constant, or computed, which can give any length, 0 too.
+    std::string lengthOf(std::size_t length)
+    {
+        const std::string written = std::to_string(length);
+        if (smallNumbers.empty() || random.chance(60))
+            return element("Length", written);
+        const auto &[factor, value] = random.pick(smallNumbers);
+        const std::string rest = std::to_string(static_cast<std::int64_t>(length) - 3 * value);
+        const std::string formula =
+            fill("<pVariable Name='I'>@</pVariable><Formula>@+I*3</Formula>", {factor, rest});
+        return element("pLength", random.chance(40) ? constantNode(static_cast<std::int64_t>(length))
+                                                    : add("IntSwissKnife", formula));
+    }
+
     std::string registerAt(std::uint64_t address, std::size_t length, const std::string &mode)
     {
         std::uint64_t rest = address;
@@ -292,8 +310,7 @@ private:
                                       ? element("pAddress", constantNode(static_cast<std::int64_t>(rest)))
                                       : element("Address", random.notation(rest));
         children = random.chance(50) ? first + children : children + first;
-        children += random.chance(20) ? element("pLength", constantNode(static_cast<std::int64_t>(length)))
-                                      : element("Length", std::to_string(length));
+        children += lengthOf(length);
         if (random.chance(70))
             children += element("Cachable", random.pick({"NoCache", "WriteThrough", "WriteAround"}));
         return children + (mode.empty() ? "" : element("AccessMode", mode)) + element("pPort", "Device");
@@ -451,7 +468,7 @@ private:
     {
         if (!isRegister)
             return makeStringNode();
-        std::vector<std::uint8_t> bytes(random.below(24));
+        std::vector<std::uint8_t> bytes(random.chance(25) ? 0 : random.below(24));
         for (std::uint8_t &byte : bytes)
             byte = static_cast<std::uint8_t>(random.chance(5) ? 0 : random.between(' ', '~'));
         const std::string mode = randomMode(strings);
@@ -463,8 +480,11 @@ private:
             strings.push_back(name);
     }
 
-    void makeRegister(bool)
+    /// Of length 0 with a float, since the oracle takes none of that length for others.
+    void makeRegister(bool isEmpty)
     {
+        if (isEmpty && random.chance(30))
+            return askValue(add("FloatReg", registerAt(nextAddress, 0, "RW")));
         const std::size_t length = 1 + random.below(40);
         askValue(add("Register", registerAt(placeRandom(length), length, "RW")));
     }
@@ -600,6 +620,31 @@ private:
         keep(integers, {add("IntSwissKnife", fill("<pVariable Name='V@'>@</pVariable><Formula>V@+1</Formula>",
                                                   {suffix, name, suffix})),
                         257});
+    }
+
+    /// The device leaves its entry by itself.
+    void makeSelfClearing(bool)
+    {
+        const std::string name = addPattern(leavingEnumeration, 0);
+        writes.push_back({"leave", name, random.pick({"Once", "Often"})});
+    }
+
+    /// With a copy of narrower limits, which the oracle does not know: they are not asked, and kept.
+    void makeCopied(bool isInteger)
+    {
+        Ref ref = random.pick(isInteger ? integers : floats);
+        const std::string tag = isInteger ? "Integer" : "Float";
+        std::string limits;
+        if (ref.isWritable && random.chance(50)) {
+            const auto quarter = std::floor((ref.high - ref.low) / static_cast<double>(4 * ref.increment));
+            ref.low += quarter * static_cast<double>(ref.increment);
+            ref.high -= quarter * static_cast<double>(ref.increment);
+            ref.hasRange = false;
+            limits = element("Min", decimal(ref.low)) + element("Max", decimal(ref.high));
+        }
+        const std::string copy = add(tag, "<Value>0</Value>" + limits);
+        ref.name = add(tag, element("pValue", ref.name) + element("pValueCopy", copy));
+        keep(isInteger ? integers : floats, ref);
     }
 
     Random random;
