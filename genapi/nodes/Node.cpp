@@ -30,11 +30,20 @@ std::string beginning(const char *name)
     return shown({name, strnlen(name, limits::shownNameLength + 1)});
 }
 
+pugi::xml_node structRegAround(pugi::xml_node element)
+{
+    const pugi::xml_node parent = element.parent();
+    const bool isEntry =
+        std::strcmp(element.name(), "StructEntry") == 0 && std::strcmp(parent.name(), "StructReg") == 0;
+    return isEntry ? parent : pugi::xml_node{};
+}
+
 } // namespace
 
 Node::Node(NodeMap &nodeMap, pugi::xml_node element)
     : nodeMap{nodeMap},
       element{element},
+      structReg{structRegAround(element)},
       pIsImplemented{Link::ofChild(*this, "pIsImplemented")},
       pIsAvailable{Link::ofChild(*this, "pIsAvailable")},
       pIsLocked{Link::ofChild(*this, "pIsLocked")},
@@ -175,28 +184,13 @@ std::string Node::reasonOf(const Link &condition, const char *before, const char
     return before + condition.node().name() + between + condition.number({}).text();
 }
 
-void Node::setAsked(Aspect aspect, bool isAskedNow) const
-{
-    const auto bit = static_cast<std::uint8_t>(aspect);
-    askedAspects = static_cast<std::uint8_t>(isAskedNow ? askedAspects | bit : askedAspects & ~bit);
-}
-
-pugi::xml_node Node::structReg() const
-{
-    if (std::strcmp(element.name(), "StructEntry") != 0)
-        return {};
-    const pugi::xml_node parent = element.parent();
-    return std::strcmp(parent.name(), "StructReg") == 0 ? parent : pugi::xml_node{};
-}
-
 pugi::xml_node Node::child(const char *tag) const
 {
     if (const pugi::xml_node own = element.child(tag))
         return own;
-    const pugi::xml_node outer = structReg();
-    if (!outer)
+    if (!structReg)
         return {};
-    const auto &shared = sharedChildren(outer);
+    const auto &shared = sharedChildren();
     const auto found =
         std::ranges::find_if(shared, [tag](pugi::xml_node one) { return std::strcmp(one.name(), tag) == 0; });
     return found != shared.end() ? *found : pugi::xml_node{};
@@ -204,14 +198,14 @@ pugi::xml_node Node::child(const char *tag) const
 
 std::vector<pugi::xml_node> Node::placeChildren() const
 {
-    if (const pugi::xml_node outer = structReg())
-        return sharedChildren(outer);
+    if (structReg)
+        return sharedChildren();
     return {element.begin(), element.end()};
 }
 
-const std::vector<pugi::xml_node> &Node::sharedChildren(pugi::xml_node outer) const
+const std::vector<pugi::xml_node> &Node::sharedChildren() const
 {
-    const StructRegs::Shared &shared = nodeMap.structRegs().shared(outer);
+    const StructRegs::Shared &shared = nodeMap.structRegs().shared(structReg);
     if (shared.isTooMuch)
         fail<PropertyException>("its StructReg has more for its entries than " +
                                 std::to_string(limits::structRegChildren) + " children with " +
@@ -404,16 +398,6 @@ EAccessMode narrower(EAccessMode left, EAccessMode right)
     if (readable)
         return writable ? RW : RO;
     return writable ? WO : NA;
-}
-
-bool isReadable(EAccessMode mode)
-{
-    return mode == RO || mode == RW;
-}
-
-bool isWritable(EAccessMode mode)
-{
-    return mode == WO || mode == RW;
 }
 
 EAccessMode childAccessMode(const Node &node, const char *tag, EAccessMode otherwise)

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace GenApi_3_2_TVN {
 
@@ -45,7 +46,7 @@ void RegisterCache::keep(const Place &place, std::span<const std::uint8_t> bytes
         return;
     }
     Slot &slot = fill(place, bytes);
-    addOutermost(slot);
+    askedNow().latest = &slot;
     handle = {&slot, epoch};
 }
 
@@ -58,8 +59,11 @@ void RegisterCache::keepFailure(const Place &place)
 
 RegisterCache::Asked &RegisterCache::askedNow()
 {
-    if (asked.call == trail.call() && asked.writes == writes)
+    if (asked.call == trail.call() && asked.writes == writes) {
+        addLatest();
         return asked;
+    }
+    asked.latest = nullptr;
     asked.outermost.clear();
     asked.failures.clear();
     asked.call = trail.call();
@@ -87,18 +91,22 @@ RegisterCache::Slot &RegisterCache::fill(const Place &place, std::span<const std
     return *slot;
 }
 
-void RegisterCache::addOutermost(const Slot &slot)
+/// To the outermost, where it lies within none of them.
+void RegisterCache::addLatest()
 {
-    auto &outermost = askedNow().outermost;
-    const std::pair begin{slot.first.port, slot.first.address};
-    auto next = outermost.lower_bound(begin);
-    if (next != outermost.begin() && std::prev(next)->second->first.holds(slot.first))
+    const Slot *const slot = std::exchange(asked.latest, nullptr);
+    if (slot == nullptr)
         return;
-    if (next != outermost.end() && next->second->first.holds(slot.first))
+    auto &outermost = asked.outermost;
+    const Place &place = slot->first;
+    auto next = outermost.lower_bound({place.port, place.address});
+    const auto isAround = [&](auto other) { return other->second->first.holds(place); };
+    if ((next != outermost.begin() && isAround(std::prev(next))) ||
+        (next != outermost.end() && isAround(next)))
         return;
-    while (next != outermost.end() && slot.first.holds(next->second->first))
+    while (next != outermost.end() && place.holds(next->second->first))
         next = outermost.erase(next);
-    outermost.emplace_hint(next, begin, &slot);
+    outermost.emplace_hint(next, std::pair{place.port, place.address}, slot);
 }
 
 /// When it is full, all that this call has not read goes: a selector that runs through a table reads a new place each

@@ -104,12 +104,14 @@ private:
         /// By port and first address. None lies within another, so the one around a place is the last that does not
         /// begin behind it.
         std::map<std::pair<const PortNode *, std::uint64_t>, const Slot *> outermost;
+        const Slot *latest =
+            nullptr; ///< goes there when another one is looked for: most calls read one register
         std::map<Place, std::exception_ptr> failures;
     };
 
     Asked &askedNow();
     Slot &fill(const Place &place, std::span<const std::uint8_t> bytes);
-    void addOutermost(const Slot &slot);
+    void addLatest();
     void makeRoom(std::size_t addedBytes);
 
     const Trail &trail;
