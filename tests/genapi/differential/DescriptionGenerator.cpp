@@ -429,16 +429,26 @@ private:
         xml += element("StructReg", children) + "\n";
     }
 
-    /// Nodes of all kinds of cachability over one place, and over its beginning.
+    /// Nodes of all kinds of cachability over one word and parts of it, and what asks them all in one call.
     void makeSharedWord(bool isBigEndian)
     {
         const std::uint64_t address = placeRandom(4);
+        std::string variables;
+        std::string sum = "0";
         for (std::size_t count = 2 + random.below(5); count > 0; --count) {
-            const std::size_t length = random.pick({1U, 2U, 4U, 4U, 4U});
+            const std::size_t length = random.pick({1U, 2U, 2U, 4U, 4U});
+            const std::uint64_t first = address + random.below(5 - length);
             const Bits own = field(length, isBigEndian);
-            keep(integers,
-                 addInteger("MaskedIntReg", own, isBigEndian, registerAt(address, length, "RW"), "RW"));
+            const Ref ref =
+                addInteger("MaskedIntReg", own, isBigEndian, registerAt(first, length, "RW"), "RW");
+            keep(integers, ref);
+            const std::string variable = "V" + std::to_string(count);
+            variables += fill("<pVariable Name='@'>@</pVariable>", {variable, ref.name});
+            sum += "*3+" + variable;
         }
+        const std::string all = add("IntSwissKnife", variables + element("Formula", sum));
+        keep(integers, {all, anything});
+        writes.push_back({"get", all, ""}); // behind a write nothing is cached
     }
 
     void makeFloatReg(bool isDouble)
