@@ -88,10 +88,6 @@ const std::vector<Pattern> switchPatterns{
 };
 
 const Pattern plainEnumeration{"Enumeration", entry("Off", "0") + entry("Far", "255") + "<pValue>@</pValue>"};
-const Pattern leavingEnumeration{
-    "Enumeration", entry("Off", "0") + entry("Once", "1", "<IsSelfClearing>Yes</IsSelfClearing>") +
-                       entry("Often", "2", "<IsSelfClearing>Yes</IsSelfClearing>") + "<pValue>@</pValue>"};
-
 /// The pattern with the texts in the place of its "@"s, in order.
 std::string fill(std::string_view pattern, std::initializer_list<std::string> texts)
 {
@@ -633,10 +629,9 @@ private:
     }
 
     /// The device leaves its entry by itself.
-    void makeSelfClearing(bool)
+    void makeSelfClearing(bool isOn)
     {
-        const std::string name = addPattern(leavingEnumeration, 0);
-        writes.push_back({"leave", name, random.pick({"Once", "Often"})});
+        writes.push_back({"leave", addPattern(switchPatterns[5], isOn ? 2 : 0), "Far"});
     }
 
     /// With a copy of narrower limits, which the oracle does not know: they are not asked, and kept.
