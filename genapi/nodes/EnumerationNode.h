@@ -39,6 +39,7 @@ public:
     // of the float that leads here.
     double quantity(const char *by, Reading reading);
     /// Writes the value of the entry whose quantity is nearest, of those that are available.
+    /// \throws OutOfRangeException  \p wanted is no finite number; AccessException  none is available
     void setQuantity(const char *by, double wanted);
     /// The lowest and the highest of all entries.
     /// \throws PropertyException  there is none

@@ -104,8 +104,7 @@ private:
         /// By port and first address. None lies within another, so the one around a place is the last that does not
         /// begin behind it.
         std::map<std::pair<const PortNode *, std::uint64_t>, const Slot *> outermost;
-        const Slot *latest =
-            nullptr; ///< goes there when another one is looked for: most calls read one register
+        const Slot *latest = nullptr; ///< joins them when more is looked for: most calls read one register
         std::map<Place, std::exception_ptr> failures;
     };
 
