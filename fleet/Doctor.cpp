@@ -5,7 +5,6 @@
 #include "JsonFields.h"
 #include "Output.h"
 #include "ProducerFile.h"
-#include "ProducerFiles.h"
 #include "SearchPath.h"
 #include "ShownName.h"
 #include "Tree.h"
@@ -50,7 +49,7 @@ class Findings
 public:
     explicit Findings(const std::vector<std::string> &libraries)
         : entries(libraries.empty() ? searchEntries() : std::vector<SearchEntry>()),
-          tree(libraries.empty() ? environmentProducerFiles() : libraries)
+          tree(producerFiles(libraries))
     {}
 
     Status status()
