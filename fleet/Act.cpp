@@ -10,6 +10,7 @@
 #include "Reset.h"
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <thread>
 
@@ -54,13 +55,29 @@ private:
     void finish(Job &job, Outcome outcome)
     {
         job.outcome = std::move(outcome);
+        tellOtherWay(job);
         hooks.finished(job);
+    }
+
+    /// The first entry of a camera stands for all, but another one may be within reach.
+    void tellOtherWay(Job &job) const
+    {
+        constexpr std::array outOfReach{ReasonCode::Held, ReasonCode::ReadOnly, ReasonCode::Unreachable};
+        auto &reason = job.outcome->reason;
+        if (!reason || std::ranges::find(outOfReach, reason->code) == outOfReach.end())
+            return;
+        for (const Camera &other : tree.cameras()) {
+            if (other.duplicateOf == job.camera->place && accessOf(*other.device) == Access::Free)
+                reason->next += " Or choose its other entry: --interface " + other.place.interface +
+                                " --id " + other.place.id + '.';
+        }
     }
 
     std::optional<Outcome> attempt(Job &job)
     {
         Camera &camera = *job.camera;
         const Collector lines;
+        const bool wasLooked = camera.wasLooked;
         camera.access = accessOf(*camera.device);
         camera.reason.reset();
         if (camera.access == Access::Held)
@@ -78,7 +95,7 @@ private:
         if (camera.device->isOpen())
             camera.device->close(true);
         if (request.action == Action::Reset && outcome.result == Result::Done && !request.noWait)
-            outcome = awaitReturn(tree, camera);
+            outcome = awaitReturn(tree, camera, !wasLooked);
         return outcome;
     }
 
