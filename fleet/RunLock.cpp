@@ -16,8 +16,6 @@ namespace {
 
 using platform::LockFileState;
 
-const QString systemFolder = QStringLiteral("/run/lock");
-
 QString inFolder(const QString &folder)
 {
     return folder + QStringLiteral("/torvane.lock");
@@ -30,7 +28,7 @@ std::runtime_error unusable(const QString &path, const char *why)
 
 } // namespace
 
-RunLock::RunLock()
+RunLock::RunLock(const QString &systemFolder)
     : path(inFolder(QFileInfo(systemFolder).isWritable() ? systemFolder : QDir::tempPath())),
       elsewhere(inFolder(path == inFolder(systemFolder) ? QDir::tempPath() : systemFolder)),
       file(path)

@@ -15,7 +15,8 @@ namespace fleet {
 class RunLock
 {
 public:
-    RunLock();
+    /// \param systemFolder  where all users' programs keep locks
+    explicit RunLock(const QString &systemFolder = QStringLiteral("/run/lock"));
 
     /// \param patience  how long to wait for a run that is going on
     /// \return false when it still goes on

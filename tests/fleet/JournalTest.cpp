@@ -2,11 +2,18 @@
 // What the journal knows after runs that ended in all sorts of ways.
 #include "Journal.h"
 
+#include "Audit.h"
+#include "Records.h"
+#include "RunLock.h"
+
 #include <gmock/gmock.h>
+#include <sys/resource.h>
 
 #include <QDateTime>
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+#include <csignal>
 
 namespace fleet {
 
@@ -126,6 +133,60 @@ TEST_F(JournalTest, ForgetsSettledRunsAfterAYearAndNoOthers)
     const QByteArray kept = text();
     EXPECT_FALSE(kept.contains("\"settled\""));
     EXPECT_TRUE(kept.contains("\"left\""));
+}
+
+TEST_F(JournalTest, NobodyIsToldOfAChangeThatItDoesNotHave)
+{
+    const QString told = folder.filePath(QStringLiteral("told"));
+    Request request;
+    request.action = Action::Change;
+    request.onChanged = "touch " + told.toStdString();
+    Journal journal(path);
+    Audit audit({}, Action::Change, QStringLiteral("r1"));
+    const auto report = makeTableReport(Action::Change);
+    Records records(request, QStringLiteral("r1"), journal, audit, *report);
+    Jobs jobs(1);
+    jobs[0].camera = &cameras[0];
+    records.begin(jobs, {});
+    records.willWrite(jobs[0]);
+    jobs[0].outcome = Outcome{Result::Done, InForce::New, {}, {}};
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit full{};
+    getrlimit(RLIMIT_FSIZE, &full);
+    full.rlim_cur = static_cast<rlim_t>(text().size());
+    setrlimit(RLIMIT_FSIZE, &full);
+    records.finished(jobs[0]);
+    ASSERT_TRUE(jobs[0].outcome->reason);
+    EXPECT_EQ(jobs[0].outcome->reason->code, ReasonCode::Journal);
+    EXPECT_EQ(jobs[0].outcome->inForce, InForce::New);
+    EXPECT_FALSE(QFile::exists(told));
+}
+
+TEST_F(JournalTest, ALockFileIsAnotherRunsOnlyWhereARunHoldsIt)
+{
+    using namespace std::chrono_literals;
+    const QString elsewhere = folder.filePath(QStringLiteral("tmp"));
+    ASSERT_TRUE(QDir().mkpath(elsewhere));
+    qputenv("TMPDIR", elsewhere.toUtf8()); // of this test's process alone
+    const QString here = folder.path();
+    for (const QByteArray &left : {QByteArray(), QByteArray("left by nobody")}) {
+        QFile file(here + QStringLiteral("/torvane.lock"));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(left) == left.size());
+        file.close();
+        RunLock lock(here);
+        EXPECT_TRUE(lock.acquire(0s)) << left.toStdString();
+        EXPECT_TRUE(file.permissions().testFlag(QFile::ReadOther)) << "others could not see that it is held";
+        EXPECT_FALSE(RunLock(here).acquire(0s));
+    }
+    {
+        RunLock lock(QStringLiteral("/nowhere"));
+        EXPECT_TRUE(lock.acquire(0s));
+        RunLock second(here);
+        EXPECT_FALSE(second.acquire(0s));
+        EXPECT_THAT(second.holder(), HasSubstr(elsewhere.toStdString()));
+    }
+    ASSERT_TRUE(QFile::link(QStringLiteral("/nowhere/x"), here + QStringLiteral("/torvane.lock")));
+    EXPECT_THROW(RunLock(here).acquire(0s), std::runtime_error) << "it can't be told";
 }
 
 } // namespace
