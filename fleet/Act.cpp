@@ -3,6 +3,7 @@
 
 #include "Collector.h"
 #include "Device.h"
+#include "Identity.h"
 #include "Interruption.h"
 #include "Journal.h"
 #include "Look.h"
@@ -99,6 +100,15 @@ private:
         return outcome;
     }
 
+    /// Whether another camera bears this one's serial number. One that could not be asked before may show only now, by its
+    /// MAC address, that it is not the camera that it was taken for.
+    bool hasTwin(const Camera &camera) const
+    {
+        return !camera.serial.empty() && std::ranges::any_of(tree.cameras(), [&](const Camera &other) {
+            return &other != &camera && other.serial == camera.serial && !isSameCamera(other, camera);
+        });
+    }
+
     Outcome operate(Job &job)
     {
         Camera &camera = *job.camera;
@@ -106,6 +116,10 @@ private:
             readLockAgain(camera);
         else
             readOpened(camera);
+        if (job.goesBySerial && hasTwin(camera))
+            return failedUntouched(job, request,
+                                   {ReasonCode::SharedSerial, "Another camera has the same serial number.",
+                                    "Choose between them with --id; torvane list tells the identifiers."});
         if (camera.lock == Lock::None)
             return noLockOutcome(job.isNamed);
         if (camera.lock == Lock::Unknown)

@@ -20,7 +20,7 @@ class CommandLineError : public UsageError
 struct CommandLine
 {
     Request request;
-    bool isDoctor = false; ///< then of the request only libraries and json count
+    bool isDoctor = false; ///< then of the request libraries, json and what the producers tell count
     /// The text that --help, --version or completion asks for. When it is there, nothing else is to be done.
     std::optional<std::string> answer;
 };

@@ -72,6 +72,9 @@ private:
         const Selection &selection = request.selection;
         const bool goesBySerial =
             !selection.serials.empty() && selection.ids.empty() && selection.macs.empty();
+        job.goesBySerial = goesBySerial ||
+                           (request.needsCurrent() && secrets.goesBySerial(camera, Secrets::Kind::Current)) ||
+                           (request.needsNew() && secrets.goesBySerial(camera, Secrets::Kind::New));
         if (hasSharedSerial(camera) && goesBySerial)
             return Reason{ReasonCode::SharedSerial, sharedText(camera),
                           "Choose between them with --id; torvane list tells the identifiers."};

@@ -28,7 +28,7 @@ Status start(int argc, char **argv)
         return Status::Done;
     }
     if (line.isDoctor)
-        return runDoctor(line.request.libraries, line.request.json);
+        return runDoctor(line.request);
     const QString runId = newRunId();
     const auto report =
         line.request.json ? makeJsonReport(line.request.action, runId) : makeTableReport(line.request.action);
