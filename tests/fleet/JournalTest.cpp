@@ -3,17 +3,14 @@
 #include "Journal.h"
 
 #include "Audit.h"
+#include "FullDisk.h"
 #include "Records.h"
-#include "RunLock.h"
 
 #include <gmock/gmock.h>
-#include <sys/resource.h>
 
 #include <QDateTime>
-#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
-#include <csignal>
 
 namespace fleet {
 
@@ -150,43 +147,12 @@ TEST_F(JournalTest, NobodyIsToldOfAChangeThatItDoesNotHave)
     records.begin(jobs, {});
     records.willWrite(jobs[0]);
     jobs[0].outcome = Outcome{Result::Done, InForce::New, {}, {}};
-    std::signal(SIGXFSZ, SIG_IGN);
-    rlimit full{};
-    getrlimit(RLIMIT_FSIZE, &full);
-    full.rlim_cur = static_cast<rlim_t>(text().size());
-    setrlimit(RLIMIT_FSIZE, &full);
+    limitFiles(text().size());
     records.finished(jobs[0]);
     ASSERT_TRUE(jobs[0].outcome->reason);
     EXPECT_EQ(jobs[0].outcome->reason->code, ReasonCode::Journal);
     EXPECT_EQ(jobs[0].outcome->inForce, InForce::New);
     EXPECT_FALSE(QFile::exists(told));
-}
-
-TEST_F(JournalTest, ALockFileIsAnotherRunsOnlyWhereARunHoldsIt)
-{
-    using namespace std::chrono_literals;
-    const QString elsewhere = folder.filePath(QStringLiteral("tmp"));
-    ASSERT_TRUE(QDir().mkpath(elsewhere));
-    qputenv("TMPDIR", elsewhere.toUtf8()); // of this test's process alone
-    const QString here = folder.path();
-    for (const QByteArray &left : {QByteArray(), QByteArray("left by nobody")}) {
-        QFile file(here + QStringLiteral("/torvane.lock"));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(left) == left.size());
-        file.close();
-        RunLock lock(here);
-        EXPECT_TRUE(lock.acquire(0s)) << left.toStdString();
-        EXPECT_TRUE(file.permissions().testFlag(QFile::ReadOther)) << "others could not see that it is held";
-        EXPECT_FALSE(RunLock(here).acquire(0s));
-    }
-    {
-        RunLock lock(QStringLiteral("/nowhere"));
-        EXPECT_TRUE(lock.acquire(0s));
-        RunLock second(here);
-        EXPECT_FALSE(second.acquire(0s));
-        EXPECT_THAT(second.holder(), HasSubstr(elsewhere.toStdString()));
-    }
-    ASSERT_TRUE(QFile::link(QStringLiteral("/nowhere/x"), here + QStringLiteral("/torvane.lock")));
-    EXPECT_THROW(RunLock(here).acquire(0s), std::runtime_error) << "it can't be told";
 }
 
 } // namespace
