@@ -26,11 +26,11 @@ void lookIntoAll(std::vector<Camera> &cameras, const std::vector<std::size_t> &c
 
 Status list(const Request &request, Report &report)
 {
-    Tree tree(producerFiles(request));
+    Tree tree(producerFiles(request.libraries));
     tellProducerFailures(tree);
     std::vector<Camera> &cameras = tree.cameras();
     if (cameras.empty())
-        complain("There is no camera. Run 'torvane doctor' to see why.");
+        complain(noCameraSentence);
     const std::vector<std::string> unmatched = unmatchedValues(request.selection, cameras);
     for (const std::string &value : unmatched)
         complain("No camera matches " + value + '.');
@@ -47,9 +47,9 @@ Status list(const Request &request, Report &report)
     report.list(shown, tree.producers());
     if (platform::isInterrupted())
         return Status::Interrupted;
-    if (tree.hasFailure())
-        return Status::Unexpected;
-    return shown.empty() || !unmatched.empty() ? Status::NoCamera : Status::Done;
+    if (!cameras.empty() && !unmatched.empty())
+        return Status::NoCamera;
+    return shown.empty() || tree.hasFailure() ? statusWithoutCamera(tree) : Status::Done;
 }
 
 } // namespace fleet

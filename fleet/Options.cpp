@@ -16,6 +16,9 @@ constexpr const char *footer = R"(Exit status:
 
 'torvane COMMAND --help' tells the options of a command, torvane(1) all of it.)";
 
+constexpr const char *selectionGroup =
+    "Which cameras (* stands for any text; values of one option are alternatives)";
+
 /// An empty text would count as not given, and a script with an unset variable would do what it did not ask for.
 std::string refuseEmpty(const std::string &text)
 {
@@ -70,10 +73,10 @@ private:
         return command;
     }
 
-    void addSelection(CLI::App &command)
+    // What the producers tell without a look into a camera.
+    void addIdentity(CLI::App &command)
     {
-        const std::string group =
-            "Which cameras (* stands for any text; values of one option are alternatives)";
+        const std::string group = selectionGroup;
         Selection &selection = request.selection;
         addTexts(command, "--serial", selection.serials, "SERIAL", "By serial number")->group(group);
         addTexts(command, "--id", selection.ids, "ID", "By the identifier that the producer gives it")
@@ -81,9 +84,16 @@ private:
         addTexts(command, "--model", selection.models, "MODEL", "By model")->group(group);
         addTexts(command, "--interface", selection.interfaces, "ID", "By the interface it hangs on")
             ->group(group);
-        addTexts(command, "--mac", options.macs, "MAC", "By MAC address, in any usual spelling")
-            ->group(group);
         addText(command, "--from", options.from, "FILE", "By the serial numbers in FILE, one a line")
+            ->group(group);
+    }
+
+    void addSelection(CLI::App &command)
+    {
+        const std::string group = selectionGroup;
+        Selection &selection = request.selection;
+        addIdentity(command);
+        addTexts(command, "--mac", options.macs, "MAC", "By MAC address, in any usual spelling")
             ->group(group);
         command.add_flag("--factory", selection.onFactory, "Those on the factory password")->group(group);
         command.add_flag("--locked", selection.locked, "Those that are locked")->group(group);
@@ -188,7 +198,8 @@ private:
 
     void addDoctor()
     {
-        addCommand("doctor", Action::List, "Tell why a producer or a camera is not there", "torvane doctor");
+        addIdentity(addCommand("doctor", Action::List, "Tell why a producer or a camera is not there",
+                               "torvane doctor --serial A1"));
     }
 
     void addCompletion()

@@ -2,6 +2,10 @@
 // What the journal knows after runs that ended in all sorts of ways.
 #include "Journal.h"
 
+#include "Audit.h"
+#include "FullDisk.h"
+#include "Records.h"
+
 #include <gmock/gmock.h>
 
 #include <QDateTime>
@@ -126,6 +130,29 @@ TEST_F(JournalTest, ForgetsSettledRunsAfterAYearAndNoOthers)
     const QByteArray kept = text();
     EXPECT_FALSE(kept.contains("\"settled\""));
     EXPECT_TRUE(kept.contains("\"left\""));
+}
+
+TEST_F(JournalTest, NobodyIsToldOfAChangeThatItDoesNotHave)
+{
+    const QString told = folder.filePath(QStringLiteral("told"));
+    Request request;
+    request.action = Action::Change;
+    request.onChanged = "touch " + told.toStdString();
+    Journal journal(path);
+    Audit audit({}, Action::Change, QStringLiteral("r1"));
+    const auto report = makeTableReport(Action::Change);
+    Records records(request, QStringLiteral("r1"), journal, audit, *report);
+    Jobs jobs(1);
+    jobs[0].camera = &cameras[0];
+    records.begin(jobs, {});
+    records.willWrite(jobs[0]);
+    jobs[0].outcome = Outcome{Result::Done, InForce::New, {}, {}};
+    limitFiles(text().size());
+    records.finished(jobs[0]);
+    ASSERT_TRUE(jobs[0].outcome->reason);
+    EXPECT_EQ(jobs[0].outcome->reason->code, ReasonCode::Journal);
+    EXPECT_EQ(jobs[0].outcome->inForce, InForce::New);
+    EXPECT_FALSE(QFile::exists(told));
 }
 
 } // namespace
