@@ -160,7 +160,7 @@ std::string pluginText(const CheckFindings &findings)
     if (!findings.cameras.empty())
         text += performanceData(findings.counts());
     text += '\n';
-    const auto told = state == CheckState::Unknown ? 1 : 0; // on the first line
+    const std::size_t told = state == CheckState::Unknown ? 1 : 0; // on the first line
     for (std::size_t i = told; i < findings.doubts.size(); ++i)
         text += pluginSafe(findings.doubts[i]) + '\n';
     for (const Offender &offender : offendersOf(findings))
