@@ -215,7 +215,7 @@ private:
         addRule(command, "--max-unlocked", Trouble::Unlocked, CheckState::Critical,
                 "CRITICAL if more are unlocked");
         addRule(command, "--max-unknown", Trouble::Unknown, CheckState::Critical,
-                "CRITICAL if more can't tell whose password they are on");
+                "CRITICAL if more could not tell whose password they are on");
         addRule(command, "--warn-factory", Trouble::Factory, CheckState::Warning, "WARNING, as above");
         addRule(command, "--warn-unlocked", Trouble::Unlocked, CheckState::Warning, "WARNING, as above");
         addRule(command, "--warn-unknown", Trouble::Unknown, CheckState::Warning, "WARNING, as above");
