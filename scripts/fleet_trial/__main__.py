@@ -13,12 +13,13 @@ import traceback
 
 from floor import Trial
 from kills import kills
+from monitoring import monitoring
 from rogue import rogue
 from rotation import rotation
 from together import together
 from truth import truth
 
-TRIALS = {trial.__name__: trial for trial in (truth, rotation, kills, together, rogue)}
+TRIALS = {trial.__name__: trial for trial in (truth, rotation, kills, together, rogue, monitoring)}
 HEADING = """# Trials of `torvane`
 
 Written by `scripts/trial-fleet`; not to be edited. Whole runs of the release over [simulated cameras](simulator.md);
