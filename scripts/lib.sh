@@ -25,6 +25,8 @@ torvane_test_packages=(
     libaravis-dev libusb-1.0-0-dev
     "${torvane_screen_packages[@]}"
 )
+# What runs the Ansible collection, and the PCs that it is tried on.
+torvane_ansible_packages=(ansible-core openssh-client openssh-server)
 # shellcheck disable=SC2034 # for the scripts that fuzz
 torvane_fuzz_packages=(clang-14 libclang-rt-14-dev)
 
@@ -57,6 +59,15 @@ ensure_packages() {
     as_root apt-get update </dev/null >&2
     as_root env DEBIAN_FRONTEND=noninteractive \
         apt-get install --yes --no-install-recommends "${missing[@]}" </dev/null >&2
+}
+
+# Where systemd runs, an sshd that is installed is started, and opens a port that nobody asked a test for.
+ensure_ansible_packages() {
+    if [ -d /run/systemd/system ] && [ ! -x /usr/sbin/sshd ]; then
+        say "Install openssh-server yourself, if you want the Ansible collection tried: it opens port 22."
+    elif ! ensure_packages "${torvane_ansible_packages[@]}"; then
+        say "Ansible or sshd can't be installed, so the collection is not tried."
+    fi
 }
 
 # build PRESET [OPTION...]: configures with the options and builds. The folder is build/PRESET.
