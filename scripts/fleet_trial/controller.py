@@ -63,7 +63,10 @@ class Controller:
                   "ansible_ssh_common_args": f"-o UserKnownHostsFile={self.home / 'known_hosts'}",
                   "torvane_executable": str(BUILD / "fleet" / "torvane")}
         hosts = {pc.name: {"ansible_port": pc.port} for pc in pcs}
-        (self.home / "inventory.json").write_text(json.dumps({"cameras": {"hosts": hosts, "vars": common}}))
+        self.keep({"cameras": {"hosts": hosts, "vars": common}})
+
+    def keep(self, inventory):
+        (self.home / "inventory.json").write_text(json.dumps(inventory))
 
     def vault(self, old, new):
         """Keeps these passwords by serial number, encrypted; in clear they are only on a pipe."""

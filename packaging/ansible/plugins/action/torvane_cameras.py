@@ -1,11 +1,12 @@
 # SPDX-License-Identifier: MIT
-"""Refuses the task while its secrets are still on the controller, if the module would become a file on the PC."""
+"""Refuses the task while its secrets are still on the controller, if Ansible would print them or make a file on the PC."""
 import datetime
 from collections.abc import Mapping
 
 from ansible import constants as C
 from ansible.plugins.action import ActionBase
 
+IN_FILE = "The passwords would stand in a file on the PC:"
 MEND = "Set ansible_pipelining: true for these hosts, or pipelining = true in the section [connection] of ansible.cfg."
 NO_TEXTS = (type(None), bool, int, float, datetime.date, Mapping, list, tuple)
 
@@ -24,13 +25,13 @@ class ActionModule(ActionBase):
     def fault_of_connection(self):
         become = self._connection.become
         reasons = {
-            "async runs a file": self._task.async_val,
-            "ANSIBLE_KEEP_REMOTE_FILES keeps a file": C.DEFAULT_KEEP_REMOTE_FILES,
-            "become_method su can't be pipelined to, use sudo": become and become.name == "su",
-            f"pipelining is off. {MEND}": not self._is_pipelining_enabled("new", bool(self._task.async_val)),
+            "ANSIBLE_DEBUG would print the passwords.": C.DEFAULT_DEBUG,
+            f"{IN_FILE} async runs a file.": self._task.async_val,
+            f"{IN_FILE} ANSIBLE_KEEP_REMOTE_FILES is set.": C.DEFAULT_KEEP_REMOTE_FILES,
+            f"{IN_FILE} become_method su can't be pipelined to; use sudo.": become and become.name == "su",
+            f"{IN_FILE} pipelining is off. {MEND}": not self._is_pipelining_enabled("new", bool(self._task.async_val)),
         }
-        reason = next((reason for reason, holds in reasons.items() if holds), None)
-        return reason and f"The passwords would stand in a file on the PC: {reason}"
+        return next((reason for reason, holds in reasons.items() if holds), None)
 
     def fault_of_passwords(self):
         """YAML makes 83 of 0123, and a date of 2027-01-01: neither is what was meant, and both would lock somebody out."""

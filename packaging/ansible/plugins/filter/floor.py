@@ -8,7 +8,8 @@ short_description: Reports over the cameras of many PCs
 description:
   - C(on_two_hosts) gives the serial numbers that more than one host has, each with these hosts.
   - C(of_serials) leaves of a dictionary by serial number what belongs to these, so that a host is sent no other's secret.
-  - C(report) gives what became of each host and camera, C(table) the same for people.
+  - C(outcome) gives the status of one host and its message, C(report) what became of each host and camera, C(table) the
+    same for people.
 author: The Torvane developers
 """
 
@@ -80,4 +81,4 @@ def table(told, only_trouble=False):
 
 class FilterModule:
     def filters(self):
-        return {"on_two_hosts": on_two_hosts, "of_serials": of_serials, "report": report, "table": table}
+        return {"on_two_hosts": on_two_hosts, "of_serials": of_serials, "outcome": outcome_of, "report": report, "table": table}
