@@ -26,6 +26,8 @@ torvane_test_packages=(
     python3 python3-jsonschema
     "${torvane_screen_packages[@]}"
 )
+# What runs the Ansible collection, and the PCs that it is tried on.
+torvane_ansible_packages=(ansible-core openssh-client openssh-server)
 # shellcheck disable=SC2034 # for the scripts that fuzz
 torvane_fuzz_packages=(clang-14 libclang-rt-14-dev)
 
@@ -82,6 +84,15 @@ unpack_packages() {
         fi
         rm -rf -- "$scratch"
     done
+}
+
+# Where systemd runs, an sshd that is installed is started, and opens a port that nobody asked a test for.
+ensure_ansible_packages() {
+    if [ -d /run/systemd/system ] && [ ! -x /usr/sbin/sshd ]; then
+        say "Install openssh-server yourself, if you want the Ansible collection tried: it opens port 22."
+    elif ! ensure_packages "${torvane_ansible_packages[@]}"; then
+        say "Ansible or sshd can't be installed, so the collection is not tried."
+    fi
 }
 
 # build PRESET [OPTION...]: configures with the options and builds. The folder is build/PRESET.
