@@ -69,12 +69,11 @@ Status tellFailure()
 /// UNKNOWN, as plugins have it.
 CheckState startCheck(int argc, char **argv)
 {
+    platform::watchInterruption();
     try {
         const CommandLine line = parseCommandLine(argc, argv);
-        if (!line.answer) {
-            platform::watchInterruption();
+        if (!line.answer)
             return check(line.request);
-        }
         writeResult(*line.answer);
     } catch (const std::exception &error) {
         writeResult(pluginLine(CheckState::Unknown, error.what()));

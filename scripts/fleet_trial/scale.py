@@ -20,9 +20,10 @@ BARE = str(BUILD / "bench" / "bare_fleet")
 TORVANE = str(BUILD / "fleet" / "torvane")
 MARKS = "<!-- written by scripts/trial-fleet --scale -->", "<!-- end of what scripts/trial-fleet --scale writes -->"
 PAGE = """
-{processors} processors, {date}; the load of the machine was {load}. Whole processes from start to end, the least of
-{runs} runs by turns; the cameras answer at once, so that nothing hides what is not theirs. "Processor" is user and system
-time together; memory is the most that the process had, the simulated cameras in it included.
+{processors} processors, {date}; the load of the machine was {load}. Whole processes
+from start to end, the least of {runs} runs by turns. The cameras answer at once, so that all time is that of the
+programs, of the simulator in them and of the disk. "Processor" is user and system time together; memory is the most that
+the process had.
 
 {tables}
 """
@@ -132,7 +133,7 @@ def measure_all(scratch):
     *_, last = (cost_of(scale.floor, *scale.ours["change"]) for _ in range(EARLIER + 1))
     size = scale.journal.stat().st_size / 2**20
     return "\n".join(lists), "\n".join(changes), (
-        f"With {EARLIER} earlier rotations of the same {count:,} cameras in the journal, {size:.0f} MiB at the end, a "
+        f"With {EARLIER} earlier rotations of the same {count:,} cameras in the journal, which has {size:.0f} MiB in the end,\na "
         f"`change` of them takes {seconds(last.processor)} of the processor and {last.memory:.0f} MiB.")
 
 
@@ -145,7 +146,7 @@ def main():
         tables = measure_all(pathlib.Path(scratch))
     told = PAGE.format(processors=os.cpu_count(), date=datetime.date.today(), tables="\n\n".join(tables),
                        load=f"{load:.1f} before and {os.getloadavg()[1]:.1f} after",
-                       runs=", ".join(map(str, sorted(set(RUNS.values()), reverse=True))))
+                       runs=", ".join(map(str, sorted(set(RUNS.values()), reverse=True))).replace(", 3", " or 3"))
     page.write_text(before + MARKS[0] + told + MARKS[1] + after)
 
 
