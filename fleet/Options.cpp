@@ -14,7 +14,13 @@ constexpr const char *footer = R"(Exit status:
   3 done in part   4 no camera   5 all held   6 another run is going on
   7 wrong password for all   130 interrupted
 
-'torvane COMMAND --help' tells the options of a command, torvane(1) all of it.)";
+'torvane COMMAND --help' tells the options of a command, torvane(1) all of it. The check has statuses of its own.)";
+
+constexpr const char *checkFooter = R"(Exit status, as that of monitoring plugins:
+  0 OK   1 WARNING   2 CRITICAL   3 UNKNOWN: usage, no producer, no camera, or not all could be counted
+
+Example:
+  torvane check --max-factory 0 --warn-unknown 5)";
 
 constexpr const char *selectionGroup =
     "Which cameras (* stands for any text; values of one option are alternatives)";
@@ -54,6 +60,7 @@ public:
         addLock();
         addChange();
         addReset();
+        addCheck();
         addDoctor();
         addCompletion();
     }
@@ -194,6 +201,43 @@ private:
         addWriting(command);
         command.add_flag("--yes", request.yes, "Don't ask");
         command.add_flag("--no-wait", request.noWait, "Don't wait for the camera to come back");
+    }
+
+    void addRule(CLI::App &command, const std::string &name, Trouble trouble, CheckState state,
+                 const std::string &description)
+    {
+        const auto add = [rules = &request.rules, trouble, state](int most) {
+            rules->push_back({trouble, state, most});
+        };
+        command.add_option_function<int>(name, add, description)
+            ->type_name("N")
+            ->check(CLI::Range(0, 1'000'000).description(""))
+            ->group("Rules (without one: --max-factory 0)");
+    }
+
+    void addCheck()
+    {
+        CLI::App &command =
+            addCommand("check", Action::List, "For monitoring: hold the cameras' states against rules", "");
+        addSelection(command);
+        addRule(command, "--max-factory", Trouble::Factory, CheckState::Critical,
+                "CRITICAL if more are on the factory password");
+        addRule(command, "--max-unlocked", Trouble::Unlocked, CheckState::Critical,
+                "CRITICAL if more are unlocked");
+        addRule(command, "--max-unknown", Trouble::Unknown, CheckState::Critical,
+                "CRITICAL if more could not tell whose password they are on");
+        addRule(command, "--warn-factory", Trouble::Factory, CheckState::Warning, "WARNING, as above");
+        addRule(command, "--warn-unlocked", Trouble::Unlocked, CheckState::Warning, "WARNING, as above");
+        addRule(command, "--warn-unknown", Trouble::Unknown, CheckState::Warning, "WARNING, as above");
+        addText(command, "--textfile", request.textfile, "FILE.prom",
+                "Write the counts for Prometheus into this file, which is replaced as a whole")
+            ->check(
+                [](const std::string &name) {
+                    return name.ends_with(".prom") ? ""
+                                                   : "no collector reads a file that does not end in .prom";
+                },
+                "");
+        command.footer(checkFooter);
     }
 
     void addDoctor()

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // torvane: the program for scripts and for those who answer for many cameras.
+#include "Check.h"
+#include "CheckReport.h"
 #include "Choose.h"
 #include "Clock.h"
 #include "CommandLine.h"
@@ -14,6 +16,7 @@
 
 #include <QCoreApplication>
 #include <exception>
+#include <string_view>
 
 namespace {
 
@@ -62,12 +65,31 @@ Status tellFailure()
     }
 }
 
+/// Whoever runs a monitoring plugin reads its standard output and its status, also where the call was wrong; help is
+/// UNKNOWN, as plugins have it.
+CheckState startCheck(int argc, char **argv)
+{
+    try {
+        const CommandLine line = parseCommandLine(argc, argv);
+        if (!line.answer) {
+            platform::watchInterruption();
+            return check(line.request);
+        }
+        writeResult(*line.answer);
+    } catch (const std::exception &error) {
+        writeResult(pluginLine(CheckState::Unknown, error.what()));
+    }
+    return CheckState::Unknown;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
 {
     prepareProcess();
     const QCoreApplication application(argc, argv);
+    if (argc > 1 && std::string_view(argv[1]) == "check")
+        return static_cast<int>(startCheck(argc, argv));
     Status status = Status::Unexpected;
     try {
         status = start(argc, argv);

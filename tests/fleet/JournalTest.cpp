@@ -78,6 +78,7 @@ TEST_F(JournalTest, TellsWhatAKilledRunHasLeft)
 
 TEST_F(JournalTest, ALaterRunSettlesTheCamerasOfAnEarlierOne)
 {
+    cameras[1].mac = 0x02;
     beginRun("r1");
     cameras[1].lock = Lock::Unlocked; // as the killed run left it
     beginRun("r2");
@@ -86,6 +87,7 @@ TEST_F(JournalTest, ALaterRunSettlesTheCamerasOfAnEarlierOne)
         Journal journal(path);
         journal.beginRun(QStringLiteral("r3"), Action::Change, cameras);
         journal.endRuns(journal.unsettled().runs);
+        cameras[1].model = "M, renamed"; // the MAC address tells that it is the same
         for (const Camera &camera : cameras)
             journal.tellOutcome(camera, {Result::Done, InForce::New, {}, {}});
         journal.endRun(Status::Done);
