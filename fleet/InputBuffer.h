@@ -17,6 +17,8 @@ public:
     /// \param name  "-" is standard input
     /// \throws UsageError  it can't be read
     explicit InputBuffer(const std::string &name);
+    InputBuffer(const InputBuffer &) = delete;
+    InputBuffer &operator=(const InputBuffer &) = delete;
     ~InputBuffer() override;
 
     /// What it is called in a sentence.

@@ -55,7 +55,6 @@ bool RunLock::tryLock()
         judgeOther();
         return false;
     }
-    timesLeft = 0;
     // Whoever else wants to run has to see that somebody does.
     QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther);
     if (elsewhere == path || platform::lockFileState(elsewhere) != LockFileState::Held)
@@ -71,15 +70,15 @@ void RunLock::judgeOther()
         throw unusable(path, "can't be made: is its folder there, and can you write to it?");
     switch (platform::lockFileState(path)) {
     case LockFileState::Held:
-        timesLeft = 0;
         heldPath = path;
         return;
     case LockFileState::Unreadable:
         throw unusable(path,
                        "belongs to another user and can't be read, so that a run of theirs may be going "
                        "on. If none is, have it removed.");
-    case LockFileState::Left: // also for an instant while it is being made
-        if (++timesLeft > 1 && !file.removeStaleLockFile() && QFileInfo::exists(path))
+    case LockFileState::Left:
+        if (!file.removeStaleLockFile() && QFileInfo::exists(path) &&
+            platform::lockFileState(path) == LockFileState::Left)
             throw unusable(path,
                            "was left by a run of another user that has ended. Have them or root remove it.");
     }

@@ -35,8 +35,7 @@ private:
     const QString path;
     const QString elsewhere; ///< where a run may hold it that may write elsewhere; may be the same
     QLockFile file;
-    QString heldPath;  ///< of a lock that another run was seen to hold
-    int timesLeft = 0; ///< how often the file was there and held by nobody
+    QString heldPath; ///< of a lock that another run was seen to hold
 };
 
 } // namespace fleet

@@ -8,7 +8,7 @@ namespace fleet::platform {
 
 enum class LockFileState
 {
-    Held,      // by a process that runs
+    Held,      // by a process that runs, or just being made
     Left,      // by nobody, or it is not there
     Unreadable // so that it can't be told
 };

@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
@@ -26,6 +27,7 @@ TEST(RunLock, ItsFileIsAnotherRunsOnlyWhereARunHoldsIt)
     for (const QByteArray &left : {QByteArray(), QByteArray("left by nobody")}) {
         QFile file(here + QStringLiteral("/torvane.lock"));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(left) == left.size());
+        file.setFileTime(QDateTime::currentDateTime().addSecs(-9), QFile::FileModificationTime);
         file.close();
         RunLock lock(here);
         EXPECT_TRUE(lock.acquire(0s)) << left.toStdString();
