@@ -23,12 +23,16 @@ class ActionModule(ActionBase):
         result = super().run(tmp, task_vars)
         _, options = self.validate_argument_spec({
             "path": {"type": "path", "required": True}, "looked": {"type": "str", "required": True},
-            "changed": {"type": "str", "required": True},
-            "expected": {"type": "list", "elements": "str", "default": []}})
+            "changed": {"type": "str", "required": True}, "expected": {"type": "str"}})
         kept = {host: task_vars["hostvars"].raw_get(host) for host in task_vars["ansible_play_hosts_all"]}
         looked, changed = ({host: results.get(options[name], {}) for host, results in kept.items()}
                            for name in ("looked", "changed"))
-        told = report(looked, changed, options["expected"])
+        told = report(looked, changed, self.serials([results.get(options["expected"]) for results in kept.values()]))
         write(f"{options['path']}.json", json.dumps(told) + "\n")
         write(f"{options['path']}.txt", "\n".join(table(told)) + "\n")
         return {**result, "changed": False, "trouble": table(told, only_trouble=True), "summary": told["summary"]}
+
+    def serials(self, dictionaries):
+        """Of all hosts; often it is one dictionary for all."""
+        for dictionary in {id(dictionary): dictionary for dictionary in dictionaries}.values():
+            yield from (self._templar.template(dictionary) if isinstance(dictionary, str) else dictionary) or {}

@@ -21,10 +21,8 @@ options:
     type: str
     required: true
   expected:
-    description: Serial numbers that some PC should have. Those that none has are told.
-    type: list
-    elements: str
-    default: []
+    description: Name of a variable with a dictionary by serial number. Those that no PC has are told.
+    type: str
 author:
   - The Torvane developers (!UNKNOWN)
 """
