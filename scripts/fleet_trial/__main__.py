@@ -43,7 +43,8 @@ def section(trial, seconds, about):
             ("Seconds of this trial", f"{seconds:.0f}")]
     table = "".join(f"| {what} | {value} |\n" for what, value in rows)
     faults = "".join(f"- {fault}\n" for fault in trial.faults)
-    return f"{trial.title}\n\n{about.strip()}\n\n| What | Found |\n|---|---|\n{table}" + (f"\n{faults}" if faults else "")
+    text = f"{trial.title}\n\n{about.strip()}\n\n| What | Found |\n|---|---|\n{table}"
+    return text + "\n" * bool(faults) + faults
 
 
 def write_page(results, options):
