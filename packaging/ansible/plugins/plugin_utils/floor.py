@@ -45,7 +45,7 @@ def rows(told):
 def table(told, only_trouble=False):
     good = ("done", "unchanged", "would", "skipped")
     chosen = [row for row in rows(told) if not only_trouble or row[3] not in good]
-    cells = [HEADINGS, *([str(cell).replace("\n", " ") for cell in row] for row in chosen)]
+    cells = [HEADINGS, *([" ".join(str(cell).split()) for cell in row] for row in chosen)]
     widths = [max(map(len, column)) for column in zip(*cells)]
     lines = ["  ".join(cell.ljust(width) for cell, width in zip(row, widths)).rstrip() for row in cells]
     counts = [f"{count} {status}" for status, count in sorted(told["summary"]["hosts"].items())]
