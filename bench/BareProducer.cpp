@@ -3,6 +3,8 @@
 
 #include "Platform.h"
 
+#include <algorithm>
+
 namespace platform = GenICam_Interfaces::platform;
 
 namespace {
@@ -10,6 +12,10 @@ namespace {
 // Registers of the simulated cameras.
 constexpr std::uint64_t lockState = 0x50001000;
 constexpr std::uint64_t passwordState = 0x50001004;
+constexpr std::uint64_t command = 0x50001008;
+constexpr std::uint64_t newPassword = 0x50002000;
+constexpr std::uint64_t unlockPassword = 0x50002040;
+constexpr std::uint64_t firmware = 0x88;
 constexpr std::uint64_t macHigh = 0x8;
 constexpr std::uint64_t macLow = 0xc;
 constexpr std::uint64_t currentIp = 0x24;
@@ -85,11 +91,7 @@ const std::vector<std::string> &BareProducer::list()
 void BareProducer::probe(const char *id)
 {
     ask(id, DEVICE_INFO_ACCESS_STATUS);
-    DEV_HANDLE device = nullptr;
-    PORT_HANDLE port = nullptr;
-    IFOpenDevice(interface, id, DEVICE_ACCESS_READONLY, &device);
-    DevGetPort(device, &port);
-    readDescription(port);
+    PORT_HANDLE port = openDevice(id, DEVICE_ACCESS_READONLY);
     for (const std::uint64_t address : {lockState, lockState, passwordState})
         readRegister(port, address);
     INFO_DATATYPE type = INFO_DATATYPE_UNKNOWN;
@@ -100,6 +102,41 @@ void BareProducer::probe(const char *id)
     for (const std::uint64_t address : {lockState, passwordState}) // before the close, once more
         readRegister(port, address);
     DevClose(device);
+}
+
+void BareProducer::look(const char *id)
+{
+    PORT_HANDLE port = openDevice(id, DEVICE_ACCESS_READONLY);
+    readRegister(port, lockState);
+    readRegister(port, firmware, 32);
+    for (const std::uint64_t address : {currentIp, macHigh, macLow, lockState, passwordState})
+        readRegister(port, address);
+    DevClose(device);
+}
+
+void BareProducer::change(const char *id, const std::string &old, const std::string &next)
+{
+    ask(id, DEVICE_INFO_ACCESS_STATUS);
+    PORT_HANDLE port = openDevice(id, DEVICE_ACCESS_CONTROL);
+    readRegister(port, lockState);
+    readRegister(port, lockState);
+    writePassword(port, unlockPassword, old);
+    readRegister(port, lockState);
+    writePassword(port, newPassword, next);
+    lock(port);
+    writePassword(port, unlockPassword, next);
+    readRegister(port, lockState);
+    lock(port);
+    DevClose(device);
+}
+
+PORT_HANDLE BareProducer::openDevice(const char *id, DEVICE_ACCESS_FLAGS access)
+{
+    PORT_HANDLE port = nullptr;
+    IFOpenDevice(interface, id, access, &device);
+    DevGetPort(device, &port);
+    readDescription(port);
+    return port;
 }
 
 void BareProducer::readDescription(PORT_HANDLE port)
@@ -121,11 +158,25 @@ void BareProducer::readDescription(PORT_HANDLE port)
     GCGetPortInfo(port, PORT_INFO_PORTNAME, &type, text, &size);
 }
 
-void BareProducer::readRegister(PORT_HANDLE port, std::uint64_t address)
+void BareProducer::readRegister(PORT_HANDLE port, std::uint64_t address, std::size_t size)
 {
-    std::uint32_t value = 0;
-    std::size_t size = sizeof value;
-    GCReadPort(port, address, &value, &size);
+    GCReadPort(port, address, text, &size);
+}
+
+// Filled up with zeros to at least 8 bytes, a multiple of 4.
+void BareProducer::writePassword(PORT_HANDLE port, std::uint64_t address, std::string password)
+{
+    password.resize(std::max<std::size_t>(8, (password.size() + 3) / 4 * 4), '\0');
+    std::size_t size = password.size();
+    GCWritePort(port, address, password.data(), &size);
+}
+
+void BareProducer::lock(PORT_HANDLE port)
+{
+    constexpr std::uint32_t lockCommand = 1;
+    std::size_t size = sizeof lockCommand;
+    GCWritePort(port, command, &lockCommand, &size);
+    readRegister(port, lockState);
 }
 
 void BareProducer::ask(const char *id, DEVICE_INFO_CMD command)

@@ -33,6 +33,11 @@ public:
     /// Opens \p id for reading, with its description, its lock and its addresses, and closes it.
     void probe(const char *id);
 
+    /// Opens \p id for reading, asks what a fleet program's list tells of it, and closes it.
+    void look(const char *id);
+    /// Opens \p id, which is locked, for control, gives it another password as a fleet program does, and closes it.
+    void change(const char *id, const std::string &old, const std::string &next);
+
     /// Asks for one value of \p id through the interface; texts as they are.
     void ask(const char *id, DEVICE_INFO_CMD command);
     /// The value of the last call of ask().
@@ -41,8 +46,12 @@ public:
 private:
     template <class Pointer>
     Pointer find(const char *name) const;
+    /// Opens it with its port and its description.
+    PORT_HANDLE openDevice(const char *id, DEVICE_ACCESS_FLAGS access);
     void readDescription(PORT_HANDLE port);
-    void readRegister(PORT_HANDLE port, std::uint64_t address);
+    void readRegister(PORT_HANDLE port, std::uint64_t address, std::size_t size = 4);
+    void writePassword(PORT_HANDLE port, std::uint64_t address, std::string password);
+    void lock(PORT_HANDLE port);
     template <class Visitor>
     std::size_t refresh(Visitor visit);
 
@@ -51,6 +60,7 @@ private:
     const PGCCloseLib GCCloseLib = find<PGCCloseLib>("GCCloseLib");
     const PGCGetInfo GCGetInfo = find<PGCGetInfo>("GCGetInfo");
     const PGCReadPort GCReadPort = find<PGCReadPort>("GCReadPort");
+    const PGCWritePort GCWritePort = find<PGCWritePort>("GCWritePort");
     const PGCGetPortInfo GCGetPortInfo = find<PGCGetPortInfo>("GCGetPortInfo");
     const PGCGetPortURLInfo GCGetPortURLInfo = find<PGCGetPortURLInfo>("GCGetPortURLInfo");
     const PTLOpen TLOpen = find<PTLOpen>("TLOpen");
@@ -71,6 +81,7 @@ private:
     const PDevClose DevClose = find<PDevClose>("DevClose");
     TL_HANDLE tl = nullptr;
     IF_HANDLE interface = nullptr;
+    DEV_HANDLE device = nullptr;
     std::vector<std::string> ids;
     std::vector<char> description;
     char text[256] = {};

@@ -3,6 +3,7 @@
 
 #include "Collector.h"
 #include "Device.h"
+#include "Identity.h"
 #include "Interruption.h"
 #include "Journal.h"
 #include "Look.h"
@@ -10,6 +11,7 @@
 #include "Reset.h"
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <thread>
 
@@ -54,13 +56,29 @@ private:
     void finish(Job &job, Outcome outcome)
     {
         job.outcome = std::move(outcome);
+        tellOtherWay(job);
         hooks.finished(job);
+    }
+
+    /// The first entry of a camera stands for all, but another one may be within reach.
+    void tellOtherWay(Job &job) const
+    {
+        constexpr std::array outOfReach{ReasonCode::Held, ReasonCode::ReadOnly, ReasonCode::Unreachable};
+        auto &reason = job.outcome->reason;
+        if (!reason || std::ranges::find(outOfReach, reason->code) == outOfReach.end())
+            return;
+        for (const Camera &other : tree.cameras()) {
+            if (other.duplicateOf == job.camera->place && accessOf(*other.device) == Access::Free)
+                reason->next += " Or choose its other entry: --interface " + other.place.interface +
+                                " --id " + other.place.id + '.';
+        }
     }
 
     std::optional<Outcome> attempt(Job &job)
     {
         Camera &camera = *job.camera;
         const Collector lines;
+        const bool wasLooked = camera.wasLooked;
         camera.access = accessOf(*camera.device);
         camera.reason.reset();
         if (camera.access == Access::Held)
@@ -78,8 +96,17 @@ private:
         if (camera.device->isOpen())
             camera.device->close(true);
         if (request.action == Action::Reset && outcome.result == Result::Done && !request.noWait)
-            outcome = awaitReturn(tree, camera);
+            outcome = awaitReturn(tree, camera, !wasLooked);
         return outcome;
+    }
+
+    /// Whether another camera bears this one's serial number. One that could not be asked before may show only now, by its
+    /// MAC address, that it is not the camera that it was taken for.
+    bool hasTwin(const Camera &camera) const
+    {
+        return !camera.serial.empty() && std::ranges::any_of(tree.cameras(), [&](const Camera &other) {
+            return &other != &camera && other.serial == camera.serial && !isSameCamera(other, camera);
+        });
     }
 
     Outcome operate(Job &job)
@@ -89,6 +116,10 @@ private:
             readLockAgain(camera);
         else
             readOpened(camera);
+        if (job.goesBySerial && hasTwin(camera))
+            return failedUntouched(job, request,
+                                   {ReasonCode::SharedSerial, "Another camera has the same serial number.",
+                                    "Choose between them with --id; torvane list tells the identifiers."});
         if (camera.lock == Lock::None)
             return noLockOutcome(job.isNamed);
         if (camera.lock == Lock::Unknown)

@@ -40,9 +40,13 @@ void Audit::tell(const Job &job)
                   {QStringLiteral("reason"),
                    job.outcome->reason ? QJsonValue(QLatin1String(wordOf(job.outcome->reason->code)))
                                        : QJsonValue()}});
-    if (file.write(line) != line.size())
-        complain("The audit file '" + file.fileName().toStdString() +
-                 "' can't be written: " + file.errorString().toStdString() + '.');
+    const qint64 end = file.size();
+    if (file.write(line) == line.size())
+        return;
+    hasGap_ = true;
+    complain("The audit file '" + file.fileName().toStdString() + "' can't be written: " +
+             file.errorString().toStdString() + ". It lacks this line: " + line.trimmed().toStdString());
+    file.resize(end); // the next line would be lost with what has got there of this one
 }
 
 } // namespace fleet

@@ -18,13 +18,16 @@ public:
     /// \throws UsageError  it can't be written
     Audit(const std::string &path, Action action, const QString &run);
 
-    /// One append. A failure is told on standard error: the camera has been written already.
+    /// One append. Where it fails the camera has been written already: the line goes to standard error instead.
     void tell(const Job &job);
+    /// Whether a line is missing in the file.
+    bool hasGap() const { return hasGap_; }
 
 private:
     QFile file;
     const Action action;
     const QString run;
+    bool hasGap_ = false;
 };
 
 } // namespace fleet

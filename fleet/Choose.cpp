@@ -82,7 +82,7 @@ Jobs chooseJobs(Tree &tree, const Request &request, const std::function<void(con
 {
     std::vector<Camera> &cameras = tree.cameras();
     if (cameras.empty())
-        throw NothingChosen("There is no camera. Run 'torvane doctor' to see why.");
+        throw NothingChosen(noCameraSentence, statusWithoutCamera(tree));
     const Selection &selection = request.selection;
     refuseUnmatched(selection, cameras);
     const std::vector<std::size_t> chosen = chooseByIdentity(selection, cameras);
@@ -109,7 +109,7 @@ Jobs chooseJobs(Tree &tree, const Request &request, const std::function<void(con
         job.isNamed = isNamed(selection, camera);
     }
     if (jobs.empty())
-        throw NothingChosen("No camera is left by the options.");
+        throw NothingChosen("No camera is left by the options.", statusWithoutCamera(tree));
     return jobs;
 }
 

@@ -4,17 +4,27 @@
 
 #include "Job.h"
 #include "Request.h"
+#include "Status.h"
 #include "Tree.h"
 
 #include <functional>
 #include <stdexcept>
+#include <string>
 
 namespace fleet {
 
-/// No camera is there, or none that was chosen: status 4. The text is a sentence.
+/// No camera is there, or none that was chosen. The text is a sentence.
 class NothingChosen : public std::runtime_error
 {
-    using std::runtime_error::runtime_error;
+public:
+    explicit NothingChosen(const std::string &sentence, Status status = Status::NoCamera)
+        : std::runtime_error(sentence), status_(status)
+    {}
+
+    Status status() const noexcept { return status_; }
+
+private:
+    Status status_;
 };
 
 /// The jobs of an action, in the order of the tree, those that are another's double left out. Opens, read-only and once,

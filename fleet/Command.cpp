@@ -18,6 +18,7 @@ namespace {
 constexpr int timeLimitMs = 30'000;
 constexpr int pollMs = 100;       // after so long an interruption is seen
 constexpr int longestLine = 4096; // bytes
+constexpr const char *serialMark = "{serial}";
 
 /// Ctrl-C reaches all programs of the terminal: what has been begun for the camera in hand is finished all the same.
 class ShieldedProcess : public QProcess
@@ -81,13 +82,18 @@ bool isFitForCommand(const std::string &serial)
            std::ranges::all_of(serial, isFit);
 }
 
+bool namesSerial(const std::string &command)
+{
+    return command.find(serialMark) != std::string::npos;
+}
+
 CommandResult runCommand(CommandKind kind, const std::string &command, const std::string &serial,
                          const std::string &input)
 {
     QStringList words = QProcess::splitCommand(QString::fromStdString(command));
     if (words.isEmpty())
         return {"The command is empty.", {}};
-    words.replaceInStrings(QStringLiteral("{serial}"), QString::fromStdString(serial));
+    words.replaceInStrings(QLatin1String(serialMark), QString::fromStdString(serial));
     const std::unique_ptr<QProcess> owned(kind == CommandKind::Question ? new QProcess : new ShieldedProcess);
     QProcess &process = *owned;
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);

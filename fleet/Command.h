@@ -12,6 +12,9 @@ namespace fleet {
 /// camera must not choose, by the serial number that it tells, what is run or whose secret it is sent.
 bool isFitForCommand(const std::string &serial);
 
+/// Whether \p command is given the serial number.
+bool namesSerial(const std::string &command);
+
 struct CommandResult
 {
     std::string

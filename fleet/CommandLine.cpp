@@ -2,43 +2,44 @@
 #include "CommandLine.h"
 
 #include "Completion.h"
+#include "InputBuffer.h"
 #include "MacAddress.h"
 #include "Options.h"
+#include "SecretLine.h"
 #include "UsageError.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <array>
-#include <fstream>
-#include <iostream>
+#include <span>
 #include <sstream>
+#include <string_view>
 
 namespace fleet {
 
 namespace {
 
+constexpr std::size_t longestSerial = 4096; // bytes
+
 /// Serial numbers, a line each; blank lines and blanks at the ends do not count.
 void readSerials(const std::string &name, std::vector<std::string> &serials)
 {
     const std::size_t before = serials.size();
-    std::ifstream file;
-    if (name != "-") {
-        file.open(name);
-        if (!file)
-            throw UsageError("The file '" + name + "' can't be read.");
-    }
-    std::istream &input = name == "-" ? std::cin : file;
+    InputBuffer buffer(name);
+    InputStream input(buffer);
     constexpr const char *blanks = " \t\r";
-    for (std::string line; std::getline(input, line);) {
+    std::string line;
+    for (std::size_t number = 1; readSecretLine(input, line, longestSerial, number == 1); ++number) {
+        if (line.size() > longestSerial)
+            throw UsageError(buffer.title() + ", line " + std::to_string(number) +
+                             ": longer than 4096 bytes, which is no serial number.");
         const std::size_t begin = line.find_first_not_of(blanks);
         if (begin != std::string::npos)
             serials.push_back(line.substr(begin, line.find_last_not_of(blanks) + 1 - begin));
     }
-    if (input.bad())
-        throw UsageError("The file '" + name + "' can't be read.");
     if (serials.size() == before)
-        throw UsageError("The file '" + name + "' has no serial number in it.");
+        throw UsageError(buffer.title() + " has no serial number in it.");
 }
 
 void checkStandardInput(const std::string &from, const SecretOptions &secrets)
@@ -63,19 +64,30 @@ void check(const Request &request)
 {
     const bool needsChoice = request.action != Action::List && !request.resume;
     if (needsChoice && request.selection.choosesNothing())
-        throw UsageError(
+        throw CommandLineError(
             "Choose cameras: --serial, --id, --mac, --model, --interface, --from, --factory, --locked, "
             "--unlocked or --all.");
     if (request.resume && !request.selection.choosesNothing())
-        throw UsageError("--resume goes on with the cameras of the run that ended: choose none.");
+        throw CommandLineError("--resume goes on with the cameras of the run that ended: choose none.");
     if (request.selection.locked && request.selection.unlocked)
-        throw UsageError("No camera is both --locked and --unlocked.");
+        throw CommandLineError("No camera is both --locked and --unlocked.");
     if (request.quick && request.selection.needsLook())
-        throw UsageError(
+        throw CommandLineError(
             "--quick opens no camera, so --mac, --factory, --locked and --unlocked can't be answered.");
 }
 
 } // namespace
+
+bool asksForSummary(int argc, const char *const *argv)
+{
+    const std::span<const char *const> words(argv, static_cast<std::size_t>(argc));
+    constexpr std::array actions{Action::Verify, Action::Unlock, Action::Lock, Action::Change, Action::Reset};
+    const auto isCalled = [&](Action action) {
+        return argc > 1 && std::string_view(words[1]) == wordOf(action);
+    };
+    const auto isJson = [](std::string_view word) { return word == "--json"; };
+    return std::ranges::any_of(actions, isCalled) && std::ranges::any_of(words, isJson);
+}
 
 CommandLine parseCommandLine(int argc, const char *const *argv)
 {
@@ -85,7 +97,7 @@ CommandLine parseCommandLine(int argc, const char *const *argv)
     const std::string first = argc > 1 ? argv[1] : "";
     const auto isFirst = [&](const CLI::App *command) { return command->get_name() == first; };
     if (!first.starts_with('-') && app->get_subcommands(isFirst).empty())
-        throw UsageError(first.empty() ? "Which command?" : "'" + first + "' is no command.");
+        throw CommandLineError(first.empty() ? "Which command?" : "'" + first + "' is no command.");
     try {
         app->parse(argc, argv);
     } catch (const CLI::Success &success) {
@@ -94,7 +106,7 @@ CommandLine parseCommandLine(int argc, const char *const *argv)
         line.answer = text.str();
         return line;
     } catch (const CLI::ParseError &error) {
-        throw UsageError(error.what());
+        throw CommandLineError(error.what());
     }
     if (app->got_subcommand("completion")) {
         line.answer = completionScript(*app, options.shell);

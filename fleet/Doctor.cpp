@@ -5,7 +5,6 @@
 #include "JsonFields.h"
 #include "Output.h"
 #include "ProducerFile.h"
-#include "ProducerFiles.h"
 #include "SearchPath.h"
 #include "ShownName.h"
 #include "Tree.h"
@@ -48,14 +47,21 @@ std::optional<std::string> outOfReach(const Camera &camera)
 class Findings
 {
 public:
-    explicit Findings(const std::vector<std::string> &libraries)
-        : entries(libraries.empty() ? searchEntries() : std::vector<SearchEntry>()),
-          tree(libraries.empty() ? environmentProducerFiles() : libraries)
-    {}
+    explicit Findings(const Request &request)
+        : entries(request.libraries.empty() ? searchEntries() : std::vector<SearchEntry>()),
+          tree(producerFiles(request.libraries))
+    {
+        const std::vector<std::string> unmatched = unmatchedValues(request.selection, tree.cameras());
+        for (const std::string &value : unmatched)
+            complain("No camera matches " + value + '.');
+        isWhole = unmatched.empty();
+        for (const std::size_t place : chooseByIdentity(request.selection, tree.cameras()))
+            chosen.push_back(&tree.cameras()[place]);
+    }
 
     Status status()
     {
-        if (!tree.cameras().empty())
+        if (isWhole && !chosen.empty())
             return Status::Done;
         const auto failed = [](const Producer &producer) { return producer.failure.has_value(); };
         const auto &producers = tree.producers();
@@ -72,13 +78,13 @@ public:
             write("Folder " + shownText(entry.text) + ": " + wordOf(entry.state) + advice(entry.advice));
         for (const Producer &producer : tree.producers())
             print(producer);
-        for (const Camera &camera : tree.cameras()) {
-            if (const auto sentence = outOfReach(camera))
-                write("Camera " + shownName(camera) + ", " + shownText(camera.place.id) + ": " +
-                      wordOf(camera.access) + advice(*sentence));
+        for (const Camera *camera : chosen) {
+            if (const auto sentence = outOfReach(*camera))
+                write("Camera " + shownName(*camera) + ", " + shownText(camera->place.id) + ": " +
+                      wordOf(camera->access) + advice(*sentence));
         }
-        write(std::to_string(tree.cameras().size()) + " cameras behind " +
-              std::to_string(tree.producers().size()) + " producers.\n");
+        write(std::to_string(chosen.size()) + " cameras behind " + std::to_string(tree.producers().size()) +
+              " producers.\n");
     }
 
     QJsonObject toJson()
@@ -92,9 +98,9 @@ public:
         for (const Producer &producer : tree.producers())
             producers.append(toJson(producer));
         QJsonArray cameras;
-        for (const Camera &camera : tree.cameras()) {
-            QJsonObject object = jsonOf(camera);
-            object[QStringLiteral("next")] = jsonText(outOfReach(camera));
+        for (const Camera *camera : chosen) {
+            QJsonObject object = jsonOf(*camera);
+            object[QStringLiteral("next")] = jsonText(outOfReach(*camera));
             cameras.append(object);
         }
         return {{QStringLiteral("schema"), 1},        {QStringLiteral("host"), hostName()},
@@ -136,14 +142,16 @@ private:
 
     const std::vector<SearchEntry> entries;
     Tree tree;
+    std::vector<const Camera *> chosen;
+    bool isWhole = true; ///< all that was asked for is there
 };
 
 } // namespace
 
-Status runDoctor(const std::vector<std::string> &libraries, bool asJson)
+Status runDoctor(const Request &request)
 {
-    Findings findings(libraries);
-    if (asJson) {
+    Findings findings(request);
+    if (request.json) {
         const QByteArray line = jsonLine(findings.toJson());
         writeResult({line.constData(), static_cast<std::size_t>(line.size())});
     } else {

@@ -2,16 +2,15 @@
 // Why something is not there: the search path, the producers, the cameras out of reach, each with the next step.
 #pragma once
 
+#include "Request.h"
 #include "Status.h"
-
-#include <string>
-#include <vector>
 
 namespace fleet {
 
-/// Looks at everything, opens no camera, and prints what it found.
-/// \param libraries  producer files to look at instead of those that the environment names
-/// \return Done where cameras were found, NoCamera where none was, Unexpected where all producers failed
-Status runDoctor(const std::vector<std::string> &libraries, bool asJson);
+/// Looks at all places and producers, and at the cameras that \p request chooses by what the producers tell; opens no
+/// camera, and prints what it found.
+/// \return Done where they were found, NoCamera where one was not or none was, Unexpected where all producers failed
+/// \throws Interrupted
+Status runDoctor(const Request &request);
 
 } // namespace fleet

@@ -14,8 +14,9 @@ namespace fleet {
 
 struct Job
 {
-    Camera *camera = nullptr; ///< of the tree
-    bool isNamed = false;     ///< by the user, as this very camera
+    Camera *camera = nullptr;  ///< of the tree
+    bool isNamed = false;      ///< by the user, as this very camera
+    bool goesBySerial = false; ///< its choice or a secret: then no other camera may bear that serial number
     std::optional<Secret> current;
     std::optional<Secret> next;
     ChangeRules rules;              ///< of a change

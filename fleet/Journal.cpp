@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Journal.h"
 
+#include "CameraKeys.h"
 #include "Clock.h"
 #include "FileSync.h"
 #include "JsonFields.h"
@@ -56,15 +57,10 @@ QString shown(const std::string &bytes)
 struct RunState
 {
     QString id;
-    std::vector<CameraKey> open; ///< chosen, without an outcome
-    std::vector<CameraKey> intents;
+    CameraKeys open; ///< chosen, without an outcome
+    CameraKeys intents;
     bool hasEnded = false;
 };
-
-void settle(std::vector<CameraKey> &keys, const CameraKey &settled)
-{
-    std::erase_if(keys, [&](const CameraKey &key) { return key.isSame(settled); });
-}
 
 std::vector<RunState> changeRuns(const std::vector<QJsonObject> &lines)
 {
@@ -75,11 +71,13 @@ std::vector<RunState> changeRuns(const std::vector<QJsonObject> &lines)
             line.value(actionKey).toString() == QLatin1String(wordOf(Action::Change))) {
             RunState &run = runs.emplace_back(RunState{id, {}, {}, false});
             for (const auto &camera : line.value(camerasKey).toArray())
-                run.open.emplace_back(camera.toObject());
+                run.open.add(CameraKey(camera.toObject()));
             continue;
         }
-        const auto run = std::ranges::find(runs, id, &RunState::id);
-        if (run == runs.end())
+        // Mostly the last one.
+        const auto run =
+            std::find_if(runs.rbegin(), runs.rend(), [&](const RunState &one) { return one.id == id; });
+        if (run == runs.rend())
             continue;
         if (isEvent(line, endEvent)) {
             run->hasEnded = true;
@@ -87,12 +85,12 @@ std::vector<RunState> changeRuns(const std::vector<QJsonObject> &lines)
         }
         const CameraKey key(line);
         if (isEvent(line, intentEvent)) {
-            run->intents.push_back(key);
+            run->intents.add(key);
         } else if (isEvent(line, outcomeEvent)) {
             // Whatever an earlier run left of this camera is settled with it.
             for (RunState &any : runs) {
-                settle(any.open, key);
-                settle(any.intents, key);
+                any.open.settle(key);
+                any.intents.settle(key);
             }
         }
     }
@@ -109,12 +107,14 @@ Unsettled whatIsLeft(const std::vector<RunState> &runs)
 {
     Unsettled left;
     for (const RunState &run : runs) {
-        std::ranges::remove_copy_if(run.intents, std::back_inserter(left.intents),
+        const std::vector<CameraKey> intents = run.intents.left();
+        const std::vector<CameraKey> open = run.open.left();
+        std::ranges::remove_copy_if(intents, std::back_inserter(left.intents),
                                     [&](const CameraKey &key) { return holds(left.intents, key); });
         if (!run.hasEnded)
-            std::ranges::remove_copy_if(run.open, std::back_inserter(left.notReached),
-                                        [&](const CameraKey &key) { return holds(run.intents, key); });
-        if (!run.intents.empty() || (!run.hasEnded && !run.open.empty()))
+            std::ranges::remove_copy_if(open, std::back_inserter(left.notReached),
+                                        [&](const CameraKey &key) { return holds(intents, key); });
+        if (!intents.empty() || (!run.hasEnded && !open.empty()))
             left.runs.push_back(run.id);
     }
     return left;

@@ -47,7 +47,10 @@ QJsonObject jsonOf(const Place &place)
 
 QJsonObject jsonOf(const Camera &camera)
 {
-    QJsonObject object = jsonOf(camera.place);
+    QJsonObject object; // a camera that is missing has no place
+    object[QStringLiteral("producer")] = knownText(camera.place.producer);
+    object[QStringLiteral("interface")] = knownText(camera.place.interface);
+    object[QStringLiteral("id")] = knownText(camera.place.id);
     object[QStringLiteral("host")] = hostName();
     object[QStringLiteral("model")] = knownText(camera.model);
     object[QStringLiteral("serial")] = knownText(camera.serial);

@@ -125,7 +125,8 @@ void readLockAgain(Camera &camera)
 void lookInto(Camera &camera)
 {
     Device &device = *camera.device;
-    if (camera.access != Access::Free && camera.access != Access::ReadOnly) {
+    // Of one that does not tell its access, the try tells.
+    if (camera.access == Access::Held || camera.access == Access::Unreachable) {
         if (!camera.reason)
             camera.reason = accessReason(camera.access);
         return;

@@ -7,7 +7,7 @@
 
 namespace fleet {
 
-/// Opens \p camera read-only once, if its access status lets that be, reads lock state, password state, addresses and
+/// Opens \p camera read-only once, unless its access status says that this is in vain, reads lock state, password state, addresses and
 /// firmware version, and closes it. What cannot be read is unknown, and the reason says why. That there is no lock is
 /// believed only where the camera itself says that it has no such register, and answers for another one.
 void lookInto(Camera &camera);

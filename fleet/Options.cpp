@@ -14,7 +14,16 @@ constexpr const char *footer = R"(Exit status:
   3 done in part   4 no camera   5 all held   6 another run is going on
   7 wrong password for all   130 interrupted
 
-'torvane COMMAND --help' tells the options of a command, torvane(1) all of it.)";
+'torvane COMMAND --help' tells the options of a command, torvane(1) all of it. The check has statuses of its own.)";
+
+constexpr const char *checkFooter = R"(Exit status, as that of monitoring plugins:
+  0 OK   1 WARNING   2 CRITICAL   3 UNKNOWN: usage, no producer, no camera, or not all could be counted
+
+Example:
+  torvane check --max-factory 0 --warn-unknown 5)";
+
+constexpr const char *selectionGroup =
+    "Which cameras (* stands for any text; values of one option are alternatives)";
 
 /// An empty text would count as not given, and a script with an unset variable would do what it did not ask for.
 std::string refuseEmpty(const std::string &text)
@@ -51,6 +60,7 @@ public:
         addLock();
         addChange();
         addReset();
+        addCheck();
         addDoctor();
         addCompletion();
     }
@@ -70,10 +80,10 @@ private:
         return command;
     }
 
-    void addSelection(CLI::App &command)
+    // What the producers tell without a look into a camera.
+    void addIdentity(CLI::App &command)
     {
-        const std::string group =
-            "Which cameras (* stands for any text; values of one option are alternatives)";
+        const std::string group = selectionGroup;
         Selection &selection = request.selection;
         addTexts(command, "--serial", selection.serials, "SERIAL", "By serial number")->group(group);
         addTexts(command, "--id", selection.ids, "ID", "By the identifier that the producer gives it")
@@ -81,9 +91,16 @@ private:
         addTexts(command, "--model", selection.models, "MODEL", "By model")->group(group);
         addTexts(command, "--interface", selection.interfaces, "ID", "By the interface it hangs on")
             ->group(group);
-        addTexts(command, "--mac", options.macs, "MAC", "By MAC address, in any usual spelling")
-            ->group(group);
         addText(command, "--from", options.from, "FILE", "By the serial numbers in FILE, one a line")
+            ->group(group);
+    }
+
+    void addSelection(CLI::App &command)
+    {
+        const std::string group = selectionGroup;
+        Selection &selection = request.selection;
+        addIdentity(command);
+        addTexts(command, "--mac", options.macs, "MAC", "By MAC address, in any usual spelling")
             ->group(group);
         command.add_flag("--factory", selection.onFactory, "Those on the factory password")->group(group);
         command.add_flag("--locked", selection.locked, "Those that are locked")->group(group);
@@ -186,9 +203,47 @@ private:
         command.add_flag("--no-wait", request.noWait, "Don't wait for the camera to come back");
     }
 
+    void addRule(CLI::App &command, const std::string &name, Trouble trouble, CheckState state,
+                 const std::string &description)
+    {
+        const auto add = [rules = &request.rules, trouble, state](int most) {
+            rules->push_back({trouble, state, most});
+        };
+        command.add_option_function<int>(name, add, description)
+            ->type_name("N")
+            ->check(CLI::Range(0, 1'000'000).description(""))
+            ->group("Rules (without one: --max-factory 0)");
+    }
+
+    void addCheck()
+    {
+        CLI::App &command =
+            addCommand("check", Action::List, "For monitoring: hold the cameras' states against rules", "");
+        addSelection(command);
+        addRule(command, "--max-factory", Trouble::Factory, CheckState::Critical,
+                "CRITICAL if more are on the factory password");
+        addRule(command, "--max-unlocked", Trouble::Unlocked, CheckState::Critical,
+                "CRITICAL if more are unlocked");
+        addRule(command, "--max-unknown", Trouble::Unknown, CheckState::Critical,
+                "CRITICAL if more could not tell whose password they are on");
+        addRule(command, "--warn-factory", Trouble::Factory, CheckState::Warning, "WARNING, as above");
+        addRule(command, "--warn-unlocked", Trouble::Unlocked, CheckState::Warning, "WARNING, as above");
+        addRule(command, "--warn-unknown", Trouble::Unknown, CheckState::Warning, "WARNING, as above");
+        addText(command, "--textfile", request.textfile, "FILE.prom",
+                "Write the counts for Prometheus into this file, which is replaced as a whole")
+            ->check(
+                [](const std::string &name) {
+                    return name.ends_with(".prom") ? ""
+                                                   : "no collector reads a file that does not end in .prom";
+                },
+                "");
+        command.footer(checkFooter);
+    }
+
     void addDoctor()
     {
-        addCommand("doctor", Action::List, "Tell why a producer or a camera is not there", "torvane doctor");
+        addIdentity(addCommand("doctor", Action::List, "Tell why a producer or a camera is not there",
+                               "torvane doctor --serial A1"));
     }
 
     void addCompletion()

@@ -11,6 +11,9 @@ namespace fleet {
 /// \return false once nobody reads any more
 bool writeResult(std::string_view text);
 
+/// Whether results were lost for another cause than a reader that has left, such as a full disk.
+bool hasLostResults();
+
 /// A sentence on standard error, with the program's name before it. Control characters are made visible.
 void complain(const std::string &sentence);
 

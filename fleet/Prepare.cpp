@@ -42,17 +42,39 @@ public:
             job.outcome = noLockOutcome(job.isNamed);
             return;
         }
-        if (auto reason = refusal(job))
+        auto reason = refusal(job);
+        throwIfInterrupted(); // what was broken off has given no secret
+        if (!reason)
+            return;
+        if (reason->code == ReasonCode::NoSecret)
+            job.outcome = withoutSecret(job);
+        if (!job.outcome)
             job.outcome = refused(job, request, std::move(*reason));
     }
 
 private:
+    /// What becomes of a camera that needs no secret, which only a look tells.
+    std::optional<Outcome> withoutSecret(const Job &job) const
+    {
+        Camera &camera = *job.camera;
+        if (!camera.wasLooked)
+            lookInto(camera);
+        if (camera.lock == Lock::None)
+            return noLockOutcome(job.isNamed);
+        if (request.action == Action::Unlock && camera.lock == Lock::Unlocked)
+            return Outcome{Result::Unchanged, {}, {}, {}};
+        return std::nullopt;
+    }
+
     std::optional<Reason> refusal(Job &job)
     {
         Camera &camera = *job.camera;
         const Selection &selection = request.selection;
         const bool goesBySerial =
             !selection.serials.empty() && selection.ids.empty() && selection.macs.empty();
+        job.goesBySerial = goesBySerial ||
+                           (request.needsCurrent() && secrets.goesBySerial(camera, Secrets::Kind::Current)) ||
+                           (request.needsNew() && secrets.goesBySerial(camera, Secrets::Kind::New));
         if (hasSharedSerial(camera) && goesBySerial)
             return Reason{ReasonCode::SharedSerial, sharedText(camera),
                           "Choose between them with --id; torvane list tells the identifiers."};
@@ -67,10 +89,10 @@ private:
         if (!request.resume && journal.hasUnsettledIntent(camera))
             return Reason{ReasonCode::Journal, "A change of this camera was begun and has no outcome.",
                           "Run change --resume first."};
-        if (!request.onChanged.empty() && !isFitForCommand(camera.serial))
-            return Reason{ReasonCode::Vault,
-                          "The serial number has characters that are not passed to a command.",
-                          "Change this camera without --on-changed."};
+        if (!request.onChanged.empty()) {
+            if (auto reason = refusalOfHook(camera))
+                return reason;
+        }
         job.rules.relock = request.relock;
         if (camera.lock == Lock::Unlocked && !request.relock && !job.rules.tryNewFirst)
             return Reason{ReasonCode::Unlocked,
@@ -81,6 +103,18 @@ private:
         if (auto reason = resolve(job, Secrets::Kind::New))
             return reason;
         return ruleFault(*job.next, job.current ? &*job.current : nullptr);
+    }
+
+    // Its line tells the MAC address too, by which a vault can know two cameras of one serial number apart.
+    std::optional<Reason> refusalOfHook(const Camera &camera) const
+    {
+        const char *const next = "Change this camera without --on-changed.";
+        if (!isFitForCommand(camera.serial))
+            return Reason{ReasonCode::Vault,
+                          "The serial number has characters that are not passed to a command.", next};
+        if (hasSharedSerial(camera) && (namesSerial(request.onChanged) || !camera.mac))
+            return Reason{ReasonCode::SharedSerial, sharedText(camera), next};
+        return std::nullopt;
     }
 
     // The factory's own is known, and is sent to cameras that say they are on it, and to no other. A camera that could not

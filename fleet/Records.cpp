@@ -55,19 +55,21 @@ void Records::willWrite(Job &job)
 
 void Records::finished(Job &job)
 {
-    if (isSettled(job))
-        tellJournal(job);
-    tellHook(job);
+    if (!isSettled(job) || tellJournal(job))
+        tellHook(job);
     audit.tell(job);
     report.finished(job);
 }
 
-void Records::tellJournal(Job &job)
+// Whoever is told of a change may rely on it, so not of one that a crash would unsettle again.
+bool Records::tellJournal(Job &job)
 {
     try {
         journal.tellOutcome(*job.camera, *job.outcome);
+        return true;
     } catch (const JournalError &error) {
         job.outcome->reason = journalReason(error);
+        return false;
     }
 }
 

@@ -31,7 +31,8 @@ public:
     void end(Status status);
 
 private:
-    void tellJournal(Job &job);
+    /// \return false where it could not be written, which the outcome tells then
+    bool tellJournal(Job &job);
     void tellHook(Job &job);
 
     const Request &request;

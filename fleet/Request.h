@@ -2,6 +2,7 @@
 // What one call of the program asks for, as plain values: the command line has been judged, nothing has been opened.
 #pragma once
 
+#include "CheckRules.h"
 #include "Outcome.h"
 #include "Secrets.h"
 #include "Selection.h"
@@ -31,6 +32,9 @@ struct Request
     std::chrono::seconds wait{0}; ///< for another run to end
     std::string audit;            ///< file; empty: none
     std::string onChanged;        ///< command; empty: none
+
+    std::vector<CheckRule> rules; ///< check: empty stands for its own
+    std::string textfile;         ///< check: metrics file; empty: none
 
     /// Whether cameras may be written to.
     bool mayWrite() const { return action != Action::List && !dryRun; }

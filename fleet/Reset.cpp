@@ -29,11 +29,14 @@ Outcome notBack(std::string text)
             {}};
 }
 
-/// Looks into the camera of before by its new \p device.
-bool isOnFactory(Camera &camera, Device &device)
+/// Takes the camera of before by its new \p device.
+/// \return whether it is back as it should be
+bool isBack(Camera &camera, Device &device, bool mayOpen)
 {
     camera.device = &device;
     camera.access = accessOf(device);
+    if (!mayOpen)
+        return camera.access == Access::Free;
     lookInto(camera);
     return camera.password == Password::Factory;
 }
@@ -57,8 +60,9 @@ Outcome sendReset(Camera &camera)
     return {Result::Done, {}, {}, {}};
 }
 
-// Until it has left the list it is the camera of before, and says nothing of the reset. When it is back, it is opened once.
-Outcome awaitReturn(Tree &tree, Camera &camera)
+// Until it has left the list it is the camera of before, and says nothing of the reset. When it is back, it is opened once,
+// but not a third time in a run.
+Outcome awaitReturn(Tree &tree, Camera &camera, bool mayOpen)
 {
     bool wasAway = false;
     camera.wasLooked = false;
@@ -68,7 +72,7 @@ Outcome awaitReturn(Tree &tree, Camera &camera)
             return notBack("The run was interrupted before the camera was back.");
         Device *const device = tree.findAgain(camera);
         wasAway = wasAway || device != camera.device;
-        if (device && wasAway && isOnFactory(camera, *device))
+        if (device && wasAway && isBack(camera, *device, mayOpen))
             return {Result::Done, {}, {}, {}};
         if (camera.wasLooked)
             return notBack("The camera is back, but not on its factory password.");

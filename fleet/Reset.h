@@ -12,7 +12,8 @@ class Tree;
 /// Writes the reset to an open camera.
 Outcome sendReset(Camera &camera);
 
-/// Waits up to 60 s until \p camera has come back and says that it is on its factory password.
-Outcome awaitReturn(Tree &tree, Camera &camera);
+/// Waits up to 60 s until \p camera has come back.
+/// \param mayOpen  it is opened then, and has to say that it is on its factory password
+Outcome awaitReturn(Tree &tree, Camera &camera, bool mayOpen);
 
 } // namespace fleet

@@ -4,6 +4,7 @@
 #include "Identity.h"
 #include "Interrupted.h"
 #include "Look.h"
+#include "MacAddress.h"
 #include "Output.h"
 
 #include <algorithm>
@@ -18,6 +19,7 @@ Camera missingCamera(const CameraKey &key)
     camera.serial = key.serial.toStdString();
     camera.model = key.model.toStdString();
     camera.place.id = key.id.toStdString();
+    camera.mac = parseMacAddress(key.mac.toStdString());
     return camera;
 }
 

@@ -22,12 +22,14 @@ namespace fleet {
 
 namespace {
 
-Status end(const Jobs &jobs, const Tree &tree, Report &report)
+Status end(const Jobs &jobs, const Tree &tree, const Audit &audit, Report &report)
 {
     std::vector<Outcome> outcomes;
     for (const Job &job : jobs)
         outcomes.push_back(*job.outcome);
     Summary summary = summarise(outcomes, tree.hasFailure());
+    if (summary.status == Status::Done && audit.hasGap())
+        summary.status = Status::DoneInPart;
     if (platform::isInterrupted())
         summary.status = Status::Interrupted;
     report.summary(summary);
@@ -83,7 +85,7 @@ Status act(const Request &request, const QString &runId, Report &report)
     if (request.mayWrite() && !lock.acquire(request.wait))
         return refuseBeside(lock, report);
     Journal journal(Journal::defaultPath());
-    Tree tree(producerFiles(request));
+    Tree tree(producerFiles(request.libraries));
     tellProducerFailures(tree);
     Records records(request, runId, journal, audit, report);
 
@@ -98,9 +100,10 @@ Status act(const Request &request, const QString &runId, Report &report)
         settleRest(jobs, request.action, Result::Would, {});
     else if (request.action == Action::Reset && !request.yes)
         confirmResets(jobs);
+    throwIfInterrupted(); // from here on the camera in hand is finished
     records.begin(jobs, earlier.runs);
     carryOut(jobs, request, tree, records);
-    const Status status = end(jobs, tree, report);
+    const Status status = end(jobs, tree, audit, report);
     records.end(status);
     return status;
 }

@@ -2,50 +2,97 @@
 #include "RunLock.h"
 
 #include "Interrupted.h"
+#include "LockFileState.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
+#include <stdexcept>
 #include <thread>
 
 namespace fleet {
 
 namespace {
 
-QString lockFolder()
+using platform::LockFileState;
+
+QString inFolder(const QString &folder)
 {
-    const QString runLock = QStringLiteral("/run/lock");
-    return QFileInfo(runLock).isWritable() ? runLock : QDir::tempPath();
+    return folder + QStringLiteral("/torvane.lock");
+}
+
+std::runtime_error unusable(const QString &path, const char *why)
+{
+    return std::runtime_error("The lock file '" + QDir::toNativeSeparators(path).toStdString() + "' " + why);
 }
 
 } // namespace
 
-RunLock::RunLock()
-    : path(lockFolder() + QStringLiteral("/torvane.lock")), file(std::make_unique<QLockFile>(path))
+RunLock::RunLock(const QString &systemFolder)
+    : path(inFolder(QFileInfo(systemFolder).isWritable() ? systemFolder : QDir::tempPath())),
+      elsewhere(inFolder(path == inFolder(systemFolder) ? QDir::tempPath() : systemFolder)),
+      file(path)
 {
-    file->setStaleLockTime(0);
+    file.setStaleLockTime(0);
 }
 
 bool RunLock::acquire(std::chrono::seconds patience)
 {
     const auto end = std::chrono::steady_clock::now() + patience;
-    while (!file->tryLock(0)) {
+    while (!tryLock()) {
         throwIfInterrupted();
-        if (std::chrono::steady_clock::now() >= end)
+        if (!heldPath.isEmpty() && std::chrono::steady_clock::now() >= end)
             return false;
         std::this_thread::sleep_for(std::chrono::milliseconds(100));
     }
     return true;
 }
 
+bool RunLock::tryLock()
+{
+    heldPath.clear();
+    if (!file.tryLock(0)) {
+        judgeOther();
+        return false;
+    }
+    timesLeft = 0;
+    // Whoever else wants to run has to see that somebody does.
+    QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther);
+    if (elsewhere == path || platform::lockFileState(elsewhere) != LockFileState::Held)
+        return true;
+    heldPath = elsewhere;
+    file.unlock();
+    return false;
+}
+
+void RunLock::judgeOther()
+{
+    if (file.error() != QLockFile::LockFailedError)
+        throw unusable(path, "can't be made: is its folder there, and can you write to it?");
+    switch (platform::lockFileState(path)) {
+    case LockFileState::Held:
+        timesLeft = 0;
+        heldPath = path;
+        return;
+    case LockFileState::Unreadable:
+        throw unusable(path,
+                       "belongs to another user and can't be read, so that a run of theirs may be going "
+                       "on. If none is, have it removed.");
+    case LockFileState::Left: // also for an instant while it is being made
+        if (++timesLeft > 1 && !file.removeStaleLockFile() && QFileInfo::exists(path))
+            throw unusable(path,
+                           "was left by a run of another user that has ended. Have them or root remove it.");
+    }
+}
+
 std::string RunLock::holder() const
 {
-    const QString name = QDir::toNativeSeparators(path);
+    const QString name = QDir::toNativeSeparators(heldPath);
     qint64 process = 0;
     QString host;
     QString program;
-    if (!file->getLockInfo(&process, &host, &program))
-        return (QStringLiteral("The lock file ") + name + QStringLiteral(" can't be made or read."))
-            .toStdString();
+    if (!QLockFile(heldPath).getLockInfo(&process, &host, &program))
+        return (QStringLiteral("It holds ") + name + QLatin1Char('.')).toStdString();
     return QStringLiteral("Process %1 (%2) on %3 holds %4.")
         .arg(process)
         .arg(program, host, name)

@@ -2,13 +2,9 @@
 #include "SecretFile.h"
 
 #include "FilePrivacy.h"
+#include "InputBuffer.h"
 #include "SecretLine.h"
 #include "UsageError.h"
-
-#include <cerrno>
-#include <fstream>
-#include <iostream>
-#include <system_error>
 
 namespace fleet {
 
@@ -17,21 +13,15 @@ namespace {
 /// Bytes. More than any camera takes, and enough to show that a line is no password.
 constexpr std::size_t longestPasswordLine = 4096;
 
-/// Opens \p name, or takes standard input, and hands the stream and what it is called to \p use.
+/// Hands a stream over \p name and what it is called to \p use.
 template <class Use>
 auto withFile(const std::string &name, Use use)
 {
-    if (name == "-")
-        return use(static_cast<std::istream &>(std::cin), std::string("Standard input"));
-    const std::string title = "The file '" + name + "'";
-    errno = 0;
-    std::ifstream file(name, std::ios::binary);
-    if (!file)
-        throw UsageError(
-            title + " can't be read: " + std::generic_category().message(errno != 0 ? errno : EIO) + '.');
-    if (const std::string fault = platform::privacyFault(name); !fault.empty())
-        throw UsageError(title + " holds secrets. " + fault);
-    return use(static_cast<std::istream &>(file), title);
+    InputBuffer buffer(name);
+    if (const std::string fault = name == "-" ? "" : platform::privacyFault(name); !fault.empty())
+        throw UsageError(buffer.title() + " holds secrets. " + fault);
+    InputStream input(buffer);
+    return use(input, buffer.title());
 }
 
 } // namespace
@@ -42,8 +32,6 @@ Secret readSecretFile(const std::string &name)
         std::string line;
         const WipeAtEnd wiped(line);
         const bool isThere = readSecretLine(input, line, longestPasswordLine, true);
-        if (input.bad())
-            throw UsageError(title + " can't be read.");
         if (!isThere || line.empty())
             throw UsageError(title + " has no password in its first line.");
         if (line.size() > longestPasswordLine)

@@ -15,10 +15,9 @@ bool readSecretLine(std::istream &input, std::string &line, std::size_t longest,
     bool wasRead = false;
     for (char byte = 0; input.get(byte);) {
         wasRead = true;
-        if (byte == '\n')
+        if (byte == '\n' || line.size() > longest + byteOrderMark.size())
             break;
-        if (line.size() < line.capacity())
-            line += byte;
+        line += byte;
     }
     if (isFirst && line.starts_with(byteOrderMark))
         line.erase(0, byteOrderMark.size());

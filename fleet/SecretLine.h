@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// One line of an input that holds secrets.
+// One line of an input that may hold secrets.
 #pragma once
 
 #include <cstddef>
@@ -10,7 +10,7 @@ namespace fleet {
 
 /// Reads up to the next line end, which is taken and dropped, a carriage return before it too, and so is a byte-order mark
 /// at the beginning of the input. What stood in \p line is wiped.
-/// \param longest  bytes; of a longer line one more is kept, so that its size tells, and the rest is dropped
+/// \param longest  bytes; of a longer line one more is kept, so that its size tells, and the rest is left unread
 /// \param isFirst  the line is the first one of its input
 /// \return false at the end of the input, when nothing was left to read
 bool readSecretLine(std::istream &input, std::string &line, std::size_t longest, bool isFirst);

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <unordered_set>
 
 namespace fleet {
 
@@ -31,12 +32,34 @@ std::vector<IdentityOption> identityOptions(const Selection &selection)
          [](const Camera &camera) -> std::string_view { return camera.place.interface; }}};
 }
 
-bool passes(const IdentityOption &option, const Camera &camera)
+/// The values of one option. Thousands of serial numbers may come from a file, for thousands of cameras: plain ones are
+/// looked up.
+class Alternatives
 {
-    return option.values.empty() || std::ranges::any_of(option.values, [&](const std::string &value) {
-               return matches(value, option.of(camera));
-           });
-}
+public:
+    explicit Alternatives(const IdentityOption &option) : option(option)
+    {
+        for (const std::string &value : option.values) {
+            if (isPattern(value))
+                patterns.push_back(value);
+            else
+                plain.insert(value);
+        }
+    }
+
+    bool admit(const Camera &camera) const
+    {
+        const std::string_view text = option.of(camera);
+        return option.values.empty() || plain.contains(text) ||
+               std::ranges::any_of(patterns,
+                                   [&](const std::string &pattern) { return matches(pattern, text); });
+    }
+
+private:
+    const IdentityOption option;
+    std::unordered_set<std::string_view> plain;
+    std::vector<std::string> patterns;
+};
 
 bool holdsPlain(const Values &values, const std::string &text)
 {
@@ -57,10 +80,12 @@ bool Selection::choosesNothing() const
 
 std::vector<std::size_t> chooseByIdentity(const Selection &selection, const std::vector<Camera> &cameras)
 {
-    const std::vector<IdentityOption> options = identityOptions(selection);
+    std::vector<Alternatives> options;
+    for (const IdentityOption &option : identityOptions(selection))
+        options.emplace_back(option);
     std::vector<std::size_t> chosen;
     for (std::size_t place = 0; place < cameras.size(); ++place) {
-        if (std::ranges::all_of(options, [&](const auto &option) { return passes(option, cameras[place]); }))
+        if (std::ranges::all_of(options, [&](const auto &option) { return option.admit(cameras[place]); }))
             chosen.push_back(place);
     }
     return chosen;
@@ -70,12 +95,18 @@ std::vector<std::string> unmatchedValues(const Selection &selection, const std::
 {
     std::vector<std::string> unmatched;
     for (const IdentityOption &option : identityOptions(selection)) {
+        std::unordered_set<std::string_view> texts;
+        for (const Camera &camera : cameras)
+            texts.insert(option.of(camera));
+        const auto isMet = [&](const std::string &value) {
+            return isPattern(value) ? std::ranges::any_of(
+                                          texts, [&](std::string_view text) { return matches(value, text); })
+                                    : texts.contains(value);
+        };
+        std::unordered_set<std::string_view> told;
         for (const std::string &value : option.values) {
-            const std::string told = std::string(option.name) + ' ' + shownText(value);
-            if (std::ranges::none_of(
-                    cameras, [&](const Camera &camera) { return matches(value, option.of(camera)); }) &&
-                std::ranges::find(unmatched, told) == unmatched.end())
-                unmatched.push_back(told);
+            if (!isMet(value) && told.insert(value).second)
+                unmatched.push_back(std::string(option.name) + ' ' + shownText(value));
         }
     }
     return unmatched;

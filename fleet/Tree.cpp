@@ -5,12 +5,15 @@
 #include "Device.h"
 #include "GenTLLibrary.h"
 #include "Identity.h"
+#include "Interrupted.h"
 #include "Output.h"
 #include "ProducerFiles.h"
 #include "TLInterface.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <stdexcept>
+#include <system_error>
 
 namespace fleet {
 
@@ -68,9 +71,23 @@ Access accessOf(const Device &device)
     }
 }
 
-std::vector<std::string> producerFiles(const Request &request)
+std::vector<std::string> producerFiles(const std::vector<std::string> &libraries)
 {
-    return request.libraries.empty() ? environmentProducerFiles() : request.libraries;
+    std::vector<std::string> files;
+    for (const std::string &file : libraries.empty() ? environmentProducerFiles() : libraries) {
+        const auto isSame = [&](const std::string &other) {
+            std::error_code notThere;
+            return file == other || std::filesystem::equivalent(file, other, notThere);
+        };
+        if (std::ranges::none_of(files, isSame))
+            files.push_back(file);
+    }
+    return files;
+}
+
+Status statusWithoutCamera(const Tree &tree)
+{
+    return tree.hasFailure() ? Status::Unexpected : Status::NoCamera;
 }
 
 void tellProducerFailures(const Tree &tree)
@@ -84,6 +101,7 @@ void tellProducerFailures(const Tree &tree)
 Tree::Tree(const std::vector<std::string> &files)
 {
     for (const std::string &file : files) {
+        throwIfInterrupted();
         const auto begin = std::chrono::steady_clock::now();
         const Collector lines;
         libraries.push_back(std::make_unique<GenTLLibrary>(file));

@@ -4,8 +4,8 @@
 #pragma once
 
 #include "Camera.h"
-#include "Request.h"
 #include "RetiredObjects.h"
+#include "Status.h"
 
 #include <chrono>
 #include <cstddef>
@@ -37,6 +37,7 @@ class Tree
 {
 public:
     /// Loads each of \p files and asks it for its interfaces and devices, in order. One that fails hides no other.
+    /// \throws Interrupted
     explicit Tree(const std::vector<std::string> &files);
     Tree(const Tree &) = delete;
     Tree &operator=(const Tree &) = delete;
@@ -62,8 +63,14 @@ private:
     RetiredObjects retired; // cameras that went during the run; others may still point to them
 };
 
-/// The producer files that \p request names, else those that the environment does.
-std::vector<std::string> producerFiles(const Request &request);
+/// The files of the producers: those of \p libraries, else those that the environment names. One that is named in two ways
+/// stands there once: the loader would give the same module again.
+std::vector<std::string> producerFiles(const std::vector<std::string> &libraries);
+
+/// How a run ends for which \p tree has no camera: a producer that failed may hide them.
+Status statusWithoutCamera(const Tree &tree);
+
+inline constexpr const char *noCameraSentence = "There is no camera. Run 'torvane doctor' to see why.";
 
 /// Names the producers that failed on standard error.
 void tellProducerFailures(const Tree &tree);

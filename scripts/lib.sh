@@ -23,6 +23,7 @@ torvane_screen_packages=(xvfb xauth openbox fonts-dejavu-core xdotool imagemagic
 torvane_test_packages=(
     libgtest-dev libgmock-dev
     libaravis-dev libusb-1.0-0-dev
+    python3 python3-jsonschema
     "${torvane_screen_packages[@]}"
 )
 # What runs the Ansible collection, and the PCs that it is tried on.
@@ -59,6 +60,30 @@ ensure_packages() {
     as_root apt-get update </dev/null >&2
     as_root env DEBIAN_FRONTEND=noninteractive \
         apt-get install --yes --no-install-recommends "${missing[@]}" </dev/null >&2
+}
+
+# unpack_packages FOLDER PACKAGE...: fetches those that are not installed and unpacks each into a folder of its name, where
+# it stays for the next time. Nothing is installed, and so no server is started. What can't be had is told in one line.
+unpack_packages() {
+    local folder=$1 package scratch is_updated=
+    shift
+    [ -e /etc/debian_version ] || return 0
+    for package in "$@"; do
+        [ "$(dpkg-query --show --showformat='${db:Status-Status}' "$package" 2>/dev/null)" != installed ] || continue
+        [ ! -e "$folder/$package" ] || continue
+        scratch=$(mktemp -d)
+        if [ -z "$is_updated" ] && ! apt-cache show "$package" >/dev/null 2>&1; then
+            is_updated=yes
+            as_root apt-get update </dev/null >/dev/null 2>&1 || true
+        fi
+        if (cd -- "$scratch" && apt-get download "$package" && dpkg-deb --extract ./*.deb unpacked) >/dev/null 2>&1; then
+            mkdir -p -- "$folder"
+            mv -- "$scratch/unpacked" "$folder/$package"
+        else
+            say "The package $package can't be had here."
+        fi
+        rm -rf -- "$scratch"
+    done
 }
 
 # Where systemd runs, an sshd that is installed is started, and opens a port that nobody asked a test for.

@@ -26,28 +26,37 @@ EnumerationNode::EnumerationNode(NodeMap &nodeMap, pugi::xml_node element)
 
 void EnumerationNode::GetEntries(NodeList_t &nodes)
 {
-    nodes.clear();
-    for (std::size_t place = 0; place < entries.all().size(); ++place) {
-        try {
-            nodes.push_back(&nodeAt(place));
-        } catch (const GenericException &) {
-            continue; // the node map says why when it is asked for this entry
-        }
-    }
+    const Trail::Step step{map().trail(), *this, Aspect::Entry, ""};
+    const std::vector<EnumEntryNode *> sound = soundEntries();
+    nodes.assign(sound.begin(), sound.end());
 }
 
 void EnumerationNode::GetSymbolics(StringList_t &symbolics)
 {
-    NodeList_t nodes;
-    GetEntries(nodes);
-    StringList_t found;
     const Trail::Step step{map().trail(), *this, Aspect::Entry, ""};
-    for (INode *const node : nodes) {
-        const auto &entry = dynamic_cast<EnumEntryNode &>(*node);
-        if (isAvailable(entry))
-            found.push_back(entry.GetSymbolic());
+    StringList_t found;
+    for (const EnumEntryNode *const entry : soundEntries()) {
+        if (isAvailable(*entry))
+            found.push_back(entry->GetSymbolic());
     }
     symbolics = found;
+}
+
+/// A description may have a million entries, so to go through them counts as work, and those that can't be made count as
+/// nodes.
+std::vector<EnumEntryNode *> EnumerationNode::soundEntries()
+{
+    Trail &trail = map().trail();
+    trail.spend(entries.all().size());
+    std::vector<EnumEntryNode *> sound;
+    for (std::size_t place = 0; place < entries.all().size(); ++place) {
+        try {
+            sound.push_back(&nodeAt(place));
+        } catch (const GenericException &) {
+            trail.spend(limits::stepsPerNode); // the node map says why when it is asked for this entry
+        }
+    }
+    return sound;
 }
 
 /// One whose conditions the description gets wrong is not.
@@ -191,35 +200,35 @@ void EnumerationNode::setQuantity(const char *by, double wanted)
     const Trail::Step step{map().trail(), *this, Aspect::Write, by};
     EnumEntryNode *nearest = nullptr;
     double distance = std::numeric_limits<double>::infinity();
-    map().trail().spend(entries.all().size());
-    NodeList_t nodes;
-    GetEntries(nodes);
-    for (INode *const node : nodes) {
-        auto &entry = dynamic_cast<EnumEntryNode &>(*node);
-        const double own = std::abs(entry.GetNumericValue() - wanted);
-        if (!(own < distance) || !isAvailable(entry))
+    for (EnumEntryNode *const entry : soundEntries()) {
+        const double own = std::abs(entry->GetNumericValue() - wanted);
+        if (!(own < distance) || !isAvailable(*entry))
             continue;
-        nearest = &entry;
+        nearest = entry;
         distance = own;
     }
     if (nearest == nullptr)
-        fail<OutOfRangeException>(Number{wanted}.text() +
-                                  " is near the quantity of no entry that is available");
+        refuseQuantity(wanted);
     value.setValue(nearest->GetValue());
+}
+
+/// What is no number, or endless, is near to none.
+void EnumerationNode::refuseQuantity(double wanted)
+{
+    const auto [lowest, highest] = quantities();
+    if (!std::isfinite(wanted))
+        refuseOutside(wanted, lowest, highest);
+    fail<AccessException>("none of its entries is available at present to take " + withUnit(wanted) +
+                          ", of those from " + withUnit(lowest) + " to " + withUnit(highest));
 }
 
 std::pair<double, double> EnumerationNode::quantities()
 {
-    map().trail().spend(entries.all().size());
-    NodeList_t nodes;
-    GetEntries(nodes);
-    if (nodes.empty())
+    const std::vector<EnumEntryNode *> sound = soundEntries();
+    if (sound.empty())
         fail<PropertyException>("no entries, so it has no range");
-    const auto quantityOf = [](INode *node) {
-        return dynamic_cast<EnumEntryNode &>(*node).GetNumericValue();
-    };
-    const auto [lowest, highest] = std::ranges::minmax_element(nodes, {}, quantityOf);
-    return {quantityOf(*lowest), quantityOf(*highest)};
+    const auto [lowest, highest] = std::ranges::minmax(sound, {}, &EnumEntryNode::GetNumericValue);
+    return {lowest->GetNumericValue(), highest->GetNumericValue()};
 }
 
 std::string EnumerationNode::readText(Reading reading)

@@ -10,6 +10,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace GenApi_3_2_TVN {
 
@@ -38,6 +39,7 @@ public:
     // of the float that leads here.
     double quantity(const char *by, Reading reading);
     /// Writes the value of the entry whose quantity is nearest, of those that are available.
+    /// \throws OutOfRangeException  \p wanted is no finite number; AccessException  none is available
     void setQuantity(const char *by, double wanted);
     /// The lowest and the highest of all entries.
     /// \throws PropertyException  there is none
@@ -57,6 +59,8 @@ protected:
 
 private:
     EnumEntryNode *nodeOf(EntryList::Found found);
+    /// All that can be made.
+    std::vector<EnumEntryNode *> soundEntries();
     bool isSelfClearing(std::int64_t value) const;
     EnumEntryNode &entryOfPresent(Reading reading);
     bool isAvailable(const EnumEntryNode &entry) const;
@@ -64,6 +68,7 @@ private:
     static EAccessMode accessOf(const EnumEntryNode &entry);
     EnumEntryNode *entryOf(std::int64_t value);
     void requireEntry(std::int64_t value);
+    [[noreturn]] void refuseQuantity(double wanted);
 
     NumberSource<std::int64_t> value;
     EntryList entries;

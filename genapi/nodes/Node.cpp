@@ -30,11 +30,20 @@ std::string beginning(const char *name)
     return shown({name, strnlen(name, limits::shownNameLength + 1)});
 }
 
+pugi::xml_node structRegAround(pugi::xml_node element)
+{
+    const pugi::xml_node parent = element.parent();
+    const bool isEntry =
+        std::strcmp(element.name(), "StructEntry") == 0 && std::strcmp(parent.name(), "StructReg") == 0;
+    return isEntry ? parent : pugi::xml_node{};
+}
+
 } // namespace
 
 Node::Node(NodeMap &nodeMap, pugi::xml_node element)
     : nodeMap{nodeMap},
       element{element},
+      structReg{structRegAround(element)},
       pIsImplemented{Link::ofChild(*this, "pIsImplemented")},
       pIsAvailable{Link::ofChild(*this, "pIsAvailable")},
       pIsLocked{Link::ofChild(*this, "pIsLocked")},
@@ -175,28 +184,13 @@ std::string Node::reasonOf(const Link &condition, const char *before, const char
     return before + condition.node().name() + between + condition.number({}).text();
 }
 
-void Node::setAsked(Aspect aspect, bool isAskedNow) const
-{
-    const auto bit = static_cast<std::uint8_t>(aspect);
-    askedAspects = static_cast<std::uint8_t>(isAskedNow ? askedAspects | bit : askedAspects & ~bit);
-}
-
-pugi::xml_node Node::structReg() const
-{
-    if (std::strcmp(element.name(), "StructEntry") != 0)
-        return {};
-    const pugi::xml_node parent = element.parent();
-    return std::strcmp(parent.name(), "StructReg") == 0 ? parent : pugi::xml_node{};
-}
-
 pugi::xml_node Node::child(const char *tag) const
 {
     if (const pugi::xml_node own = element.child(tag))
         return own;
-    const pugi::xml_node outer = structReg();
-    if (!outer)
+    if (!structReg)
         return {};
-    const auto &shared = sharedChildren(outer);
+    const auto &shared = sharedChildren();
     const auto found =
         std::ranges::find_if(shared, [tag](pugi::xml_node one) { return std::strcmp(one.name(), tag) == 0; });
     return found != shared.end() ? *found : pugi::xml_node{};
@@ -204,14 +198,14 @@ pugi::xml_node Node::child(const char *tag) const
 
 std::vector<pugi::xml_node> Node::placeChildren() const
 {
-    if (const pugi::xml_node outer = structReg())
-        return sharedChildren(outer);
+    if (structReg)
+        return sharedChildren();
     return {element.begin(), element.end()};
 }
 
-const std::vector<pugi::xml_node> &Node::sharedChildren(pugi::xml_node outer) const
+const std::vector<pugi::xml_node> &Node::sharedChildren() const
 {
-    const StructRegs::Shared &shared = nodeMap.structRegs().shared(outer);
+    const StructRegs::Shared &shared = nodeMap.structRegs().shared(structReg);
     if (shared.isTooMuch)
         fail<PropertyException>("its StructReg has more for its entries than " +
                                 std::to_string(limits::structRegChildren) + " children with " +
@@ -281,8 +275,21 @@ std::int64_t Node::wholeOf(Number value) const
 
 std::string Node::withUnit(Number value) const
 {
-    const std::optional<std::string> unit = childText("Unit");
-    return value.text() + (unit && !unit->empty() ? " " + shown(*unit) : "");
+    const std::string own = unit();
+    return value.text() + (own.empty() ? "" : " " + own);
+}
+
+/// A number goes unchanged from an Integer or a Float to the node behind its value, which has no unit as a rule.
+std::string Node::unit() const
+{
+    std::string found = childText("Unit").value_or("");
+    for (const Node *const asking : nodeMap.trail().askingForValueOf(*this)) {
+        const std::string_view kind = asking->element.name();
+        if (!found.empty() || (kind != "Integer" && kind != "Float"))
+            break;
+        found = asking->childText("Unit").value_or("");
+    }
+    return shown(found);
 }
 
 void Node::refuseOutside(Number value, Number lowest, Number highest) const
@@ -391,16 +398,6 @@ EAccessMode narrower(EAccessMode left, EAccessMode right)
     if (readable)
         return writable ? RW : RO;
     return writable ? WO : NA;
-}
-
-bool isReadable(EAccessMode mode)
-{
-    return mode == RO || mode == RW;
-}
-
-bool isWritable(EAccessMode mode)
-{
-    return mode == WO || mode == RW;
 }
 
 EAccessMode childAccessMode(const Node &node, const char *tag, EAccessMode otherwise)

@@ -75,7 +75,11 @@ public:
     /// For messages: a name longer than limits::shownNameLength without its end.
     std::string name() const;
     bool isAsked(Aspect aspect) const { return (askedAspects & static_cast<std::uint8_t>(aspect)) != 0; }
-    void setAsked(Aspect aspect, bool isAskedNow) const;
+    void setAsked(Aspect aspect, bool isAskedNow) const
+    {
+        const auto bit = static_cast<std::uint8_t>(aspect);
+        askedAspects = static_cast<std::uint8_t>(isAskedNow ? askedAspects | bit : askedAspects & ~bit);
+    }
 
     NodeMap &map() const { return nodeMap; }
     pugi::xml_node xml() const { return element; }
@@ -109,7 +113,7 @@ public:
     void requireReadable() const;
     void requireWritable() const;
 
-    /// \p value as messages show it, with the unit that the description gives the node.
+    /// \p value as messages show it, with the unit that the description gives the node or the feature whose value it is.
     std::string withUnit(Number value) const;
     /// \throws OutOfRangeException  \p value, with the limits in force
     [[noreturn]] void refuseOutside(Number value, Number lowest, Number highest) const;
@@ -135,18 +139,18 @@ protected:
 
 private:
     std::string told(const std::string &fault) const;
+    std::string unit() const;
     [[noreturn]] void refuseUse(const char *fault) const;
     [[noreturn]] void refuseAccess(bool isWrite) const;
     static std::string reasonOf(const Link &condition, const char *before, const char *between);
     /// The name of the node, of parts that are each made by \p part of a name in the description.
     std::string composeName(std::string (*part)(const char *)) const;
-    /// The StructReg around an entry of one; null for every other node.
-    pugi::xml_node structReg() const;
-    const std::vector<pugi::xml_node> &sharedChildren(pugi::xml_node structReg) const;
+    const std::vector<pugi::xml_node> &sharedChildren() const;
     EAccessMode conditionalAccessMode(AccessQuestion question) const;
 
     NodeMap &nodeMap;
     pugi::xml_node element;
+    pugi::xml_node structReg; ///< around an entry of one; null for every other node
     std::optional<Link> pIsImplemented;
     std::optional<Link> pIsAvailable;
     std::optional<Link> pIsLocked;
@@ -161,8 +165,14 @@ double Node::numberOf(pugi::xml_node child) const;
 
 /// The mode that allows only what both allow.
 EAccessMode narrower(EAccessMode left, EAccessMode right);
-bool isReadable(EAccessMode mode);
-bool isWritable(EAccessMode mode);
+constexpr bool isReadable(EAccessMode mode)
+{
+    return mode == RO || mode == RW;
+}
+constexpr bool isWritable(EAccessMode mode)
+{
+    return mode == WO || mode == RW;
+}
 
 /// The mode that the child \p tag of a node states, or \p otherwise.
 /// \throws PropertyException  it is none of RO, WO and RW

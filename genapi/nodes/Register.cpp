@@ -10,7 +10,6 @@
 #include <iterator>
 #include <limits>
 #include <string_view>
-#include <utility>
 
 namespace GenApi_3_2_TVN {
 
@@ -90,24 +89,39 @@ void Register::read(Reading reading, std::span<std::uint8_t> to)
 {
     const std::uint64_t first = address(std::ssize(to));
     const RegisterCache::Place place{&connectedPort(), first, to.size()};
-    RegisterCache &cache = owner.map().registers();
-    RegisterCache::Known *kept = cache.find(place, known);
-    const bool isKept = kept != nullptr && isGood(*kept, reading);
-    if (pBlockPolling)
-        kept = cache.find(place, known); // to ask it may have made room
-    if (!isKept || kept == nullptr)
-        return readDevice(place, kept, to);
-    std::ranges::copy(kept->bytes, to.begin());
+    if (const RegisterCache::Known *const kept = isCachable ? keptAt(place, reading) : nullptr)
+        std::ranges::copy(kept->bytes, to.begin());
+    else
+        readDevice(place, to);
 }
 
-/// Nothing is known until the port has delivered.
-void Register::readDevice(const RegisterCache::Place &place, RegisterCache::Known *before,
-                          std::span<std::uint8_t> to)
+/// To ask what blocks the polling may make room in the cache, read this very place, or find an invalidator changed.
+const RegisterCache::Known *Register::keptAt(const RegisterCache::Place &place, Reading reading)
 {
-    const bool isNew = before == nullptr || !std::exchange(before->isFilled, false);
+    RegisterCache &cache = owner.map().registers();
+    const RegisterCache::Known *kept = cache.find(place, known);
+    if (kept != nullptr && isGood(*kept, reading)) {
+        if (!isPollingDue(*kept))
+            return kept;
+        const bool isBlocked = pBlockPolling && pBlockPolling->isTrue();
+        kept = cache.find(place, known);
+        if (kept != nullptr && isGood(*kept, reading) && (isBlocked || !isPollingDue(*kept)))
+            return kept;
+    }
+    return cache.findAround(place, known);
+}
+
+void Register::readDevice(const RegisterCache::Place &place, std::span<std::uint8_t> to)
+{
+    RegisterCache &cache = owner.map().registers();
     std::ranges::fill(to, std::uint8_t{0});
-    connectedPort().Read(to.data(), static_cast<std::int64_t>(place.address), std::ssize(to));
-    owner.map().registers().keep(place, to, isNew, known);
+    try {
+        connectedPort().Read(to.data(), static_cast<std::int64_t>(place.address), std::ssize(to));
+    } catch (...) {
+        cache.keepFailure(place);
+        throw;
+    }
+    cache.keep(place, to, known);
 }
 
 void Register::readOrdered(Reading reading, std::span<std::uint8_t> to)
@@ -148,18 +162,19 @@ bool Register::isGood(const RegisterCache::Known &what, Reading reading) const
 {
     const NodeMap &map = owner.map();
     const RegisterCache &cache = map.registers();
-    if (!isCachable || !what.isFilled)
+    if (!what.isFilled)
         return false;
     if (cache.isOfThisCall(what))
         return true;
     return !reading.ignoreCache && map.isCachingEnabled() && cache.isOfNow(what) &&
-           (!hasInvalidators || cache.isOfLastChange(what)) && !isTooOld(what);
+           (!hasInvalidators || cache.isOfLastChange(what));
 }
 
-bool Register::isTooOld(const RegisterCache::Known &what) const
+bool Register::isPollingDue(const RegisterCache::Known &what) const
 {
-    return pollingTimeMs && owner.map().registers().age(what) >= static_cast<std::uint64_t>(*pollingTimeMs) &&
-           !(pBlockPolling && pBlockPolling->isTrue());
+    const RegisterCache &cache = owner.map().registers();
+    return pollingTimeMs && !cache.isOfThisCall(what) &&
+           cache.age(what) >= static_cast<std::uint64_t>(*pollingTimeMs);
 }
 
 std::int64_t Register::readLength() const

@@ -63,10 +63,11 @@ private:
     PortNode &connectedPort() const;
     [[noreturn]] void refuseAddress() const;
     [[noreturn]] void refuseLength(std::int64_t byteCount) const;
-    void readDevice(const RegisterCache::Place &place, RegisterCache::Known *before,
-                    std::span<std::uint8_t> to);
+    /// Null when the device has to be asked.
+    const RegisterCache::Known *keptAt(const RegisterCache::Place &place, Reading reading);
+    void readDevice(const RegisterCache::Place &place, std::span<std::uint8_t> to);
     bool isGood(const RegisterCache::Known &known, Reading reading) const;
-    bool isTooOld(const RegisterCache::Known &known) const;
+    bool isPollingDue(const RegisterCache::Known &known) const;
     void swapQuadlets(std::span<std::uint8_t> bytes) const;
 
     Node &owner;

@@ -6,6 +6,8 @@
 #include "Node.h"
 #include "Raise.h"
 
+#include <string_view>
+
 namespace GenApi_3_2_TVN {
 namespace {
 
@@ -77,6 +79,19 @@ void Trail::spend(std::size_t steps)
 bool Trail::isSpent() const
 {
     return spent > limits::stepsPerCall;
+}
+
+std::vector<const Node *> Trail::askingForValueOf(const Node &node) const
+{
+    std::vector<const Node *> asking;
+    const Node *asked = &node;
+    for (std::size_t place = waiting.size(); place-- > 1;) {
+        if (waiting[place].node != asked || !std::string_view{waiting[place].by}.starts_with("pValue"))
+            continue;
+        asked = waiting[place - 1].node;
+        asking.push_back(asked);
+    }
+    return asking;
 }
 
 std::string Trail::told(const std::string &cause, const std::string &text) const

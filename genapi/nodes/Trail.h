@@ -67,6 +67,9 @@ public:
     /// Whether it has, so that all that the call still asks is refused.
     bool isSpent() const;
 
+    /// The nodes whose value comes from \p node in the present call, by a child such as pValue: the nearest first.
+    std::vector<const Node *> askingForValueOf(const Node &node) const;
+
     /// A message about a node that is being asked, or that one which is being asked leads to.
     /// \param cause  its name
     /// \param text   as it is for a call that asks the node itself: "Node 'Raw': can only be read"

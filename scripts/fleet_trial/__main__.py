@@ -13,13 +13,14 @@ import traceback
 
 from floor import Trial
 from kills import kills
+from monitoring import monitoring
 from playbook import playbook
 from rogue import rogue
 from rotation import rotation
 from together import together
 from truth import truth
 
-TRIALS = {trial.__name__: trial for trial in (truth, rotation, kills, together, rogue)}
+TRIALS = {trial.__name__: trial for trial in (truth, rotation, kills, together, rogue, monitoring)}
 ON_DEMAND = {playbook.__name__: playbook}  # what needs more than a build
 HEADING = """# Trials of `torvane`
 

@@ -11,7 +11,7 @@ import time
 import tomllib
 
 HERE = pathlib.Path(__file__).resolve().parent
-BUILD = pathlib.Path(os.environ.get("TORVANE_BUILD_FOLDER", HERE.parent.parent / "build" / "release")).resolve()
+BUILD = pathlib.Path(os.environ.get("TORVANE_BUILD_FOLDER") or HERE.parent.parent / "build" / "release").resolve()
 CTI = BUILD / "simulator" / "torvane_sim.cti"
 FACTORY = "mapleoak"
 MARK = "zq7Kp"  # begins each secret, so that one search finds any of them

@@ -63,7 +63,7 @@ std::string passwordIn(std::string_view bytes)
 Camera::Camera(std::shared_ptr<const CameraSettings> settings, CameraStore &store)
     : settings_(std::move(settings)), store(store), description_(describeCamera(*settings_))
 {
-    if (isRebooting(stateOf(*settings_, store.load())))
+    if (isRebooting(store.stateOf(*settings_)))
         loseContact("reboots");
     requireContact();
 
@@ -133,7 +133,7 @@ void Camera::refreshLockRegisters()
 {
     if (settings_->lock == LockSetting::None)
         return;
-    const CameraState state = stateOf(*settings_, store.load());
+    const CameraState state = store.stateOf(*settings_);
     put(RegLockState, hostNumber(settings_->lockStateValue.value_or(state.isLocked ? 1 : 0)));
     put(RegPasswordState,
         hostNumber(settings_->passwordStateValue.value_or(state.isDefaultPassword ? 0 : 1)));
@@ -146,15 +146,14 @@ void Camera::writeCommand(std::string_view bytes)
                          "the command register takes 1 (lock) and 0x80 (factory reset), 4 bytes");
 
     const bool isReset = bytes == hostNumber(CmdFactoryReset);
-    store.update([&](CameraStates &states) {
-        CameraState state = stateOf(*settings_, states);
+    store.update(*settings_, [&](CameraState &state) {
         state.isLocked = true;
         if (isReset) {
             state.password = factoryPassword;
             state.isDefaultPassword = true;
             state.availableAtMs = nowMs() + settings_->rebootMs;
         }
-        states[settings_->id] = state;
+        return true;
     });
     if (isReset)
         loseContact("reboots");
@@ -166,26 +165,24 @@ void Camera::writeNewPassword(std::string_view bytes)
     if (password.empty())
         throw GenTLError(GC_ERR_INVALID_VALUE, "a password can't be empty");
 
-    store.update([&](CameraStates &states) {
-        CameraState state = stateOf(*settings_, states);
+    store.update(*settings_, [&](CameraState &state) {
         if (state.isLocked)
             throw GenTLError(GC_ERR_ACCESS_DENIED,
                              "a new password is taken only while the camera is unlocked");
         state.password = password;
         state.isDefaultPassword = false;
-        states[settings_->id] = state;
+        return true;
     });
 }
 
 void Camera::writeUnlockPassword(std::string_view bytes)
 {
     const std::string password = passwordIn(bytes);
-    store.update([&](CameraStates &states) {
-        CameraState state = stateOf(*settings_, states);
+    store.update(*settings_, [&](CameraState &state) {
         if (state.password != password)
-            return; // accepted in silence, as cameras do: the lock state tells
+            return false; // accepted in silence, as cameras do: the lock state tells
         state.isLocked = false;
-        states[settings_->id] = state;
+        return true;
     });
 }
 

@@ -19,7 +19,7 @@ class Camera
 {
 public:
     /// \param store  outlives the camera
-    /// \throws GenTLError  GC_ERR_IO while it reboots, or as CameraStore::load()
+    /// \throws GenTLError  GC_ERR_IO while it reboots, or as CameraStore::stateOf()
     Camera(std::shared_ptr<const CameraSettings> settings, CameraStore &store);
 
     /// Copies \p size bytes from \p address on. A read may begin and end within registers and cross from one

@@ -28,9 +28,14 @@ public:
     /// \throws GenTLError  GC_ERR_IO: the state is damaged or can't be read; GC_ERR_TIMEOUT: it stays locked
     virtual CameraStates load() = 0;
 
-    /// Changes what is kept, with no other change between the look and the deed.
+    /// The state of one camera: the kept one, or that of its configuration.
+    /// \throws GenTLError  as load()
+    virtual CameraState stateOf(const CameraSettings &settings) = 0;
+
+    /// Changes the state of one camera, with no other change between the look and the deed.
+    /// \param change  returns whether what it made of the state is to be kept
     /// \throws GenTLError  as load(), and whatever \p change throws; nothing is changed then
-    virtual void update(const std::function<void(CameraStates &)> &change) = 0;
+    virtual void update(const CameraSettings &settings, const std::function<bool(CameraState &)> &change) = 0;
 
     /// Takes a camera; null when somebody else holds it, another process included.
     virtual std::unique_ptr<CameraHold> hold(const std::string &id) = 0;

@@ -29,11 +29,16 @@ class MemoryStore : public CameraStore
 public:
     CameraStates load() override { return states; }
 
-    void update(const std::function<void(CameraStates &)> &change) override
+    CameraState stateOf(const CameraSettings &settings) override
     {
-        CameraStates changed = states;
-        change(changed);
-        states = std::move(changed);
+        return simulator::stateOf(settings, states);
+    }
+
+    void update(const CameraSettings &settings, const std::function<bool(CameraState &)> &change) override
+    {
+        CameraState state = stateOf(settings);
+        if (change(state))
+            states[settings.id] = std::move(state);
     }
 
     std::unique_ptr<CameraHold> hold(const std::string &id) override

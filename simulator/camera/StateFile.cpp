@@ -110,11 +110,19 @@ public:
 
     CameraStates load() override { return read(); } // no lock: the file is replaced whole
 
-    void update(const std::function<void(CameraStates &)> &change) override
+    CameraState stateOf(const CameraSettings &settings) override
+    {
+        return simulator::stateOf(settings, read());
+    }
+
+    void update(const CameraSettings &settings, const std::function<bool(CameraState &)> &change) override
     {
         const NumberLock lock = takeStateLock();
         CameraStates states = read();
-        change(states);
+        CameraState state = simulator::stateOf(settings, states);
+        if (!change(state))
+            return;
+        states[settings.id] = std::move(state);
         replaceFile(path, formatStates(states));
     }
 

@@ -64,14 +64,41 @@ TEST(ActionRun, StatusesOfRunsThatDidNothing)
           {{QStringLiteral("lock"), serial, QStringLiteral("A4")}, 1, {"A4 failed no_lock"}},
           {{QStringLiteral("lock"), serial, QStringLiteral("A1")}, 0, {"A1 unchanged"}},
           {{QStringLiteral("lock")}, 2, {}},
+          {{QStringLiteral("lock"), all, QStringLiteral("--nonsense")}, 2, {}},
+          {{QStringLiteral("lock"), all, QStringLiteral("--audit"), QStringLiteral("/nowhere/audit")}, 2, {}},
+          {{QStringLiteral("lock"), all, QStringLiteral("--library"), wrong}, 1, {}},
           {{verify, serial, QStringLiteral("A1")}, 2, {"A1 refused no_secret"}},
           {{verify, all, passwordFile, QStringLiteral("-"), passwords, QStringLiteral("-")}, 2, {}},
           {{QStringLiteral("reset"), serial, QStringLiteral("A1")}, 2, {}}}) {
         const Ended run = fleet.act(row.arguments);
         EXPECT_EQ(run.status, row.status) << row.arguments.join(' ').toStdString() << run.errors;
+        EXPECT_EQ(run.summary("status"), row.status) << row.arguments.join(' ').toStdString();
         EXPECT_EQ(run.outcomes(), row.outcomes) << row.arguments.join(' ').toStdString();
     }
     EXPECT_EQ(fleet.states()[0], "A1 locked user");
+}
+
+TEST(ActionRun, WhatNeedsNoSecretNeedsNoLine)
+{
+    const Fleet fleet(
+        cameras(camera("A1") + camera("A3", "lock = \"unlocked\"") + camera("A4", "lock = \"none\"")));
+    const QString file = fleet.file("p", R"({"serial": "A1", "current": "hunter22"})");
+    EXPECT_THAT(fleet.act({QStringLiteral("unlock"), all, passwords, file}).outcomes(),
+                ElementsAre("A1 done", "A3 unchanged", "A4 skipped no_lock"));
+    EXPECT_EQ(fleet.opens("A1", "2"), 0);
+    EXPECT_EQ(fleet.opens("A4", "2"), 1);
+    EXPECT_THAT(fleet.act({verify, all, passwords, file}).outcomes(),
+                ElementsAre("A1 skipped not_reached", "A3 refused no_secret", "A4 skipped no_lock"));
+}
+
+TEST(ActionRun, AFullDiskLosesNoLineInSilence)
+{
+    const Fleet fleet(cameras(camera("A1")));
+    const Ended run =
+        fleet.act({QStringLiteral("lock"), all, QStringLiteral("--audit"), QStringLiteral("/dev/full")});
+    EXPECT_EQ(run.status, 3);
+    EXPECT_EQ(run.summary("status"), 3);
+    EXPECT_THAT(run.errors, HasSubstr(R"("serial":"A1")"));
 }
 
 TEST(ActionRun, ALockIsOpenedAndClosedWithProof)
@@ -79,7 +106,10 @@ TEST(ActionRun, ALockIsOpenedAndClosedWithProof)
     const Fleet fleet(mixed());
     const QString file = fleet.file("p", R"({"serial": "A1", "current": "hunter22"})");
     EXPECT_THAT(
-        fleet.act({QStringLiteral("unlock"), serial, QStringLiteral("A1"), passwords, file}).outcomes(),
+        fleet
+            .act({QStringLiteral("unlock"), QStringLiteral("--from"), QStringLiteral("-"), passwords, file},
+                 "\xef\xbb\xbf\n A1\t\r\n")
+            .outcomes(),
         ElementsAre("A1 done"));
     EXPECT_EQ(fleet.states()[0], "A1 unlocked user");
     const Ended again = fleet.act({QStringLiteral("lock"), QStringLiteral("--unlocked")});
@@ -109,13 +139,17 @@ TEST(ActionRun, RelockProvesThePasswordOfAnUnlockedCamera)
 
 TEST(ActionRun, AResetCameraComesBackOnItsFactoryPassword)
 {
-    const Fleet fleet(cameras(camera("A1", "reboot_ms = 300") + camera("A2")));
-    const Ended run =
-        fleet.act({QStringLiteral("reset"), serial, QStringLiteral("A1"), QStringLiteral("--yes")});
-    EXPECT_THAT(run.outcomes(), ElementsAre("A1 done"));
-    EXPECT_EQ(run.lines()[0].value(QStringLiteral("password")).toString(), QStringLiteral("factory"));
-    EXPECT_THAT(fleet.states(), ElementsAre("A1 locked factory", "A2 locked user"));
-    EXPECT_EQ(fleet.opens("A2", "3"), 0);
+    // What a look has chosen is not opened a third time to see that.
+    for (const auto &[option, password] : {std::pair{"--serial A1", "factory"}, {"--unlocked", "unknown"}}) {
+        const Fleet fleet(cameras(camera("A1", "reboot_ms = 300\nlock = \"unlocked\"") + camera("A2")));
+        const Ended run = fleet.act(QStringList{QStringLiteral("reset"), QStringLiteral("--yes")} +
+                                    QString::fromLatin1(option).split(QLatin1Char(' ')));
+        EXPECT_THAT(run.outcomes(), ElementsAre("A1 done")) << option;
+        EXPECT_EQ(run.lines()[0].value(QStringLiteral("password")).toString().toStdString(), password);
+        EXPECT_EQ(fleet.opens("A1", "2") + fleet.opens("A1", "3"), 2) << option;
+        EXPECT_EQ(fleet.opens("A2", "3"), 0);
+        EXPECT_THAT(fleet.states(), ElementsAre("A1 locked factory", "A2 locked user"));
+    }
 }
 
 TEST(ActionRun, AFileThatOthersCanReadHoldsNoSecret)
@@ -184,10 +218,23 @@ TEST(ActionRun, TwoCamerasOfOneSerialNumberAreToldApartByTheirIdentifiers)
         EXPECT_EQ(run.status, 2);
         EXPECT_THAT(run.output, HasSubstr("A1 (SimCam), twin (SimCam)"));
     }
+    const QString old = fleet.file("old", "hunter22");
+    const QStringList change{QStringLiteral("change"),
+                             QStringLiteral("--id"),
+                             QStringLiteral("twin"),
+                             passwordFile,
+                             old,
+                             QStringLiteral("--new-password-file"),
+                             fleet.file("new", "new-twin"),
+                             QStringLiteral("--on-changed")};
+    EXPECT_THAT(fleet.act(change + QStringList{QStringLiteral("true {serial}")}).outcomes(),
+                ElementsAre("A1 refused shared_serial old"));
     EXPECT_TRUE(fleet.simulator.calls("GCWritePort").empty());
+    EXPECT_THAT(fleet.act(change + QStringList{QStringLiteral("grep -q 02:00:00:00:00:99")}).outcomes(),
+                ElementsAre("A1 done new"));
     EXPECT_THAT(fleet
                     .act({verify, serial, QStringLiteral("A1"), QStringLiteral("--id"),
-                          QStringLiteral("twin"), passwordFile, fleet.file("q", "hunter22")})
+                          QStringLiteral("twin"), passwordFile, fleet.file("q", "new-twin")})
                     .outcomes(),
                 ElementsAre("A1 done"));
     EXPECT_EQ(fleet.opens("A1", "3"), 0);

@@ -171,7 +171,7 @@ TEST(ChangeRun, AKilledRunIsSettledByResume)
 
 TEST(ChangeRun, AnUnsettledIntentRefusesAPlainChange)
 {
-    const Fleet fleet("[producer]\nlatency_ms = 60\n" + cameras(camera("A1", "password = \"lost\"")));
+    Fleet fleet("[producer]\nlatency_ms = 60\n" + cameras(camera("A1", "password = \"lost\"")));
     const QString file = fleet.file("p", lines({"A1"}));
     QProcess killed;
     fleet.start(killed, {change, all, QStringLiteral("--wait"), QStringLiteral("90"), passwords, file});
@@ -185,6 +185,11 @@ TEST(ChangeRun, AnUnsettledIntentRefusesAPlainChange)
     const Ended plain = fleet.act({change, all, passwords, file});
     EXPECT_EQ(plain.status, 2);
     EXPECT_THAT(plain.output, HasSubstr("Run change --resume first."));
+    fleet.simulator.configure(cameras(camera("B1")));
+    const Ended gone = fleet.act({change, QStringLiteral("--resume"), passwords, file});
+    EXPECT_THAT(gone.outcomes(), ElementsAre("A1 failed vanished unknown"));
+    EXPECT_TRUE(gone.lines()[0][QStringLiteral("producer")].isNull());
+    EXPECT_TRUE(gone.lines()[0][QStringLiteral("mac")].isString());
 }
 
 TEST(ChangeRun, ATerminatedRunFinishesTheCameraInHandAndNoOther)

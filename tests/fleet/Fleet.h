@@ -28,6 +28,22 @@ struct Ended
     int summary(const char *key) const;
 };
 
+/// What is typed when a question has been shown.
+struct Typed
+{
+    const char *question;
+    const char *answer;
+    bool isSecret = true; ///< and asked for without echo
+};
+
+/// What a run on a terminal left behind.
+struct Shown
+{
+    int status = -1;
+    std::string text;     ///< of standard output and standard error
+    bool isEchoOn = true; ///< whether the terminal shows what is typed
+};
+
 class Fleet
 {
 public:
@@ -39,6 +55,9 @@ public:
     Ended act(QStringList arguments, const std::string &input = {}) const;
     /// The same, and the caller's to end.
     void start(QProcess &process, const QStringList &arguments, const std::string &input = {}) const;
+
+    /// Runs to the end on a terminal of its own, behind whatever else is writing on this PC.
+    Shown onTerminal(const QStringList &arguments, const std::vector<Typed> &dialogue) const;
 
     /// A file of mode 0600 in the folder of the test.
     QString file(const char *name, const std::string &text) const;

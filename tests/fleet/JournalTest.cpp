@@ -2,6 +2,10 @@
 // What the journal knows after runs that ended in all sorts of ways.
 #include "Journal.h"
 
+#include "Audit.h"
+#include "FullDisk.h"
+#include "Records.h"
+
 #include <gmock/gmock.h>
 
 #include <QDateTime>
@@ -74,6 +78,7 @@ TEST_F(JournalTest, TellsWhatAKilledRunHasLeft)
 
 TEST_F(JournalTest, ALaterRunSettlesTheCamerasOfAnEarlierOne)
 {
+    cameras[1].mac = 0x02;
     beginRun("r1");
     cameras[1].lock = Lock::Unlocked; // as the killed run left it
     beginRun("r2");
@@ -82,6 +87,7 @@ TEST_F(JournalTest, ALaterRunSettlesTheCamerasOfAnEarlierOne)
         Journal journal(path);
         journal.beginRun(QStringLiteral("r3"), Action::Change, cameras);
         journal.endRuns(journal.unsettled().runs);
+        cameras[1].model = "M, renamed"; // the MAC address tells that it is the same
         for (const Camera &camera : cameras)
             journal.tellOutcome(camera, {Result::Done, InForce::New, {}, {}});
         journal.endRun(Status::Done);
@@ -126,6 +132,29 @@ TEST_F(JournalTest, ForgetsSettledRunsAfterAYearAndNoOthers)
     const QByteArray kept = text();
     EXPECT_FALSE(kept.contains("\"settled\""));
     EXPECT_TRUE(kept.contains("\"left\""));
+}
+
+TEST_F(JournalTest, NobodyIsToldOfAChangeThatItDoesNotHave)
+{
+    const QString told = folder.filePath(QStringLiteral("told"));
+    Request request;
+    request.action = Action::Change;
+    request.onChanged = "touch " + told.toStdString();
+    Journal journal(path);
+    Audit audit({}, Action::Change, QStringLiteral("r1"));
+    const auto report = makeTableReport(Action::Change);
+    Records records(request, QStringLiteral("r1"), journal, audit, *report);
+    Jobs jobs(1);
+    jobs[0].camera = &cameras[0];
+    records.begin(jobs, {});
+    records.willWrite(jobs[0]);
+    jobs[0].outcome = Outcome{Result::Done, InForce::New, {}, {}};
+    limitFiles(text().size());
+    records.finished(jobs[0]);
+    ASSERT_TRUE(jobs[0].outcome->reason);
+    EXPECT_EQ(jobs[0].outcome->reason->code, ReasonCode::Journal);
+    EXPECT_EQ(jobs[0].outcome->inForce, InForce::New);
+    EXPECT_FALSE(QFile::exists(told));
 }
 
 } // namespace

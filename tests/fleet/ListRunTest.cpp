@@ -53,6 +53,13 @@ TEST(ListRun, AProducerThatFailsHidesNoOther)
     EXPECT_THAT(list.output, HasSubstr("A1"));
     EXPECT_THAT(list.errors, HasSubstr("broken.cti"));
 
+    // One that is named twice has not failed.
+    const std::string folder = std::filesystem::path(Simulator::cti()).parent_path();
+    const std::string link = fleet.simulator.folder() / "link";
+    std::filesystem::create_symlink(folder, link);
+    const Environment twice("GENICAM_GENTL64_PATH", folder + ':' + folder + "/:" + link);
+    EXPECT_EQ(fleet.run({QStringLiteral("list")}).status, 0);
+
     const Ended doctor = fleet.run({QStringLiteral("doctor"), QStringLiteral("--library"), broken, json});
     EXPECT_EQ(doctor.status, 1);
     EXPECT_THAT(doctor.output, HasSubstr("\"state\":\"no_library\""));

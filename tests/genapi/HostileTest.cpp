@@ -19,6 +19,12 @@ TEST(Hostile, WaysAreBounded)
         "<pPort>Device</pPort></IntReg>";
     const std::string work = "<IntSwissKnife Name='K#'><pVariable Name='V'>K@</pVariable><Formula>V" +
                              repeated(8000, "+1") + "</Formula></IntSwissKnife>";
+    const auto overEntries = [](int count, const std::string &entry) {
+        return "<Enumeration Name='M'><Value>1</Value>" + repeated(count, entry) + "</Enumeration>" +
+               repeated(60, "<Float Name='F#'><pValue>M</pValue></Float>") + "<SwissKnife Name='K0'>" +
+               repeated(60, "<pVariable Name='V#'>F#</pVariable>") + "<Formula>0" + repeated(60, "+V#.Max") +
+               "</Formula></SwissKnife>";
+    };
     const std::pair<std::string, std::string> rows[] = {
         {repeated(90, link) + constant("K90", "5"), "5"}, // as real cameras have them
         {repeated(5000, link),
@@ -27,7 +33,9 @@ TEST(Hostile, WaysAreBounded)
          "Node 'K0': node 'K99': neither Value nor pValue (K0 > K1 > K2 > K3 > ... > K95 > K96 > K97 > K98 > "
          "K99)"},
         {repeated(60, fork) + constant("K60", "1"), tooMuch}, // were they not counted, 2^60
-        {repeated(40, work) + constant("K40", "1"), tooMuch}};
+        {repeated(40, work) + constant("K40", "1"), tooMuch},
+        {overEntries(9'000, "<EnumEntry Name='#'><Value>#</Value></EnumEntry>"), tooMuch},
+        {overEntries(20'000, "<EnumEntry/>"), tooMuch}};
     for (const auto &[nodes, text] : rows) {
         Camera camera{nodes};
         for (int time = 0; time < 2; ++time)

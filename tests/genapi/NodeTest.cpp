@@ -121,4 +121,28 @@ TEST(Reads, AskEachPlaceOnceWithinACall)
     EXPECT_THAT(format.port.accesses, UnorderedElementsAre("R 0 4", "R 4 4", "R 8 4", "R 12 4", "W 16 4"));
 }
 
+/// A device that does not answer: each read takes as long as a user waits for a dead cable.
+class SilentPort : public FakePort
+{
+public:
+    void Read(void *buffer, std::int64_t address, std::int64_t length) override
+    {
+        FakePort::Read(buffer, address, length);
+        throw GenICam_3_2_TVN::RuntimeException{"no answer", "Port", 1, "RuntimeException"};
+    }
+};
+
+TEST(Reads, ThatFailAreNotRepeatedWithinACall)
+{
+    SilentPort port;
+    Camera format{Camera::whole, readshapes::format()};
+    format.nodeMap._Connect(static_cast<IPort *>(&port), "Device");
+    StringList_t symbolics;
+    format.enumeration("Format")->GetSymbolics(symbolics);
+    EXPECT_THAT(symbolics, ElementsAre()) << "whose conditions can't be read";
+    EXPECT_THAT(port.accesses, ElementsAre("R 0 4"));
+    EXPECT_EQ(refusal([&] { format.value("In1"); }), "no answer");
+    EXPECT_THAT(port.accesses, ElementsAre("R 0 4", "R 0 4")) << "the next call asks again";
+}
+
 } // namespace

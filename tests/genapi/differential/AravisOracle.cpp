@@ -157,7 +157,7 @@ std::string answer(ArvGcNode *node, const Question &question)
     const bool isGet = question.action == "get";
     if (question.action == "mode")
         return "mode " + accessMode;
-    if (!isGet && question.action != "set")
+    if (!isGet && question.action != "set" && question.action != "leave")
         return bound(node, question.action);
     if (accessMode == "NI" || accessMode == "NA" || accessMode == (isGet ? "WO" : "RO"))
         throw std::runtime_error(accessMode);
@@ -165,6 +165,11 @@ std::string answer(ArvGcNode *node, const Question &question)
         return get(node);
     const Memory before = memory;
     set(node, question.value);
+    if (question.action == "leave") {
+        get(node);
+        memory = before;
+        return get(node);
+    }
     return answerOfWrite(before, memory);
 }
 
@@ -196,7 +201,7 @@ int main()
         } catch (const std::runtime_error &failure) {
             std::cout << refusal << ": " << failure.what() << std::endl;
         }
-        if (question.action == "set")
+        if (question.action == "set" || question.action == "leave")
             memory = asked.memory;
     }
     return EXIT_SUCCESS;

@@ -141,13 +141,13 @@ public:
     {
         using Self = DescriptionGenerator;
         using Maker = void (Self::*)(bool isInteger);
-        constexpr std::array<Maker, 22> makers{
+        constexpr std::array<Maker, 24> makers{
             &Self::makeIntReg,     &Self::makeIntReg,     &Self::makeStructReg,  &Self::makeFloatReg,
             &Self::makeString,     &Self::makeRegister,   &Self::makeSwitch,     &Self::makeSwitch,
             &Self::makeSwitch,     &Self::makeValueNode,  &Self::makeValueNode,  &Self::makeLinearConverter,
             &Self::makeIndexed,    &Self::makeConverter,  &Self::makeConverter,  &Self::makeSwissKnife,
             &Self::makeSwissKnife, &Self::makeSwissKnife, &Self::makeSwissKnife, &Self::makeEnumerated,
-            &Self::makeSharedWord, &Self::makeSharedWord};
+            &Self::makeSharedWord, &Self::makeSharedWord, &Self::makeCopied,     &Self::makeSelfClearing};
         for (int base = 0; base < 8; ++base)
             makeSmallNumber();
         for (int base = 0; base < 6; ++base) {
@@ -282,6 +282,20 @@ private:
         return part;
     }
 
+    /// Written, from a constant, or computed, which can give any length, 0 too.
+    std::string lengthOf(std::size_t length)
+    {
+        const std::string written = std::to_string(length);
+        if (smallNumbers.empty() || random.chance(60))
+            return element("Length", written);
+        const auto &[factor, value] = random.pick(smallNumbers);
+        const std::string rest = std::to_string(static_cast<std::int64_t>(length) - 3 * value);
+        const std::string formula =
+            fill("<pVariable Name='I'>@</pVariable><Formula>@+I*3</Formula>", {factor, rest});
+        return element("pLength", random.chance(40) ? constantNode(static_cast<std::int64_t>(length))
+                                                    : add("IntSwissKnife", formula));
+    }
+
     std::string registerAt(std::uint64_t address, std::size_t length, const std::string &mode)
     {
         std::uint64_t rest = address;
@@ -292,8 +306,7 @@ private:
                                       ? element("pAddress", constantNode(static_cast<std::int64_t>(rest)))
                                       : element("Address", random.notation(rest));
         children = random.chance(50) ? first + children : children + first;
-        children += random.chance(20) ? element("pLength", constantNode(static_cast<std::int64_t>(length)))
-                                      : element("Length", std::to_string(length));
+        children += lengthOf(length);
         if (random.chance(70))
             children += element("Cachable", random.pick({"NoCache", "WriteThrough", "WriteAround"}));
         return children + (mode.empty() ? "" : element("AccessMode", mode)) + element("pPort", "Device");
@@ -412,16 +425,26 @@ private:
         xml += element("StructReg", children) + "\n";
     }
 
-    /// Nodes of all kinds of cachability over one place, and over its beginning.
+    /// Nodes of all kinds of cachability over one word and parts of it, and what asks them all in one call.
     void makeSharedWord(bool isBigEndian)
     {
         const std::uint64_t address = placeRandom(4);
+        std::string variables;
+        std::string sum = "0";
         for (std::size_t count = 2 + random.below(5); count > 0; --count) {
-            const std::size_t length = random.pick({1U, 2U, 4U, 4U, 4U});
+            const std::size_t length = random.pick({1U, 2U, 2U, 4U, 4U});
+            const std::uint64_t first = address + random.below(5 - length);
             const Bits own = field(length, isBigEndian);
-            keep(integers,
-                 addInteger("MaskedIntReg", own, isBigEndian, registerAt(address, length, "RW"), "RW"));
+            const Ref ref =
+                addInteger("MaskedIntReg", own, isBigEndian, registerAt(first, length, "RW"), "RW");
+            keep(integers, ref);
+            const std::string variable = "V" + std::to_string(count);
+            variables += fill("<pVariable Name='@'>@</pVariable>", {variable, ref.name});
+            sum += "*3+" + variable;
         }
+        const std::string all = add("IntSwissKnife", variables + element("Formula", sum));
+        keep(integers, {all, anything});
+        writes.push_back({"get", all, ""}); // behind a write nothing is cached
     }
 
     void makeFloatReg(bool isDouble)
@@ -451,7 +474,7 @@ private:
     {
         if (!isRegister)
             return makeStringNode();
-        std::vector<std::uint8_t> bytes(random.below(24));
+        std::vector<std::uint8_t> bytes(random.chance(25) ? 0 : random.below(24));
         for (std::uint8_t &byte : bytes)
             byte = static_cast<std::uint8_t>(random.chance(5) ? 0 : random.between(' ', '~'));
         const std::string mode = randomMode(strings);
@@ -463,8 +486,11 @@ private:
             strings.push_back(name);
     }
 
-    void makeRegister(bool)
+    /// Of length 0 with a float, since the oracle takes none of that length for others.
+    void makeRegister(bool isEmpty)
     {
+        if (isEmpty && random.chance(30))
+            return askValue(add("FloatReg", registerAt(nextAddress, 0, "RW")));
         const std::size_t length = 1 + random.below(40);
         askValue(add("Register", registerAt(placeRandom(length), length, "RW")));
     }
@@ -600,6 +626,30 @@ private:
         keep(integers, {add("IntSwissKnife", fill("<pVariable Name='V@'>@</pVariable><Formula>V@+1</Formula>",
                                                   {suffix, name, suffix})),
                         257});
+    }
+
+    /// The device leaves its entry by itself.
+    void makeSelfClearing(bool isOn)
+    {
+        writes.push_back({"leave", addPattern(switchPatterns[5], isOn ? 2 : 0), "Far"});
+    }
+
+    /// With a copy of narrower limits, which the oracle does not know: they are not asked, and kept.
+    void makeCopied(bool isInteger)
+    {
+        Ref ref = random.pick(isInteger ? integers : floats);
+        const std::string tag = isInteger ? "Integer" : "Float";
+        std::string limits;
+        if (ref.isWritable && random.chance(50)) {
+            const auto quarter = std::floor((ref.high - ref.low) / static_cast<double>(4 * ref.increment));
+            ref.low += quarter * static_cast<double>(ref.increment);
+            ref.high -= quarter * static_cast<double>(ref.increment);
+            ref.hasRange = false;
+            limits = element("Min", decimal(ref.low)) + element("Max", decimal(ref.high));
+        }
+        const std::string copy = add(tag, "<Value>0</Value>" + limits);
+        ref.name = add(tag, element("pValue", ref.name) + element("pValueCopy", copy));
+        keep(isInteger ? integers : floats, ref);
     }
 
     Random random;

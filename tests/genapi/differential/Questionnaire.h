@@ -16,7 +16,9 @@ using Memory = std::map<std::uint64_t, std::uint8_t>;
 /// One line each in the text form, "set Gain 12".
 struct Question
 {
-    std::string action; ///< "get", "min", "max", "inc", "set" or "mode"
+    /// "get", "min", "max", "inc", "set" or "mode"; or "leave": set and read, then the device takes its memory back, and
+    /// what is read by then is the answer.
+    std::string action;
     std::string node;
     std::string value; ///< to be set: an integer, a float as %.17g, a text, "true", or the name of an entry
 

@@ -70,10 +70,15 @@ std::string answer(INode *node, const Question &question, Memory &memory)
         return get(node);
     if (question.action == "mode")
         return "mode " + modeOf(node);
-    if (question.action != "set")
+    if (question.action != "set" && question.action != "leave")
         return shown(limitOf(node, question.action));
     const Memory before = memory;
     set(node, question.value);
+    if (question.action == "leave") {
+        get(node);
+        memory = before;
+        return get(node);
+    }
     return answerOfWrite(before, memory);
 }
 
@@ -98,7 +103,7 @@ std::vector<std::string> answersOfTorvane(const Questionnaire &questionnaire)
         } catch (const std::runtime_error &failure) {
             answers.push_back(std::string{refusal} + ": " + failure.what());
         }
-        if (question.action != "set")
+        if (question.action != "set" && question.action != "leave")
             continue;
         port.memory = questionnaire.memory;
         nodes._InvalidateNodes();

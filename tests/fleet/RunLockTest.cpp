@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+// Whose the lock file of the PC is.
+#include "RunLock.h"
+
+#include <gmock/gmock.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <stdexcept>
+
+namespace fleet {
+
+namespace {
+
+using testing::HasSubstr;
+
+TEST(RunLock, ItsFileIsAnotherRunsOnlyWhereARunHoldsIt)
+{
+    using namespace std::chrono_literals;
+    const QTemporaryDir folder;
+    const QString elsewhere = folder.filePath(QStringLiteral("tmp"));
+    ASSERT_TRUE(QDir().mkpath(elsewhere));
+    qputenv("TMPDIR", elsewhere.toUtf8()); // of this test's process alone
+    const QString here = folder.path();
+    for (const QByteArray &left : {QByteArray(), QByteArray("left by nobody")}) {
+        QFile file(here + QStringLiteral("/torvane.lock"));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(left) == left.size());
+        file.close();
+        RunLock lock(here);
+        EXPECT_TRUE(lock.acquire(0s)) << left.toStdString();
+        EXPECT_TRUE(file.permissions().testFlag(QFile::ReadOther)) << "others could not see that it is held";
+        EXPECT_FALSE(RunLock(here).acquire(0s));
+    }
+    {
+        RunLock lock(QStringLiteral("/nowhere"));
+        EXPECT_TRUE(lock.acquire(0s));
+        RunLock second(here);
+        EXPECT_FALSE(second.acquire(0s));
+        EXPECT_THAT(second.holder(), HasSubstr(elsewhere.toStdString()));
+    }
+    ASSERT_TRUE(QFile::link(QStringLiteral("/nowhere/x"), here + QStringLiteral("/torvane.lock")));
+    EXPECT_THROW(RunLock(here).acquire(0s), std::runtime_error) << "it can't be told";
+}
+
+} // namespace
+
+} // namespace fleet

@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+#include "FullDisk.h"
+
+#include <sys/resource.h>
+
+#include <csignal>
+
+void limitFiles(std::int64_t bytes)
+{
+    std::signal(SIGXFSZ, SIG_IGN); // so that a write fails as on a full disk
+    rlimit limit{};
+    getrlimit(RLIMIT_FSIZE, &limit);
+    limit.rlim_cur = static_cast<rlim_t>(bytes);
+    setrlimit(RLIMIT_FSIZE, &limit);
+}
