@@ -44,7 +44,8 @@ def section(trial, seconds, about):
             ("Seconds of this trial", f"{seconds:.0f}")]
     table = "".join(f"| {what} | {value} |\n" for what, value in rows)
     faults = "".join(f"- {fault}\n" for fault in trial.faults)
-    return f"{trial.title}\n\n{about.strip()}\n\n| What | Found |\n|---|---|\n{table}" + (f"\n{faults}" if faults else "")
+    text = f"{trial.title}\n\n{about.strip()}\n\n| What | Found |\n|---|---|\n{table}"
+    return text + "\n" * bool(faults) + faults
 
 
 def write_page(results, options):
@@ -66,7 +67,8 @@ def write_page(results, options):
 
 def main():
     parser = argparse.ArgumentParser(prog="scripts/trial-fleet", description=__doc__)
-    parser.add_argument("trials", nargs="*", metavar="TRIAL", help=f"which of {', '.join(TRIALS | ON_DEMAND)}; if none, all but {', '.join(ON_DEMAND)}")
+    parser.add_argument("trials", nargs="*", metavar="TRIAL",
+                        help=f"which of {', '.join(TRIALS | ON_DEMAND)}; if none, all but {', '.join(ON_DEMAND)}")
     parser.add_argument("--short", action="store_true", help="a tenth of it, in less than a minute")
     parser.add_argument("--seed", type=int, default=20261125, help="of what is random (default %(default)s)")
     parser.add_argument("--page", type=pathlib.Path, help="write into this page instead, in which other sections stay")

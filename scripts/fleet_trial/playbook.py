@@ -128,7 +128,8 @@ def judge_secrecy(trial, watch, log, played, set_up):
     if log.socket:
         trial.expect(log.text.count(b"Invoked with") >= len(set_up.pcs), "the modules were not seen in the system's log")
     count = played.output.count(MARK) + log.text.count(MARK.encode())
-    trial.expect_equal("Secrets in the output of -vvv, in logs, arguments, environments and files", count + len(report["found"]), 0)
+    trial.expect_equal("Secrets in the output of -vvv, in logs, arguments, environments and files",
+                       count + len(report["found"]), 0)
 
 
 def watched(set_up):

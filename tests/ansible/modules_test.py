@@ -46,7 +46,8 @@ class ModulesTest(unittest.TestCase):
 
     def test_results_stay_readable_whatever_the_passwords(self):
         """Passwords that are words of the results, or the serial number; and a camera whose user name is its password."""
-        self.stand_on(Camera("A1", old="done"), Camera("A2", old="A2x"), Camera("A3", more={"user_name": "wall of zq7Kp-old-A3"}))
+        self.stand_on(Camera("A1", old="done"), Camera("A2", old="A2x"),
+                      Camera("A3", more={"user_name": "wall of zq7Kp-old-A3"}))
         new = {"A1": "locked", "A2": "new", "A3": "user"}
         told = self.module(passwords={"A1": "done", "A2": "A2x", "A3": "zq7Kp-old-A3"}, new_passwords=new)
         self.assertEqual([(line["serial"], line["result"], line["in_force"], line["lock"]) for line in told["cameras"]],
@@ -58,7 +59,8 @@ class ModulesTest(unittest.TestCase):
 
     def test_a_change_then_a_lock(self):
         """One line each of two calls. The unlocked one is proved by locking it, since it is to be locked."""
-        self.stand_on(Camera("A1"), Camera("A2", lock="unlocked"), Camera("A3", old="unknown to us"), Camera("A4", lock="default"))
+        self.stand_on(Camera("A1"), Camera("A2", lock="unlocked"), Camera("A3", old="unknown to us"),
+                      Camera("A4", lock="default"))
         passwords = {camera.serial: camera.old for camera in self.floor.cameras[:2]} | {"A3": "wrong one"}
         new = {camera.serial: camera.new for camera in self.floor.cameras}
         for wanted, is_changed in (("done", True), ("unchanged", False)):
@@ -66,8 +68,10 @@ class ModulesTest(unittest.TestCase):
             self.assertEqual(self.results(told), {"A1": wanted, "A2": wanted, "A3": "failed", "A4": wanted})
             self.assertEqual((told["failed"], told["changed"], told["status"]), (True, is_changed, 3))
             self.assertIn("1 of 4 cameras failed:\nA3: wrong_password: ", told["msg"])
-        self.assertEqual([self.floor.truth()[name] for name in ("A1", "A2", "A4")], [(new[name], True) for name in ("A1", "A2", "A4")])
-        told = self.module(passwords=passwords | {"A1": new["A1"], "A4": FACTORY}, new_passwords={"A1": "zq7Kp-3", "A4": new["A4"]}, state="unlocked")
+        truth = self.floor.truth()
+        self.assertEqual([truth[name] for name in ("A1", "A2", "A4")], [(new[name], True) for name in ("A1", "A2", "A4")])
+        told = self.module(passwords=passwords | {"A1": new["A1"], "A4": FACTORY}, state="unlocked",
+                           new_passwords={"A1": "zq7Kp-3", "A4": new["A4"]})
         self.assertEqual(self.results(told), {"A1": "done", "A4": "done", "A2": "failed", "A3": "failed"})
         self.assertEqual({line["serial"]: line["in_force"] for line in told["cameras"]}["A1"], "new")
         self.assertEqual(told["diff"]["after"].splitlines(), ["A1: password: new", "A1: lock: unlocked", "A4: lock: unlocked"])
@@ -93,7 +97,8 @@ class ModulesTest(unittest.TestCase):
         told = self.module(check=True, passwords=old, new_passwords={"A1": "zq7Kp-1"}, state="unlocked")
         self.assertEqual(self.results(told), {"A1": "would", "A2": "unchanged"})
         for options, words in (
-                ({"passwords": old, "new_passwords": {"A1": "zq7Kp-1", "A2": "zq7Kp-1"}, "relock": True}, "A2: rule: Another camera"),
+                ({"passwords": old, "new_passwords": {"A1": "zq7Kp-1", "A2": "zq7Kp-1"}, "relock": True},
+                 "A2: rule: Another camera"),
                 ({"new_passwords": {"A1": "zq7Kp-1", "B*": "zq7Kp-2"}}, "'B*' can't be chosen by its name"),
                 ({"new_passwords": {"A1": "zq7Kp-1", "B7": "zq7Kp-2"}}, "No camera matches --serial B7."),
                 ({"state": "locked", "select": {"serial": ["B7"], "unlocked": True}}, "No camera matches --serial B7."),

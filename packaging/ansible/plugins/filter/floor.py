@@ -2,18 +2,18 @@
 """What a playbook over many PCs asks of the registered results of the two modules."""
 import collections
 
+from ansible.errors import AnsibleFilterError
+from ansible_collections.torvane.cameras.plugins.plugin_utils.floor import outcome_of
+
 DOCUMENTATION = r"""
 name: floor
-short_description: Reports over the cameras of many PCs
+short_description: Questions to the results of many PCs
 description:
   - C(on_two_hosts) gives the serial numbers that more than one host has, each with these hosts.
   - C(of_serials) leaves of a dictionary by serial number what belongs to these, so that a host is sent no other's secret.
-  - C(outcome) gives the status of one host and its message, C(report) what became of each host and camera, C(table) the
-    same for people.
+  - C(outcome) gives the status of one host and its message.
 author: The Torvane developers
 """
-
-HEADINGS = ("PC", "SERIAL", "MODEL", "RESULT", "IN FORCE", "REASON")
 
 
 def on_two_hosts(looked):
@@ -26,59 +26,12 @@ def on_two_hosts(looked):
 
 
 def of_serials(by_serial, result):
+    if numbers := [serial for serial in by_serial if not isinstance(serial, str)]:
+        raise AnsibleFilterError(f"The serial number {numbers[0]!r} is no text. Put it into quotes.")
     serials = {camera["serial"] for camera in result.get("cameras", [])}
     return {serial: value for serial, value in by_serial.items() if serial in serials}
 
 
-def outcome_of(looked, changed):
-    """A host's status and message. Nothing was tried on one that the canary's failure kept back."""
-    for result in (looked, changed):
-        if result.get("unreachable") or result.get("failed"):
-            status = "unreachable" if result.get("unreachable") else "failed"
-            return {"status": status, "msg": str(result.get("msg", "")).strip()}
-    if "status" not in changed:
-        return {"status": "not_reached", "msg": "The canary failed, so this PC was left alone."}
-    return {"status": "ok", "msg": ""}
-
-
-def report(looked, changed, expected):
-    """:param looked: results of torvane_cameras_info by host
-    :param changed: results of torvane_cameras by host
-    :param expected: the serial numbers that somebody should have"""
-    hosts = {host: outcome_of(result, changed[host]) | {"cameras": changed[host].get("cameras", [])}
-             for host, result in looked.items()}
-    seen = {camera["serial"] for result in looked.values() for camera in result.get("cameras", [])}
-    results = collections.Counter(camera["result"] for outcome in hosts.values() for camera in outcome["cameras"])
-    return {"schema": 1, "hosts": hosts, "missing": sorted(set(expected) - seen),
-            "summary": {"hosts": dict(collections.Counter(outcome["status"] for outcome in hosts.values())),
-                        "cameras": dict(results)}}
-
-
-def rows(told):
-    for host, outcome in told["hosts"].items():
-        if outcome["status"] != "ok" and not outcome["cameras"]:
-            yield host, "", "", outcome["status"], "", outcome["msg"]
-        for camera in outcome["cameras"]:
-            reason = camera["reason"] or {"code": "", "text": ""}
-            told_reason = ": ".join(filter(None, (reason["code"], reason["text"])))
-            yield (host, camera["serial"] or camera["id"], camera["model"] or "", camera["result"],
-                   camera["in_force"] or "", told_reason)
-    for serial in told["missing"]:
-        yield "", serial, "", "missing", "", "No PC that answered has this camera."
-
-
-def table(told, only_trouble=False):
-    good = ("done", "unchanged", "would", "skipped")
-    chosen = [row for row in rows(told) if not only_trouble or row[3] not in good]
-    cells = [HEADINGS, *([str(cell).replace("\n", " ") for cell in row] for row in chosen)]
-    widths = [max(map(len, column)) for column in zip(*cells)]
-    lines = ["  ".join(cell.ljust(width) for cell, width in zip(row, widths)).rstrip() for row in cells]
-    counts = [f"{count} {status}" for status, count in sorted(told["summary"]["hosts"].items())]
-    counts_of_cameras = [f"{count} {result}" for result, count in sorted(told["summary"]["cameras"].items())]
-    sums = [f"PCs: {', '.join(counts)}. Cameras: {', '.join(counts_of_cameras) or 'none'}."]
-    return lines * bool(chosen) + [""] * bool(chosen) + sums
-
-
 class FilterModule:
     def filters(self):
-        return {"on_two_hosts": on_two_hosts, "of_serials": of_serials, "outcome": outcome_of, "report": report, "table": table}
+        return {"on_two_hosts": on_two_hosts, "of_serials": of_serials, "outcome": outcome_of}
