@@ -51,10 +51,10 @@ cmake_library() {
 
 library_zlib() { # the compiler's own is there as a library of its own too, which would win
     local from=/usr/x86_64-w64-mingw32
-    install -D --mode=0644 --target-directory="$prefix/include" $from/include/zlib.h $from/include/zconf.h
-    install -D --mode=0644 --target-directory="$prefix/lib" $from/lib/libz.a
+    install -D --mode=0644 --target-directory="$prefix/include" "$from"/include/zlib.h "$from"/include/zconf.h
+    install -D --mode=0644 --target-directory="$prefix/lib" "$from"/lib/libz.a
     mkdir -p -- "$prefix/lib/pkgconfig"
-    sed "s|$from|$prefix|g" $from/lib/pkgconfig/zlib.pc >"$prefix/lib/pkgconfig/zlib.pc"
+    sed "s|$from|$prefix|g" "$from"/lib/pkgconfig/zlib.pc >"$prefix/lib/pkgconfig/zlib.pc"
 }
 
 library_cli11() { # headers alone, and their CMake package, which finds them by its own place
