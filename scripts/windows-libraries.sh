@@ -3,7 +3,8 @@
 # The libraries for Windows, cross-built from the distribution's source packages into a prefix outside the tree. To be
 # sourced behind lib.sh.
 #
-# The libraries of headers alone are those of torvane_build_packages. The prefix is named after this file, the toolchain and the compiler: a change of any makes a new one.
+# The libraries of headers alone are those of torvane_build_packages. The prefix is named after this file, the toolchain
+# and the compiler: a change of any makes a new one.
 
 torvane_windows_packages=(
     g++-mingw-w64-x86-64-posix libz-mingw-w64-dev
