@@ -44,7 +44,7 @@ TEST(Typed, APasswordIsUtf8)
     STARTUPINFOA start{};
     start.cb = sizeof start;
     PROCESS_INFORMATION info{};
-    type(L"u\r\u00fc\u30ab\U0001f600\rq\r");
+    type(L"u\r\u00fc\u30ab\U0001f600\r\x1a\r");
     ASSERT_TRUE(CreateProcessA(TORVANE_CONSOLE, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
                                &start, &info));
     WaitForSingleObject(info.hProcess, INFINITE);
