@@ -247,7 +247,7 @@ std::uint64_t BackEnd::selectIndex(const std::uint64_t &maximum, const std::uint
             return IndexCancelled;
         try {
             const std::uint64_t index =
-                std::stoul(*line); // takes leading digits, and wraps a negative number
+                std::stoull(*line); // takes leading digits, and wraps a negative number
             if (index >= minimum && index <= maximum) {
                 console::print("\n");
                 return index;

@@ -41,6 +41,8 @@ void detail::write(std::string_view text)
         presentSink->write(text);
         return;
     }
+    if (writeToLog(text))
+        return;
     std::clearerr(stdout); // afterwards it tells of this message
     std::fwrite(text.data(), 1, text.size(), stdout);
     std::fflush(stdout);
@@ -63,6 +65,8 @@ std::optional<std::string> readLine()
         --length; // the line end
     }
     line.resize(length);
+    if (line.ends_with(lineEndPrefix))
+        line.resize(line.size() - lineEndPrefix.size());
     return line;
 }
 

@@ -11,6 +11,14 @@ std::vector<std::string> environmentFolders()
     return GenICam_Interfaces::getGenTLPaths();
 }
 
+std::string environmentSeparators()
+{
+    std::string words;
+    for (const char separator : GenICam_Interfaces::getGenTLPathSeparators())
+        words += std::string(words.empty() ? "\"" : " or \"") + separator + '"';
+    return words;
+}
+
 std::vector<std::string> producerFilesIn(const std::string &folder)
 {
     return GenICam_Interfaces::findCtiFiles(folder);

@@ -8,6 +8,9 @@
 /// The entries of GENICAM_GENTL64_PATH, in their order, as they stand there.
 std::vector<std::string> environmentFolders();
 
+/// What separates the entries, in words: "\";\"", or with an "or" between several.
+std::string environmentSeparators();
+
 /// The .cti files in \p folder, in the order of the file system.
 std::vector<std::string> producerFilesIn(const std::string &folder);
 

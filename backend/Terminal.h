@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdio>
+#include <string_view>
 
 namespace console {
 
@@ -13,5 +14,13 @@ bool isTerminal(std::FILE *stream);
 /// waited for.
 /// \return false if meanwhile the reader of standard output has left, so that nobody can see the question
 bool waitForInput();
+
+/// What belongs to the end of a line of input before the line feed: a carriage return on Windows, where input is read
+/// byte by byte as it stands.
+extern const std::string_view lineEndPrefix;
+
+/// Takes a message for standard output where a file of ours stands in for a console that is not there, on Windows.
+/// \return false if there is none: it is for standard output
+bool writeToLog(std::string_view text);
 
 } // namespace console

@@ -6,10 +6,19 @@ include(GoogleTest)
 function(torvane_add_test name)
     cmake_parse_arguments(PARSE_ARGV 1 test "" "ROOM" "SOURCES;LINK")
     add_executable(${name} ${test_SOURCES})
+    torvane_program(${name})
     target_link_libraries(${name} PRIVATE ${test_LINK} GTest::gmock_main torvane_warnings)
     gtest_discover_tests(${name}
         TEST_PREFIX "${test_ROOM}." DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
         PROPERTIES LABELS "${test_ROOM}" TIMEOUT 120)
+endfunction()
+
+# torvane_leave_out(TEST REASON): says that a test is no part of this build, and why. All stand in left-out.txt of the
+# build too, for the figures in docs/platforms.md.
+file(WRITE ${PROJECT_BINARY_DIR}/left-out.txt "")
+function(torvane_leave_out test reason)
+    message(STATUS "Left out: ${test}: ${reason}")
+    file(APPEND ${PROJECT_BINARY_DIR}/left-out.txt "${test}: ${reason}\n")
 endfunction()
 
 # torvane_add_qt_test(NAME ROOM room SOURCES file... [LINK target...] [XVFB]): one Qt Test program, run as a whole on the
@@ -17,6 +26,7 @@ endfunction()
 function(torvane_add_qt_test name)
     cmake_parse_arguments(PARSE_ARGV 1 test "XVFB" "ROOM" "SOURCES;LINK")
     add_executable(${name} ${test_SOURCES})
+    torvane_program(${name})
     target_link_libraries(${name} PRIVATE ${test_LINK} Qt5::Test torvane_warnings)
     if(test_XVFB)
         add_test(NAME ${test_ROOM}.${name}

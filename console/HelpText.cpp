@@ -49,6 +49,8 @@ Exit status:
   2  The command line or a password file is wrong. Nothing was done.
 
 Environment:
-  GENICAM_GENTL64_PATH  folders with producers (*.cti), separated by ":" or ";".
+  GENICAM_GENTL64_PATH  folders with producers (*.cti), separated by )";
+
+const char *const helpEnd = R"(.
                         They are searched after the current folder.
 )";

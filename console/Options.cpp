@@ -2,6 +2,7 @@
 #include "Options.h"
 
 #include "HelpText.h"
+#include "ProducerFiles.h"
 #include "UsageError.h"
 
 #include <CLI/CLI.hpp>
@@ -129,7 +130,7 @@ Options parseOptions(int argc, const char *const *argv)
     addLists(app, options);
     app.set_help_flag("--help", "Print this text");
     app.set_version_flag("--version", versionLine, "Print the version");
-    app.footer(helpFooter);
+    app.footer(helpFooter + environmentSeparators() + helpEnd);
     app.allow_extras();
     checkValues(app, argc, argv);
     try {

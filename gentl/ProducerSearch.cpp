@@ -43,6 +43,11 @@ std::vector<std::string> getGenTLPaths()
     return splitString(paths, platform::listSeparators.front(), false);
 }
 
+std::string_view getGenTLPathSeparators()
+{
+    return platform::listSeparators;
+}
+
 std::vector<std::string> findCtiFilesInGenTLPaths()
 {
     std::vector<std::string> ctiFiles;

@@ -32,6 +32,9 @@ namespace GenICam_Interfaces {
 /// quotation marks are part of a name.
 [[nodiscard]] std::vector<std::string> getGenTLPaths();
 
+/// What separates them, each of these characters.
+[[nodiscard]] std::string_view getGenTLPathSeparators();
+
 /// The producer files of each directory of getGenTLPaths, one directory behind the other.
 [[nodiscard]] std::vector<std::string> findCtiFilesInGenTLPaths();
 

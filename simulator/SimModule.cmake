@@ -9,6 +9,22 @@ function(torvane_sim_function_names variable)
     set(${variable} ${names} PARENT_SCOPE)
 endfunction()
 
+# torvane_export(TARGET function...): the module exports these and nothing else.
+function(torvane_export target)
+    if(WIN32)
+        set(script ${CMAKE_CURRENT_BINARY_DIR}/${target}.def)
+        list(JOIN ARGN "\n" exported)
+        file(CONFIGURE OUTPUT ${script} CONTENT "EXPORTS\n${exported}\n")
+        target_sources(${target} PRIVATE ${script})
+    else()
+        set(script ${CMAKE_CURRENT_BINARY_DIR}/${target}.map)
+        list(JOIN ARGN "; " exported)
+        file(CONFIGURE OUTPUT ${script} CONTENT "{ global: ${exported}; local: *; };\n")
+        target_link_options(${target} PRIVATE "LINKER:--version-script=${script}")
+        set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${script})
+    endif()
+endfunction()
+
 # torvane_sim_module(TARGET producer-name [DROP function...]): the module TARGET.cti, which exports the GenTL
 # functions and nothing else. Dropped functions stay inside it unseen.
 function(torvane_sim_module target producer)
@@ -28,13 +44,7 @@ function(torvane_sim_module target producer)
     set_target_properties(${target} PROPERTIES
         PREFIX "" SUFFIX ".cti" CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
 
-    if(NOT WIN32)
-        set(script ${CMAKE_CURRENT_BINARY_DIR}/${target}.map)
-        list(JOIN exported "; " exported)
-        file(CONFIGURE OUTPUT ${script} CONTENT "{ global: ${exported}; local: *; };\n")
-        target_link_options(${target} PRIVATE "LINKER:--version-script=${script}")
-        set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${script})
-    endif()
+    torvane_export(${target} ${exported})
 endfunction()
 
 # torvane_add_sim_variant(TARGET producer-name [DROP function...]): a variant for tests, in a folder of its own below

@@ -1,25 +1,68 @@
 // SPDX-License-Identifier: MIT
 // Windows knows no broken-pipe signal: a write to one just fails.
+#include "ConsoleInputWindows.h"
+#include "OutputLogWindows.h"
 #include "ProcessStart.h"
 
+#include <fcntl.h>
 #include <io.h>
 
 #include <cstdio>
+#include <cstdlib>
+#include <iostream>
 
 #define WIN32_LEAN_AND_MEAN
 #include <windows.h>
 
 namespace {
 
+UINT inputBefore = 0; // code pages of the console; 0 without one
+UINT outputBefore = 0;
+
+bool isOpen(DWORD stream)
+{
+    return GetFileType(GetStdHandle(stream)) != FILE_TYPE_UNKNOWN;
+}
+
 void openStandardStreams()
 {
-    const auto open = [](std::FILE *stream, const char *mode) {
-        if (_fileno(stream) < 0)
-            std::freopen("NUL", mode, stream);
-    };
-    open(stdin, "r");
-    open(stdout, "w");
-    open(stderr, "w");
+    const bool hasOutput = isOpen(STD_OUTPUT_HANDLE);
+    const bool hasErrors = isOpen(STD_ERROR_HANDLE);
+    if (GetConsoleCP() == 0 && !hasOutput && !hasErrors)
+        console::OutputLog::instance().open();
+    if (!isOpen(STD_INPUT_HANDLE))
+        std::freopen("NUL", "r", stdin);
+    if (!hasOutput)
+        std::freopen("NUL", "w", stdout);
+    if (!hasErrors)
+        std::freopen("NUL", "w", stderr);
+}
+
+// The console keeps them when this process has ended, for those who use it next.
+void restoreCodePages()
+{
+    SetConsoleCP(inputBefore);
+    SetConsoleOutputCP(outputBefore);
+}
+
+// A password is one string of bytes, whether it is typed, piped or given as an argument: UTF-8, as the manifest has it
+// for arguments and names of files.
+void useUtf8()
+{
+    inputBefore = GetConsoleCP();
+    outputBefore = GetConsoleOutputCP();
+    if (inputBefore != 0 && outputBefore != 0) {
+        SetConsoleCP(CP_UTF8);
+        SetConsoleOutputCP(CP_UTF8);
+        std::atexit(restoreCodePages);
+    }
+    const HANDLE input = GetStdHandle(STD_INPUT_HANDLE);
+    if (DWORD mode = 0; GetConsoleMode(input, &mode)) {
+        static console::ConsoleInput typed(input);
+        std::cin.rdbuf(&typed);
+    } else {
+        _setmode(_fileno(stdin), _O_BINARY); // as text it would end at a byte 1A
+    }
 }
 
 } // namespace
@@ -27,5 +70,6 @@ void openStandardStreams()
 void prepareProcess()
 {
     openStandardStreams();
+    useUtf8();
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX); // no dump by the system's error reporting
 }

@@ -18,6 +18,8 @@ bool isReadByLine(int descriptor)
 
 } // namespace
 
+const std::string_view console::lineEndPrefix;
+
 bool console::isTerminal(std::FILE *stream)
 {
     return isatty(fileno(stream)) == 1;
@@ -34,4 +36,9 @@ bool console::waitForInput()
             return true;
     }
     return streams[1].revents == 0;
+}
+
+bool console::writeToLog(std::string_view /*text*/)
+{
+    return false;
 }

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 // That a reader has left shows at the next write only.
+#include "OutputLogWindows.h"
 #include "Terminal.h"
 
 #include <io.h>
+
+const std::string_view console::lineEndPrefix = "\r";
 
 bool console::isTerminal(std::FILE *stream)
 {
@@ -12,4 +15,9 @@ bool console::isTerminal(std::FILE *stream)
 bool console::waitForInput()
 {
     return true;
+}
+
+bool console::writeToLog(std::string_view text)
+{
+    return OutputLog::instance().write(text);
 }

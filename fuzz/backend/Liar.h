@@ -47,18 +47,24 @@ struct Answer
     std::string content{};             ///< of a buffer, and cut to the size of that
 };
 
+/// The modules call what is virtual, by the object alone: of the program they know one symbol.
 class Liar
 {
 public:
+    Liar() = default;
+    Liar(const Liar &) = default;
+    Liar &operator=(const Liar &) = delete;
+    virtual ~Liar() = default;
+
     /// \param line  as above; outlives this object
     void tell(std::string_view line);
 
     /// The answer to a call. Valid until the next one.
     /// \param function  a literal
-    const Answer &answer(std::string_view function, std::uint64_t selector = AnyCall);
+    virtual const Answer &answer(std::string_view function, std::uint64_t selector = AnyCall);
 
     /// Gives \p bytes to the honest camera.
-    void write(std::uint64_t address, std::string_view bytes);
+    virtual void write(std::uint64_t address, std::string_view bytes);
 
     /// Ends the process if anything is open.
     void requireAllClosed() const;

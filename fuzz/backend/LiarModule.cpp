@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The functions of the producer that lies: what its modules export. None has an answer of its own.
 #include "Liar.h"
+#include "LoadedModule.h"
 
 #include <algorithm>
 #include <cstring>
@@ -9,11 +10,19 @@
 
 namespace {
 
+/// That of the program which has loaded this module.
+Liar *liar()
+{
+    using Find = Liar *(*)();
+    static const auto find = reinterpret_cast<Find>(testsystem::programSymbol("torvaneFuzzLiar"));
+    return find();
+}
+
 /// \param selector  a command, an index or an address
 template <class... Selector>
 const Answer &answer(const char *function, Selector... selector)
 {
-    return torvaneFuzzLiar()->answer(function, static_cast<std::uint64_t>(selector)...);
+    return liar()->answer(function, static_cast<std::uint64_t>(selector)...);
 }
 
 GC_ERROR fill(const Answer &answer, void *buffer, std::size_t *size)
@@ -74,7 +83,7 @@ EXPORTED GC_ERROR GCWritePort(PORT_HANDLE, std::uint64_t address, const void *bu
 {
     const Answer &told = answer(__func__, address);
     if (told.code == GC_ERR_SUCCESS)
-        torvaneFuzzLiar()->write(address, {static_cast<const char *>(buffer), *size});
+        liar()->write(address, {static_cast<const char *>(buffer), *size});
     *size = told.size.value_or(*size);
     return told.code;
 }

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-// All functions of the standard, for a producer that must have what its version asks for. Those that the back end calls
-// are defined in LiarModule.cpp, and of two definitions the weak one goes.
+// The functions of the standard that the back end does not call, for a producer that must have what its version asks
+// for. The others are defined in LiarModule.cpp.
 #include "GenTL.h"
 
 #define UNCALLED(name)                                                                                       \
-    extern "C" __attribute__((weak, visibility("default"))) GC_ERROR name()                                  \
+    extern "C" __attribute__((visibility("default"))) GC_ERROR name()                                        \
     {                                                                                                        \
         return GC_ERR_NOT_IMPLEMENTED;                                                                       \
     }

@@ -10,10 +10,10 @@
 #include "GenTLLibrary.h"
 #include "GenericException.h"
 #include "Liar.h"
+#include "LoadedModule.h"
 #include "RemoteNode.h"
+#include "System.h"
 #include "TLInterface.h"
-
-#include <dlfcn.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -46,7 +46,7 @@ std::string producer(const std::string &name)
 bool keepProducers()
 {
     for (const char *name : {"full", "old", "bare"})
-        require(dlopen(producer(name).c_str(), RTLD_NOW | RTLD_LOCAL) != nullptr, "no producer to load");
+        testsystem::loadModule(producer(name));
     return true;
 }
 
@@ -59,7 +59,7 @@ public:
         std::string folders;
         for (std::string_view name = names.next(); !name.empty(); name = names.next())
             folders += LIARS "/" + std::string(name) + ";";
-        setenv("GENICAM_GENTL64_PATH", folders.c_str(), 1);
+        testsystem::setVariable("GENICAM_GENTL64_PATH", folders);
         backEnd->discoverLibraries(true);
         std::ranges::move(backEnd->takeRetired(), std::back_inserter(vanished));
     }

@@ -25,7 +25,7 @@ bool isFile(const fs::directory_entry &entry)
 } // namespace
 
 const char pathJoiner = '/';
-const std::string_view listSeparators = ";:";
+const std::string_view listSeparators = ":;";
 
 void *loadModule(const std::string &path)
 {

@@ -10,14 +10,26 @@
 
 namespace GenICam_Interfaces::platform {
 
+namespace {
+
+/// \p path from the drive on; as it is where the system can't tell.
+std::string fullPath(const std::string &path)
+{
+    const std::string given = path.empty() ? "." : path;
+    std::string full(GetFullPathNameA(given.c_str(), 0, nullptr, nullptr), '\0'); // with the terminator
+    full.resize(GetFullPathNameA(given.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
+    return full.empty() ? given : full;
+}
+
+} // namespace
+
 const char pathJoiner = '\\';
 const std::string_view listSeparators = ";";
 
+// With a full path the loader searches nowhere else, and searches the file's folder for what it depends on.
 void *loadModule(const std::string &path)
 {
-    // Without a folder the loader would search the program's and the system's directories first.
-    const bool hasFolder = path.find_first_of("\\/:") != std::string::npos;
-    return LoadLibraryA((hasFolder ? path : ".\\" + path).c_str());
+    return LoadLibraryExA(fullPath(path).c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
 }
 
 Function findFunction(void *module, const char *name)
@@ -52,12 +64,8 @@ std::vector<std::string> listFiles(const std::string &directory)
 
 std::string environmentVariable(const char *name)
 {
-    char *value = nullptr;
-    std::size_t size = 0;
-    if (_dupenv_s(&value, &size, name) != 0 || !value)
-        return {};
-    const std::unique_ptr<char, decltype(&std::free)> owner(value, &std::free);
-    return value;
+    const char *value = std::getenv(name);
+    return value ? value : "";
 }
 
 } // namespace GenICam_Interfaces::platform

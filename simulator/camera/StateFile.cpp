@@ -108,7 +108,14 @@ class StateFile : public CameraStore
 public:
     explicit StateFile(std::string path) : path(std::move(path)), lockPath(this->path + ".lock") {}
 
-    CameraStates load() override { return read(); } // no lock: the file is replaced whole
+    // The file is replaced whole, so that a reader needs the lock only where it would be in the way.
+    CameraStates load() override
+    {
+        std::optional<NumberLock> lock;
+        if (!canReplaceWhileRead)
+            lock.emplace(takeStateLock());
+        return read();
+    }
 
     CameraState stateOf(const CameraSettings &settings) override
     {

@@ -37,13 +37,23 @@ bool parseBytes(std::string_view text, char separator, int base, std::array<std:
     return position == end;
 }
 
+/// A path as it is seen from the folder of \p file. Not by std::filesystem, which takes names that are not ASCII for
+/// those of another code page on Windows.
+std::string pathBeside(const std::string &file, const std::string &path)
+{
+    if (std::filesystem::path(path).is_absolute())
+        return path;
+    const std::string separators{'/', static_cast<char>(std::filesystem::path::preferred_separator)};
+    return file.substr(0, file.find_last_of(separators) + 1) + path;
+}
+
 /// The content of a description file, whose path starts from the configuration's folder.
 std::string readDescription(TableReader &reader, const std::string &file)
 {
     const std::string path = reader.requiredText("xml");
     std::optional<std::string> content;
     try {
-        content = readFile((std::filesystem::path(file).parent_path() / path).string());
+        content = readFile(pathBeside(file, path));
     } catch (const std::system_error &error) {
         reader.reject("xml", error.code().message());
     }

@@ -112,13 +112,7 @@ void Producer::tell(const std::exception &fault)
 
 void Producer::loadConfigurationFile()
 {
-    namespace fs = std::filesystem;
-    std::error_code error;
-    const fs::file_time_type time = fs::last_write_time(configurationPath, error);
-    const std::uintmax_t size = error ? 0 : fs::file_size(configurationPath, error);
-    if (error)
-        throw GenTLError(GC_ERR_IO, configurationPath + ": " + error.message());
-    const FileStamp stamp{time, size};
+    const FileStamp stamp = fileStamp(configurationPath);
     if (stamp == configurationStamp)
         return;
 

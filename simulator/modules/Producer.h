@@ -7,11 +7,11 @@
 #include "CameraStore.h"
 #include "Configuration.h"
 #include "FailureRules.h"
+#include "FileStamp.h"
 #include "HandleTable.h"
 #include "TransportLayer.h"
 
 #include <cstdint>
-#include <filesystem>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -67,8 +67,6 @@ public:
     void pauseForUpdate(std::uint64_t timeoutMs);
 
 private:
-    using FileStamp = std::pair<std::filesystem::file_time_type, std::uintmax_t>;
-
     void readConfigurationFile();
     void loadConfigurationFile();
     void tell(const std::exception &fault);

@@ -18,7 +18,10 @@ constexpr char version[] = "1.0.0";
 
 std::string moduleName()
 {
-    return std::filesystem::path(modulePath()).filename().string();
+    const std::string path = modulePath(); // in UTF-8
+    const std::u8string name =
+        std::filesystem::path(std::u8string(path.begin(), path.end())).filename().u8string();
+    return {name.begin(), name.end()};
 }
 
 } // namespace

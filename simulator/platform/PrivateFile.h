@@ -34,6 +34,9 @@ private:
 /// \throws std::system_error  the content could not be written; the old one stands
 void replaceFile(const std::string &path, std::string_view content);
 
+/// Whether replaceFile() succeeds while others read the file. Windows refuses to replace one that is open.
+extern const bool canReplaceWhileRead;
+
 /// The content of a file, or nothing where there is no such file.
 /// \throws std::system_error  there is one that can't be read
 std::optional<std::string> readFile(const std::string &path);
@@ -49,7 +52,7 @@ public:
     static std::optional<NumberLock> tryTake(const std::string &path, std::uint64_t number);
 
     /// True when some object holds the number. The question takes nothing on POSIX; Windows can only try, and
-    /// then holds the number for a moment.
+    /// then holds the number for a moment, which tryTake() waits for.
     /// \throws std::system_error  as tryTake()
     static bool isTaken(const std::string &path, std::uint64_t number);
 

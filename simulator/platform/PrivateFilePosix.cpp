@@ -69,6 +69,8 @@ struct flock regionOf(std::uint64_t number)
 
 } // namespace
 
+const bool canReplaceWhileRead = true;
+
 AppendFile::AppendFile(const std::string &path)
 {
     Descriptor descriptor(path, O_WRONLY | O_APPEND | O_CREAT);

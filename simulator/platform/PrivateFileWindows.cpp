@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-// Private files and locks on Windows.
+// Private files and locks on Windows. Names are in the code page of the process, as the environment gives them: the A
+// forms.
 #include "PrivateFile.h"
 
 #include <windows.h>
 
 #include <array>
-#include <filesystem>
 #include <system_error>
 #include <utility>
 
@@ -25,8 +25,8 @@ class Handle
 {
 public:
     Handle(const std::string &path, DWORD access, DWORD disposition)
-        : value(CreateFileW(std::filesystem::path(path).c_str(), access, sharedByAll, nullptr, disposition,
-                            FILE_ATTRIBUTE_NORMAL, nullptr))
+        : value(CreateFileA(path.c_str(), access, sharedByAll, nullptr, disposition, FILE_ATTRIBUTE_NORMAL,
+                            nullptr))
     {}
     Handle(const Handle &) = delete;
     Handle &operator=(const Handle &) = delete;
@@ -62,7 +62,30 @@ void writeFresh(const std::string &path, std::string_view content)
         fail(path);
 }
 
+Handle openForLocks(const std::string &path)
+{
+    return {path, GENERIC_READ | GENERIC_WRITE, OPEN_ALWAYS};
+}
+
+/// Locks one byte of the lock file for each number.
+/// \return false if another handle has it
+bool lock(const Handle &handle, std::uint64_t number, DWORD kind, const std::string &path)
+{
+    if (!handle.isOpen())
+        fail(path);
+    OVERLAPPED region{};
+    region.Offset = static_cast<DWORD>(number);
+    region.OffsetHigh = static_cast<DWORD>(number >> 32);
+    if (LockFileEx(handle.get(), kind | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0, &region))
+        return true;
+    if (GetLastError() != ERROR_LOCK_VIOLATION && GetLastError() != ERROR_IO_PENDING)
+        fail(path);
+    return false;
+}
+
 } // namespace
+
+const bool canReplaceWhileRead = false;
 
 AppendFile::AppendFile(const std::string &path)
 {
@@ -87,8 +110,7 @@ void replaceFile(const std::string &path, std::string_view content)
 {
     const std::string fresh = path + ".new";
     writeFresh(fresh, content);
-    if (!MoveFileExW(std::filesystem::path(fresh).c_str(), std::filesystem::path(path).c_str(),
-                     MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+    if (!MoveFileExA(fresh.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
         fail(path);
 }
 
@@ -112,25 +134,23 @@ std::optional<std::string> readFile(const std::string &path)
     }
 }
 
+// Several may ask at once whether a number is taken, since the lock of a question is a shared one.
 std::optional<NumberLock> NumberLock::tryTake(const std::string &path, std::uint64_t number)
 {
-    Handle handle(path, GENERIC_READ | GENERIC_WRITE, OPEN_ALWAYS);
-    if (!handle.isOpen())
-        fail(path);
-
-    OVERLAPPED region{};
-    region.Offset = static_cast<DWORD>(number);
-    region.OffsetHigh = static_cast<DWORD>(number >> 32);
-    if (LockFileEx(handle.get(), LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0, &region))
-        return NumberLock(handle.release());
-    if (GetLastError() != ERROR_LOCK_VIOLATION && GetLastError() != ERROR_IO_PENDING)
-        fail(path);
+    constexpr int tries = 5; // a question of another process is over by then
+    Handle handle = openForLocks(path);
+    for (int attempt = 0; attempt < tries; ++attempt) {
+        if (lock(handle, number, LOCKFILE_EXCLUSIVE_LOCK, path))
+            return NumberLock(handle.release());
+        Sleep(1);
+    }
     return std::nullopt;
 }
 
 bool NumberLock::isTaken(const std::string &path, std::uint64_t number)
 {
-    return !tryTake(path, number);
+    const Handle handle = openForLocks(path);
+    return !lock(handle, number, 0, path);
 }
 
 NumberLock::NumberLock(NumberLock &&other) noexcept

@@ -129,7 +129,10 @@ protected:
     }
 
     /// Lets the search look into \p folders, separated as in GENICAM_GENTL64_PATH.
-    static void search(const std::string &folders) { setenv("GENICAM_GENTL64_PATH", folders.c_str(), 1); }
+    static void search(const std::string &folders)
+    {
+        testsystem::setVariable("GENICAM_GENTL64_PATH", folders);
+    }
 
     Simulator simulator;
     const Environment path{"GENICAM_GENTL64_PATH", folderOf(Simulator::cti())};

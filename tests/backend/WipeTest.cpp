@@ -5,8 +5,6 @@
 
 #include "BackEndFixture.h"
 
-#include <malloc.h>
-
 #include <algorithm>
 #include <atomic>
 #include <new>
@@ -26,17 +24,22 @@ void *operator new(std::size_t size)
     return block;
 }
 
-void operator delete(void *block) noexcept
+static void giveBack(void *block) noexcept
 {
-    const std::string_view bytes(static_cast<const char *>(block), block ? malloc_usable_size(block) : 0);
+    const std::string_view bytes(static_cast<const char *>(block), block ? testsystem::blockSize(block) : 0);
     if (bytes.find(secret) != std::string_view::npos)
         ++leftBehind;
     std::free(block);
 }
 
+void operator delete(void *block) noexcept
+{
+    giveBack(block);
+}
+
 void operator delete(void *block, std::size_t /*size*/) noexcept
 {
-    operator delete(block);
+    giveBack(block);
 }
 
 namespace {
@@ -47,7 +50,7 @@ protected:
     // Writes fail, so that the producer makes no copies, and the lock reads as open or closed all the same.
     void startWithLock(const std::string &state)
     {
-        unsetenv("TORVANE_SIM_LOG");
+        testsystem::setVariable("TORVANE_SIM_LOG", std::nullopt);
         simulator.configure(camera("lock_state_value = " + state + "\n"));
         fail("GCWritePort", 1, 0);
     }

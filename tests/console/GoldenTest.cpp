@@ -2,10 +2,11 @@
 // Whole runs of torvane_console: arguments and standard input against standard output to the last byte, and
 // the exit status. Scripts of users read these texts, so a blank more or less is a fault.
 //
-// runs/NAME.in is standard input (no file: an ended one), runs/NAME.expected is standard output, with
-// "<folder>" for the folder of the producer. runs/CAMERAS.toml configures the simulated cameras.
+// runs/NAME.in is standard input (no file: an ended one), runs/NAME.expected is standard output, with "<folder>/" for
+// the folder of the producer and "<no file PATH>" for the loader's words. runs/CAMERAS.toml configures the simulated cameras.
 #include "ConsoleProgram.h"
 #include "Environment.h"
+#include "LoadedModule.h"
 #include "Simulator.h"
 
 #include <gtest/gtest.h>
@@ -48,6 +49,14 @@ std::string replaceAll(std::string text, std::string_view from, std::string_view
     return text;
 }
 
+/// Puts in what differs from one machine to the other.
+std::string onThisPlatform(const std::string &text, const std::string &producers)
+{
+    const std::string joiner(1, static_cast<char>(std::filesystem::path::preferred_separator));
+    const std::string named = replaceAll(text, "<folder>/", producers + joiner);
+    return replaceAll(named, "<no file ./none.cti>", testsystem::missingFileCode("./none.cti"));
+}
+
 class GoldenTest : public testing::TestWithParam<Session>
 {};
 
@@ -56,7 +65,8 @@ TEST_P(GoldenTest, PrintsWhatIsExpected)
     const std::string cameras = readRunFile(GetParam().cameras + ".toml");
     ASSERT_FALSE(cameras.empty());
     Simulator simulator(cameras);
-    const std::string producers = std::filesystem::path(simulator.cti()).parent_path();
+    std::filesystem::path folder = std::filesystem::path(simulator.cti()).parent_path();
+    const std::string producers = folder.make_preferred().string();
     const Environment search("GENICAM_GENTL64_PATH", producers);
     std::filesystem::current_path(simulator.folder());
 
@@ -64,10 +74,10 @@ TEST_P(GoldenTest, PrintsWhatIsExpected)
         SCOPED_TRACE(run.name);
         std::vector<std::string> arguments = run.arguments;
         for (std::string &argument : arguments)
-            argument = replaceAll(argument, "<folder>", producers);
+            argument = onThisPlatform(argument, producers);
         simulator.clearLog();
         const Outcome outcome = runConsole(arguments, readRunFile(run.name + ".in"));
-        EXPECT_EQ(replaceAll(outcome.output, producers, "<folder>"), readRunFile(run.name + ".expected"));
+        EXPECT_EQ(outcome.output, onThisPlatform(readRunFile(run.name + ".expected"), producers));
         EXPECT_EQ(outcome.errors, "");
         EXPECT_EQ(outcome.status, run.status);
         EXPECT_EQ(simulator.openHandles(), 0);

@@ -4,6 +4,7 @@
 #include "ConsoleProgram.h"
 #include "Environment.h"
 #include "Simulator.h"
+#include "System.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -14,6 +15,7 @@
 #include <string>
 #include <vector>
 
+using testing::Contains;
 using testing::HasSubstr;
 
 namespace {
@@ -59,7 +61,7 @@ TEST_F(ConsoleRun, EndsWithStatusTwoForEachFault)
         {{"--list-libraries", "--lock"}, "--lock can't be used with --list-libraries, which only lists."},
         {{"--password-file", "no-such-file"},
          "Can't read a password from 'no-such-file': No such file or directory"},
-        {{"--new-password-file", "."}, "Can't read a password from '.': Is a directory"},
+        {{"--new-password-file", "."}, "Can't read a password from '.': " + testsystem::readFolderWords()},
         {{"--password-file", "-"}, readError + "the first line is empty", "\nx"},
         {{"--password-file", "-"}, readError + "the first line is empty", "\xef\xbb\xbf\r\n"},
         {{"--password-file", "-", "--new-password-file", "-"}, readError + "there is no line", "hunter22\n"},
@@ -92,13 +94,18 @@ TEST_F(ConsoleRun, TakesThePasswordFromTheFirstLineOfAFile)
         {" \tx \n", "20 09 78 20 00 00 00 00"},
         {"\xef\xbb\xbf\xc3\xbc\r\n", "c3 bc 00 00 00 00 00 00"},
         {"\xef\xbb\xbf\xef\xbb\xbf\n", "ef bb bf 00 00 00 00 00"},
+        {"a\x1a"
+         "b\n",
+         "61 1a 62 00 00 00 00 00"}, // which ends a text of Windows
     };
     for (const auto &row : rows) {
         std::ofstream("password", std::ios::binary) << row.content;
-        simulator.clearLog();
-        EXPECT_EQ(runConsole({"--password-file", "password", "--lock"}).status, 0);
-        EXPECT_THAT(simulator.portTraffic(), testing::Contains("write 0x50002040 " + row.onTheWire))
-            << row.content;
+        for (const std::string file : {"password", "-"}) {
+            simulator.clearLog();
+            EXPECT_EQ(runConsole({"--password-file", file, "--lock"}, row.content).status, 0);
+            EXPECT_THAT(simulator.portTraffic(), Contains("write 0x50002040 " + row.onTheWire))
+                << file << ' ' << row.content;
+        }
     }
 }
 
@@ -108,6 +115,39 @@ TEST_F(ConsoleRun, TakesPasswordsThatLookLikeOptions)
     EXPECT_THAT(simulator.portTraffic(), testing::Contains("write 0x50002040 2d 2d 6c 6f 63 4b 00 00"));
     EXPECT_EQ(runConsole({"--password", "--locK"}).status, 0);
     EXPECT_EQ(runConsole({"--password=--lock"}).status, 0);
+}
+
+TEST_F(ConsoleRun, SpeaksUtf8OnEveryWay)
+{
+    const std::string password = "\xc3\xbc"; // ü
+    const auto sent = [&](const std::vector<std::string> &arguments, const std::string &input = "") {
+        simulator.clearLog();
+        runConsole(arguments, input);
+        return simulator.portTraffic();
+    };
+    const auto itsBytes = Contains("write 0x50002040 c3 bc 00 00 00 00 00 00");
+    EXPECT_THAT(sent({"--password", password}), itsBytes);
+    EXPECT_THAT(sent({"--password-file", "-"}, password), itsBytes);
+    EXPECT_THAT(sent({}, "u\n" + password + "\nq\n"), itsBytes);
+    std::ofstream("k\xc3\xbc.txt") << password;
+    EXPECT_THAT(sent({"--password-file", "k\xc3\xbc.txt"}), itsBytes);
+}
+
+TEST_F(ConsoleRun, FindsProducersAndTheirFilesUnderAnyName)
+{
+    namespace fs = std::filesystem;
+    fs::copy_file(simulator.configPath(), simulator.folder() / u8"cfgü.toml");
+    const Environment config("TORVANE_SIM_CONFIG", simulator.folder().string() + "/cfg\xc3\xbc.toml");
+    for (const std::u8string name : {u8"Geräte", u8"カメラ"}) {
+        const fs::path folder = simulator.folder() / name;
+        fs::create_directory(folder);
+        fs::copy_file(simulator.cti(), folder / (name + u8".cti"));
+        const Environment there("GENICAM_GENTL64_PATH",
+                                simulator.folder().string() + '/' + std::string(name.begin(), name.end()));
+        const Outcome list = runConsole({"--list-devices"});
+        EXPECT_EQ(list.errors, "");
+        EXPECT_THAT(list.output, HasSubstr("G5-0001"));
+    }
 }
 
 TEST_F(ConsoleRun, TakesALineOfTheGreatestLength)
@@ -128,6 +168,8 @@ TEST_F(ConsoleRun, AnswersWithoutTouchingACamera)
     EXPECT_EQ(help.status, 0);
     EXPECT_EQ(help.errors, "");
     EXPECT_THAT(help.output, HasSubstr("So it is after a wrong password too"));
+    EXPECT_THAT(help.output,
+                HasSubstr("(*.cti), separated by " + std::string(testsystem::listSeparatorWords) + ".\n"));
     std::istringstream lines(help.output);
     for (std::string line; std::getline(lines, line);)
         EXPECT_LE(line.size(), 80U) << line;

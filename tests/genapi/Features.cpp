@@ -3,6 +3,7 @@
 #include "Features.h"
 
 #include <array>
+#include <charconv>
 #include <cstdlib>
 
 using namespace GenApi_3_2_TVN;
@@ -41,6 +42,14 @@ AnyValue limitOf(INode *node, const std::string &which)
     return integer ? limitOf(integer, which) : limitOf(CFloatPtr{node}, which);
 }
 
+// Not by std::atof, which does not know infinity on Windows.
+static double number(const std::string &text)
+{
+    double value = 0;
+    std::from_chars(text.data(), text.data() + text.size(), value);
+    return value;
+}
+
 void write(INode *node, const std::string &value, bool verify)
 {
     if (const CEnumerationPtr enumeration{node})
@@ -50,7 +59,7 @@ void write(INode *node, const std::string &value, bool verify)
     else if (const CIntegerPtr integer{node})
         integer->SetValue(std::atoll(value.c_str()), verify);
     else if (const CFloatPtr real{node})
-        real->SetValue(std::atof(value.c_str()), verify);
+        real->SetValue(number(value), verify);
     else if (const CStringPtr string{node})
         string->SetValue(value.c_str(), verify);
     else

@@ -4,6 +4,7 @@
 #include "GenTL_PortInterface.h"
 #include "IInteger.h"
 #include "INode.h"
+#include "LoadedModule.h"
 #include "Script.h"
 #include "Simulator.h"
 #include "TemporaryFolder.h"
@@ -90,15 +91,15 @@ TEST_F(DescriptionTest, AnOpenedPortReachesItsFeaturesByName)
 TEST_F(DescriptionTest, APortKeepsItsProducerLoaded)
 {
     const TemporaryFolder folder;
-    const std::string path = folder.path() / "copy.cti";
+    const std::string path = (folder.path() / "copy.cti").string();
     std::filesystem::copy_file(scriptedProducer(), path);
     auto port = open(path);
-    EXPECT_TRUE(isLoaded(path));
+    EXPECT_TRUE(testsystem::isLoaded(path));
     port.reset();
-    EXPECT_FALSE(isLoaded(path));
+    EXPECT_FALSE(testsystem::isLoaded(path));
     script.memory = "no description";
     failureOf([&] { open(path); }); // unwinds all that was built
-    EXPECT_FALSE(isLoaded(path));
+    EXPECT_FALSE(testsystem::isLoaded(path));
 
     GenTL_Interface gentl(scriptedProducer());
     script.memory = description;

@@ -1,17 +1,17 @@
 // SPDX-License-Identifier: MIT
 // Loading a producer: the calls, the failures with their whole texts, and how long the module stays.
 #include "GenTL_Interface.h"
+#include "LoadedModule.h"
 #include "Script.h"
 #include "Simulator.h"
+#include "System.h"
 
 #include <gmock/gmock.h>
-#include <sys/stat.h>
 
 #include <filesystem>
 #include <fstream>
 
 using GenICam_Interfaces::GenTL_Interface;
-using testing::HasSubstr;
 
 namespace {
 
@@ -30,11 +30,13 @@ protected:
 
 TEST_F(ProducerLoadTest, AFileThatCannotBeLoadedIsNamedAsGiven)
 {
-    const std::string noFile = ": cannot open shared object file: No such file or directory.";
-    EXPECT_EQ(loadFailure("/nowhere/x.cti"),
-              "Loading cti /nowhere/x.cti failed! Code: /nowhere/x.cti" + noFile);
-    EXPECT_EQ(loadFailure("x.cti"), "Loading cti x.cti failed! Code: ./x.cti" + noFile);
-    EXPECT_EQ(loadFailure(""), "Loading cti  failed! Code: ./: cannot read file data: Is a directory.");
+    const auto refusal = [](const std::string &path, const std::string &code) {
+        return "Loading cti " + path + " failed! Code: " + code + ".";
+    };
+    const std::string nowhere = (simulator.folder() / "nowhere.cti").string();
+    EXPECT_EQ(loadFailure(nowhere), refusal(nowhere, testsystem::missingFileCode(nowhere)));
+    EXPECT_EQ(loadFailure("x.cti"), refusal("x.cti", testsystem::missingFileCode("./x.cti")));
+    EXPECT_EQ(loadFailure(""), refusal("", testsystem::directoryCode("./")));
 }
 
 TEST_F(ProducerLoadTest, TheLibraryIsInitialisedForTheVersionQueryAlone)
@@ -72,7 +74,9 @@ TEST_F(ProducerLoadTest, TheLibraryIsInitialisedForTheVersionQueryAlone)
         std::filesystem::copy_file(Simulator::cti(), copy);
         EXPECT_EQ(loadFailure(copy), text);
         EXPECT_EQ(simulator.calls(), calls) << copy;
-        EXPECT_EQ(isLoaded(simulator.folder() / copy), text != std::string("no exception")) << copy;
+        EXPECT_EQ(testsystem::isLoaded((simulator.folder() / copy).string()),
+                  text != std::string("no exception"))
+            << copy;
     }
 }
 
@@ -80,8 +84,9 @@ TEST_F(ProducerLoadTest, AProducerMustExportWhatItsVersionAsksFor)
 {
     const auto failure = [](const std::string &path, const std::string &function,
                             const std::string &version) {
-        return "Computing address for function " + function + " of cti " + path + " failed! Code: " + path +
-               ": undefined symbol: " + function + ". Cti claims to support GenTL " + version + ".";
+        return "Computing address for function " + function + " of cti " + path +
+               " failed! Code: " + testsystem::missingSymbolCode(path, function) +
+               ". Cti claims to support GenTL " + version + ".";
     };
     const std::string noPartInfo = Simulator::cti("gentl_lacks_DSGetBufferPartInfo");
     EXPECT_EQ(loadFailure(noPartInfo), failure(noPartInfo, "DSGetBufferPartInfo", "V1.5"));
@@ -99,52 +104,21 @@ TEST_F(ProducerLoadTest, AProducerMustExportWhatItsVersionAsksFor)
     EXPECT_THAT(simulator.calls(), testing::IsEmpty()) << "these are required before any call";
 }
 
+// It is a module but no producer, which is told only when all that it needs has been loaded.
+TEST_F(ProducerLoadTest, WhatAProducerNeedsIsFoundBesideIt)
+{
+    namespace fs = std::filesystem;
+    const fs::path from = fs::path(NEIGHBOURED_PRODUCER).parent_path();
+    fs::copy(from, "vendor");
+    EXPECT_THAT(loadFailure("vendor/gentl_neighboured.cti"),
+                testing::StartsWith("Computing address for function"));
+}
+
 TEST_F(ProducerLoadTest, WhatIsNoRegularFileIsNotOpened)
 {
-    ASSERT_EQ(mkfifo("pipe.cti", 0600), 0);
-    std::filesystem::create_symlink("/dev/zero", "device.cti");
-    std::filesystem::create_directory("folder.cti");
-    for (const std::string name : {"pipe.cti", "device.cti", "folder.cti"})
+    for (const std::string &name : testsystem::makeIrregularFiles())
         EXPECT_EQ(loadFailure(name),
                   "Loading cti " + name + " failed! Code: " + name + ": not a regular file.");
-}
-
-TEST_F(ProducerLoadTest, ATruncatedProducerIsNotMapped)
-{
-    const auto fault = [](std::uintmax_t size) {
-        const std::string copy = "cut-to-" + std::to_string(size) + ".cti";
-        std::filesystem::copy_file(Simulator::cti(), copy);
-        std::filesystem::resize_file(copy, size);
-        return loadFailure(copy);
-    };
-    EXPECT_EQ(fault(63),
-              "Loading cti cut-to-63.cti failed! Code: cut-to-63.cti: the file is truncated, it has 63 of "
-              "at least 64 bytes.");
-    EXPECT_THAT(fault(100), HasSubstr("truncated, it has 100 of")) << "within the program headers";
-
-    // Whatever is left of it, the process lives; behind the last segment nothing is missed.
-    const std::uintmax_t size = std::filesystem::file_size(Simulator::cti());
-    bool isWhole = false;
-    for (std::uintmax_t part = 1; part <= 16; ++part) {
-        const std::string failure = fault(size * part / 16);
-        isWhole = isWhole || failure == "no exception";
-        EXPECT_EQ(failure.find("the file is truncated") == std::string::npos, isWhole) << failure;
-    }
-    EXPECT_TRUE(isWhole);
-}
-
-TEST_F(ProducerLoadTest, HeadersAreNotBelieved)
-{
-    const auto fault = [](const std::string &copy, std::streamoff place, const std::string &bytes) {
-        std::filesystem::copy_file(Simulator::cti(), copy);
-        std::fstream(copy, std::ios::in | std::ios::out | std::ios::binary).seekp(place) << bytes;
-        return loadFailure(copy);
-    };
-    const std::string absurd(8, '\xff');
-    const auto toTheLastByte = HasSubstr("of at least 18446744073709551615 bytes");
-    EXPECT_THAT(fault("headers.cti", 32, absurd), toTheLastByte);
-    EXPECT_THAT(fault("segment.cti", 64 + 32, absurd), toTheLastByte) << "the length of the first one";
-    EXPECT_THAT(fault("class.cti", 4, "\1"), HasSubstr("wrong ELF class")) << "in the loader's words";
 }
 
 } // namespace

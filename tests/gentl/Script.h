@@ -40,9 +40,6 @@ extern "C" Script *torvaneTestScript();
 /// The path of the scripted producer.
 std::string scriptedProducer();
 
-/// Whether the module is in this process at present.
-bool isLoaded(const std::string &path);
-
 /// The text of the std::runtime_error that \p action throws, or "no exception".
 template <class Action>
 std::string failureOf(Action action)

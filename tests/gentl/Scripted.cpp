@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The scripted producer: its functions note their calls in the script and answer as it says. It does not tell its version,
 // so that it needs no more functions than the tests call.
+#include "LoadedModule.h"
 #include "Script.h"
 
 #include <algorithm>
@@ -10,18 +11,21 @@
 
 namespace {
 
+/// That of the program which has loaded this module.
+Script &script()
+{
+    using Find = Script *(*)();
+    static const auto find = reinterpret_cast<Find>(testsystem::programSymbol("torvaneTestScript"));
+    return *find();
+}
+
 template <class... Arguments>
 void note(const char *function, Arguments... arguments)
 {
     std::string line = std::string(function) + "(";
     [[maybe_unused]] const char *separator = "";
     ((line += separator + std::to_string(arguments), separator = ", "), ...);
-    torvaneTestScript()->calls.push_back(line + ")");
-}
-
-Script &script()
-{
-    return *torvaneTestScript();
+    script().calls.push_back(line + ")");
 }
 
 GC_ERROR answerText(const std::string &text, void *buffer, std::size_t *size)

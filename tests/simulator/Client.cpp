@@ -1,25 +1,21 @@
 // SPDX-License-Identifier: MIT
 #include "Client.h"
 
-#include <dlfcn.h>
+#include "LoadedModule.h"
 
 #include <cstdio>
 #include <stdexcept>
 
-Client::Client(const std::string &cti) : module(dlopen(cti.c_str(), RTLD_NOW | RTLD_LOCAL))
-{
-    if (!module)
-        throw std::runtime_error(dlerror());
-}
+Client::Client(const std::string &cti) : module(testsystem::loadModule(cti)) {}
 
 Client::~Client()
 {
-    dlclose(module);
+    testsystem::unloadModule(module);
 }
 
 void *Client::symbol(const char *name) const
 {
-    return module ? dlsym(module, name) : nullptr;
+    return testsystem::findSymbol(module, name);
 }
 
 std::string Client::lastError() const

@@ -90,7 +90,7 @@ TEST(Configuration, FaultsAreNamed)
     std::filesystem::remove(simulator.configPath());
     client.init();
     EXPECT_EQ(client.code, GC_ERR_IO) << "the default cameras in place of a missing file";
-    EXPECT_EQ(client.lastError(), simulator.configPath().string() + ": No such file or directory");
+    EXPECT_EQ(client.lastError(), simulator.configPath().string() + ": " + testsystem::missingFileWords());
 
     simulator.configure("[producer]\nversion = \"2.10\"");
     client.init();

@@ -2,14 +2,16 @@
 // The state file: what it keeps, and that processes and modules which share it don't get in each other's way.
 #include "Client.h"
 #include "Environment.h"
+#include "Process.h"
+#include "System.h"
 
 #include <gmock/gmock.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <csignal>
+#include <chrono>
 #include <fstream>
 #include <iterator>
+#include <regex>
+#include <thread>
 
 namespace {
 
@@ -21,37 +23,14 @@ std::string contentOf(const fs::path &path)
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-/// Runs \p work in a process of its own.
-/// \returns its id
-template <class Work>
-pid_t startProcess(Work work)
-{
-    const pid_t child = fork();
-    if (child == 0) {
-        work();
-        _exit(0);
-    }
-    return child;
-}
-
-bool endedWell(pid_t child)
-{
-    int status = -1;
-    waitpid(child, &status, 0);
-    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
-}
+using testsystem::Process;
 
 TEST(State, APasswordAndALockStateOutliveTheProcess)
 {
     Simulator simulator;
-    EXPECT_TRUE(endedWell(startProcess([] {
-        Client client{Simulator::cti()};
-        OpenCamera camera{client};
-        client.write(camera.port, unlockPassword, "hunter22");
-        client.write(camera.port, newPassword, "caf\xe9\0\0\0\0"sv); // bytes that are no text
-    })));
+    EXPECT_EQ(Process(SIMULATOR_PEER, {"change"}).wait(), 0);
     for (const fs::path &file : {simulator.statePath(), simulator.logPath()})
-        EXPECT_EQ(fs::status(file).permissions(), fs::perms::owner_read | fs::perms::owner_write) << file;
+        EXPECT_TRUE(testsystem::isPrivate(file)) << file;
 
     Client client{Simulator::cti()};
     OpenCamera camera{client};
@@ -64,16 +43,10 @@ TEST(State, APasswordAndALockStateOutliveTheProcess)
 TEST(State, AHeldCameraIsBusyForOthersUntilItsHolderDies)
 {
     Simulator simulator;
-    int ready[2];
-    ASSERT_EQ(pipe(ready), 0);
-    const pid_t holder = startProcess([&] {
-        Client client{Simulator::cti()};
-        OpenCamera camera{client};
-        if (write(ready[1], "!", 1) == 1)
-            pause();
-    });
-    char signal = 0;
-    ASSERT_EQ(read(ready[0], &signal, 1), 1);
+    const fs::path sign = simulator.folder() / "held";
+    Process holder(SIMULATOR_PEER, {"hold", sign.string()});
+    for (int tries = 0; !fs::exists(sign) && tries < 3000; ++tries)
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
 
     Client client{Simulator::cti()};
     client.init();
@@ -83,8 +56,8 @@ TEST(State, AHeldCameraIsBusyForOthersUntilItsHolderDies)
     EXPECT_EQ(client.code, GC_ERR_ACCESS_DENIED);
     EXPECT_EQ(client.lastError(), "camera \"sim-1\" is held by another process");
 
-    kill(holder, SIGKILL);
-    waitpid(holder, nullptr, 0);
+    holder.kill();
+    holder.wait();
     EXPECT_EQ(client.accessStatus(interface), DEVICE_ACCESS_STATUS_READWRITE);
     client.openDevice(interface);
     EXPECT_EQ(client.code, GC_ERR_SUCCESS);
@@ -93,30 +66,22 @@ TEST(State, AHeldCameraIsBusyForOthersUntilItsHolderDies)
 TEST(State, ProcessesThatChangeDifferentCamerasAtOnceLoseNothing)
 {
     constexpr int processes = 4;
-    constexpr int rounds = 30;
     std::string toml = "[[interface]]\nid = \"sim-eth0\"\n";
     for (int index = 0; index < processes; ++index)
         toml += "[[interface.camera]]\nid = \"" + std::to_string(index) + "\"\nlock = \"unlocked\"\n";
     Simulator simulator(toml);
 
-    std::vector<pid_t> children;
+    std::vector<Process> peers;
     for (int index = 0; index < processes; ++index)
-        children.push_back(startProcess([&] {
-            Client client{Simulator::cti()};
-            OpenCamera camera{client, std::to_string(index).c_str()};
-            for (int round = 0; round < rounds; ++round) {
-                const std::string password = "round" + std::to_string(100 + round);
-                if (client.write(camera.port, newPassword, password) != GC_ERR_SUCCESS)
-                    _exit(1);
-            }
-        }));
-    for (const pid_t child : children)
-        EXPECT_TRUE(endedWell(child));
+        peers.emplace_back(SIMULATOR_PEER, std::vector<std::string>{"change often", std::to_string(index)});
+    for (Process &peer : peers)
+        EXPECT_EQ(peer.wait(), 0);
 
     const std::string state = contentOf(simulator.statePath());
     for (int index = 0; index < processes; ++index)
-        EXPECT_THAT(state,
-                    testing::ContainsRegex("\\[" + std::to_string(index) + "\\][^[]*726f756e64313239"));
+        EXPECT_TRUE(
+            std::regex_search(state, std::regex("\\[" + std::to_string(index) + "\\][^[]*726f756e64313239")))
+            << state;
 }
 
 TEST(State, ADamagedFileIsToldAndLeftAlone)

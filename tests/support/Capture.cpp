@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "Capture.h"
 
-#include <fcntl.h>
-#include <unistd.h>
+#include "System.h"
 
+#include <fstream>
 #include <stdexcept>
 
 namespace {
@@ -16,42 +16,37 @@ void flushOutput()
 
 } // namespace
 
-CaptureOutput::CaptureOutput() : file(std::tmpfile())
+CaptureOutput::CaptureOutput() : file(std::fopen(path.c_str(), "wb"))
 {
     if (!file)
         throw std::runtime_error("no temporary file");
     flushOutput();
-    before = dup(STDOUT_FILENO);
-    dup2(fileno(file), STDOUT_FILENO);
+    before = testsystem::divertOutput(file);
 }
 
 CaptureOutput::~CaptureOutput()
 {
     flushOutput();
-    dup2(before, STDOUT_FILENO);
-    close(before);
+    testsystem::restoreOutput(before);
     std::fclose(file);
 }
 
 std::string CaptureOutput::text()
 {
     flushOutput();
-    std::string result(static_cast<std::size_t>(lseek(fileno(file), 0, SEEK_END)), '\0');
-    result.resize(static_cast<std::size_t>(pread(fileno(file), result.data(), result.size(), 0)));
-    return result;
+    std::ostringstream text;
+    text << std::ifstream(path, std::ios::binary).rdbuf();
+    return text.str();
 }
 
 FeedInput::FeedInput(std::string_view text)
-    : text(std::string(text)), before(std::cin.rdbuf(this->text.rdbuf())), descriptorBefore(dup(STDIN_FILENO))
-{
-    const int nothing = open("/dev/null", O_RDONLY);
-    dup2(nothing, STDIN_FILENO);
-    close(nothing);
-}
+    : text(std::string(text)),
+      before(std::cin.rdbuf(this->text.rdbuf())),
+      descriptorBefore(testsystem::emptyInput())
+{}
 
 FeedInput::~FeedInput()
 {
-    dup2(descriptorBefore, STDIN_FILENO);
-    close(descriptorBefore);
+    testsystem::restoreInput(descriptorBefore);
     std::cin.rdbuf(before);
 }

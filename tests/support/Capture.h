@@ -2,6 +2,8 @@
 // The standard streams of the process for the time of a scope.
 #pragma once
 
+#include "TemporaryFolder.h"
+
 #include <cstdio>
 #include <iostream>
 #include <sstream>
@@ -22,6 +24,8 @@ public:
     std::string text();
 
 private:
+    const TemporaryFolder folder;
+    const std::string path = (folder.path() / "output").string();
     std::FILE *file;
     int before;
 };

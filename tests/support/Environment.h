@@ -2,6 +2,8 @@
 // An environment variable for the time of a scope.
 #pragma once
 
+#include "System.h"
+
 #include <cstdlib>
 #include <optional>
 #include <string>
@@ -16,21 +18,13 @@ public:
     {
         if (const char *old = std::getenv(this->name.c_str()))
             before = old;
-        set(value);
+        testsystem::setVariable(this->name, value);
     }
     Environment(const Environment &) = delete;
     Environment &operator=(const Environment &) = delete;
-    ~Environment() { set(before); }
+    ~Environment() { testsystem::setVariable(name, before); }
 
 private:
-    void set(const std::optional<std::string> &value) const
-    {
-        if (value)
-            setenv(name.c_str(), value->c_str(), 1);
-        else
-            unsetenv(name.c_str());
-    }
-
     std::string name;
     std::optional<std::string> before;
 };

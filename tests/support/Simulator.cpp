@@ -1,15 +1,23 @@
 // SPDX-License-Identifier: MIT
 #include "Simulator.h"
 
-#include <chrono>
+#include "System.h"
+
 #include <fstream>
 #include <map>
 #include <regex>
 #include <set>
 #include <sstream>
-#include <system_error>
 
 namespace fs = std::filesystem;
+
+namespace {
+
+// As the search names files, and with the drive that a test may leave.
+const fs::path producer = fs::absolute(TORVANE_SIM_CTI).make_preferred();
+const fs::path variants = fs::absolute(TORVANE_SIM_VARIANTS).make_preferred();
+
+} // namespace
 
 const char *const Simulator::oneCamera = R"toml(
 [[interface]]
@@ -38,11 +46,10 @@ Simulator::Simulator(std::string_view toml)
 void Simulator::configure(std::string_view newToml)
 {
     toml = newToml;
-    std::error_code error;
-    const fs::file_time_type before = fs::last_write_time(configPath(), error);
-    std::ofstream(configPath()) << toml;
-    if (!error && fs::last_write_time(configPath()) <= before)
-        fs::last_write_time(configPath(), before + std::chrono::milliseconds(10));
+    const std::int64_t before = fs::exists(configPath()) ? testsystem::changeTime(configPath()) : 0;
+    do { // the clock of the file system has its steps
+        std::ofstream(configPath()) << toml;
+    } while (testsystem::changeTime(configPath()) == before);
 }
 
 void Simulator::failNth(std::string_view function, std::int32_t code, std::uint64_t n, std::uint64_t count,
@@ -124,11 +131,11 @@ int Simulator::openHandles() const
 
 std::string Simulator::cti()
 {
-    return TORVANE_SIM_CTI;
+    return producer.string();
 }
 
 std::string Simulator::cti(std::string_view variant)
 {
     const std::string name(variant);
-    return std::string(TORVANE_SIM_VARIANTS) + '/' + name + '/' + name + ".cti";
+    return (variants / name / (name + ".cti")).string();
 }

@@ -2,22 +2,15 @@
 // A fresh folder that goes with its owner.
 #pragma once
 
-#include <cstdlib>
+#include "System.h"
+
 #include <filesystem>
-#include <stdexcept>
-#include <string>
 #include <system_error>
 
 class TemporaryFolder
 {
 public:
-    TemporaryFolder()
-    {
-        std::string name = (std::filesystem::temp_directory_path() / "torvane-XXXXXX").string();
-        if (!mkdtemp(name.data()))
-            throw std::runtime_error("no temporary folder");
-        path_ = name;
-    }
+    TemporaryFolder() = default;
     TemporaryFolder(const TemporaryFolder &) = delete;
     TemporaryFolder &operator=(const TemporaryFolder &) = delete;
     ~TemporaryFolder()
@@ -29,5 +22,5 @@ public:
     const std::filesystem::path &path() const { return path_; }
 
 private:
-    std::filesystem::path path_;
+    std::filesystem::path path_ = testsystem::makeFreshFolder();
 };
