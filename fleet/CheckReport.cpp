@@ -85,15 +85,20 @@ std::string countedText(std::size_t cameras)
     return std::to_string(cameras) + (cameras == 1 ? " camera" : " cameras");
 }
 
+/// What breaks a rule; else what was counted. Unknown ones are told in any case: they may be on the factory password.
 std::string summaryText(const CheckFindings &findings)
 {
     const CameraCounts counts = findings.counts();
+    const std::vector<Trouble> broken = brokenTroubles(findings);
+    if (broken.empty() && !findings.doubts.empty())
+        return findings.doubts.front();
     std::string text;
-    for (const Trouble trouble : brokenTroubles(findings))
-        text += (text.empty() ? "" : ", ") + std::to_string(counts.of(trouble)) + ' ' + wordOf(trouble);
-    if (!text.empty())
-        return text;
-    return findings.doubts.empty() ? countedText(findings.cameras.size()) : findings.doubts.front();
+    for (const Trouble trouble : allTroubles) {
+        const bool isBroken = std::ranges::count(broken, trouble) > 0;
+        if (isBroken || (trouble == Trouble::Unknown && counts.unknown > 0))
+            text += ", " + std::to_string(counts.of(trouble)) + ' ' + wordOf(trouble);
+    }
+    return broken.empty() ? countedText(findings.cameras.size()) + text : text.substr(2);
 }
 
 std::string performanceData(const CameraCounts &counts)

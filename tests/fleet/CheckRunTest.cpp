@@ -46,12 +46,12 @@ TEST(CheckRun, EndsAsMonitoringPluginsDo)
     const Fleet fleet(mixed());
     const std::string counts = " | factory=2 unlocked=1 unknown=1 none=1 user=2";
     for (const Row &row :
-         {Row{"", 2, "TORVANE CRITICAL - 2 factory$"},
-          {"--max-factory 1", 2, "TORVANE CRITICAL - 2 factory$"},
-          {"--max-factory 2", 0, "TORVANE OK - 6 cameras$"},
-          {"--warn-factory 1", 1, "TORVANE WARNING - 2 factory$"},
+         {Row{"", 2, "TORVANE CRITICAL - 2 factory, 1 unknown$"},
+          {"--max-factory 1", 2, "TORVANE CRITICAL - 2 factory, 1 unknown$"},
+          {"--max-factory 2", 0, "TORVANE OK - 6 cameras, 1 unknown$"},
+          {"--warn-factory 1", 1, "TORVANE WARNING - 2 factory, 1 unknown$"},
           {"--warn-unlocked 0 --max-unknown 0", 2, "TORVANE CRITICAL - 1 unlocked, 1 unknown$"},
-          {"--max-unlocked 1 --warn-unknown 1", 0, "TORVANE OK - 6 cameras$"},
+          {"--max-unlocked 1 --warn-unknown 1", 0, "TORVANE OK - 6 cameras, 1 unknown$"},
           {"--serial A6 --serial B9", 3,
            "TORVANE UNKNOWN - No camera matches --serial B9. | factory=0 unlocked=0 unknown=0 none=0 user=1"},
           {"--serial A1 --serial B9", 2,
