@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QThread>
 #include <algorithm>
+#include <filesystem>
 
 namespace {
 
@@ -84,6 +85,22 @@ TEST(ChangeRun, TheFactorysPasswordIsSentToNoOtherCamera)
     EXPECT_TRUE(fleet.simulator.calls("GCWritePort").empty());
     EXPECT_THAT(fleet.act({change, QStringLiteral("--factory"), passwords, file}).outcomes(),
                 ElementsAre("A2 done new"));
+}
+
+TEST(ChangeRun, ACameraThatLeftTheFactorysPasswordIsNotSentIt)
+{
+    Fleet fleet(cameras(camera("A1", "lock = \"default\"")));
+    const QString file = fleet.file("p", R"({"serial": "A1", "new": "elsewhere"})");
+    EXPECT_THAT(fleet.act({change, all, passwords, file}).outcomes(), ElementsAre("A1 done new"));
+    const std::string state = fleet.simulator.statePath().string();
+    std::filesystem::rename(state, state + ".later");
+    fleet.simulator.clearLog();
+    // Somebody else changes it behind the look.
+    const QString command =
+        QStringLiteral("sh -c \"cp %1.later %1; echo new-A1\"").arg(QString::fromStdString(state));
+    EXPECT_THAT(fleet.act({change, all, QStringLiteral("--new-password-command"), command}).outcomes(),
+                ElementsAre("A1 failed no_secret old"));
+    EXPECT_TRUE(fleet.simulator.calls("GCWritePort").empty());
 }
 
 TEST(ChangeRun, RefusalsAreToldTogetherBeforeAnythingIsWritten)
