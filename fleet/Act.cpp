@@ -7,7 +7,6 @@
 #include "Interruption.h"
 #include "Journal.h"
 #include "Look.h"
-#include "PasswordRules.h"
 #include "Reset.h"
 
 #include <algorithm>
@@ -68,9 +67,10 @@ private:
         if (!reason || std::ranges::find(outOfReach, reason->code) == outOfReach.end())
             return;
         for (const Camera &other : tree.cameras()) {
-            if (other.duplicateOf == job.camera->place && accessOf(*other.device) == Access::Free)
-                reason->next += " Or choose its other entry: --interface " + other.place.interface +
-                                " --id " + other.place.id + '.';
+            if (other.duplicateOf == job.camera->place && isSameCamera(other, *job.camera) &&
+                accessOf(*other.device) == Access::Free)
+                reason->next += " Or choose its other entry, if it is the same camera: --interface " +
+                                other.place.interface + " --id " + other.place.id + '.';
         }
     }
 
@@ -109,6 +109,16 @@ private:
         });
     }
 
+    /// The same of an entry that was passed over as this camera.
+    bool stoodForAnother(const Camera &camera) const
+    {
+        const Place &first = camera.duplicateOf ? *camera.duplicateOf : camera.place;
+        return std::ranges::any_of(tree.cameras(), [&](const Camera &other) {
+            return &other != &camera && (other.place == first || other.duplicateOf == first) &&
+                   !isSameCamera(other, camera);
+        });
+    }
+
     Outcome operate(Job &job)
     {
         Camera &camera = *job.camera;
@@ -116,7 +126,8 @@ private:
             readLockAgain(camera);
         else
             readOpened(camera);
-        if (job.goesBySerial && hasTwin(camera))
+        const bool isTwin = hasTwin(camera);
+        if ((job.goesBySerial && isTwin) || (job.standsForOthers && stoodForAnother(camera)))
             return failedUntouched(job, request,
                                    {ReasonCode::SharedSerial, "Another camera has the same serial number.",
                                     "Choose between them with --id; torvane list tells the identifiers."});
@@ -124,8 +135,8 @@ private:
             return noLockOutcome(job.isNamed);
         if (camera.lock == Lock::Unknown)
             return failedUntouched(job, request, *camera.reason);
-        if (request.action == Action::Change && !job.current && camera.password == Password::Factory)
-            job.current = Secret(std::string(factoryPassword));
+        if (auto reason = hooks.opened(job, isTwin))
+            return failedUntouched(job, request, std::move(*reason));
         if (request.needsCurrent() && !job.current && !job.rules.tryNewFirst)
             return failedUntouched(job, request, noSecretReason());
         try {

@@ -14,8 +14,10 @@ namespace fleet {
 struct ActHooks
 {
     std::function<void(const Job &)> begins; ///< it is the next one; nothing has been written
-    std::function<void(Job &)> willWrite;    ///< it is open. May throw: then nothing is written
-    std::function<void(Job &)> finished;     ///< it has its outcome, and is closed
+    /// It is open and was read, nothing has been written. What is returned is why it stays so.
+    std::function<std::optional<Reason>(Job &, bool hasTwin)> opened;
+    std::function<void(Job &)> willWrite; ///< it is open. May throw: then nothing is written
+    std::function<void(Job &)> finished;  ///< it has its outcome, and is closed
 };
 
 /// Gives each job that has none its outcome. Held cameras wait together at the end, 5 s at most, and are opened when they

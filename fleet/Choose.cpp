@@ -68,12 +68,15 @@ void tellUnasked(const std::vector<std::size_t> &chosen, const std::vector<Camer
     }
 }
 
-bool standsForAnother(const Camera &camera, const Jobs &jobs)
+/// \return the job of the entry that stands for \p camera; null where none does
+Job *jobOfSame(const Camera &camera, Jobs &jobs)
 {
-    return camera.duplicateOf && std::ranges::any_of(jobs, [&](const Job &job) {
-               return job.camera->place == *camera.duplicateOf ||
-                      job.camera->duplicateOf == camera.duplicateOf;
-           });
+    if (!camera.duplicateOf)
+        return nullptr;
+    const auto found = std::ranges::find_if(jobs, [&](const Job &job) {
+        return job.camera->place == *camera.duplicateOf || job.camera->duplicateOf == camera.duplicateOf;
+    });
+    return found == jobs.end() ? nullptr : &*found;
 }
 
 } // namespace
@@ -102,8 +105,12 @@ Jobs chooseJobs(Tree &tree, const Request &request, const std::function<void(con
     Jobs jobs;
     for (const std::size_t place : chosen) {
         Camera &camera = cameras[place];
-        if (standsForAnother(camera, jobs) || (selection.needsLook() && !passesLook(selection, camera)))
+        if (selection.needsLook() && !passesLook(selection, camera))
             continue;
+        if (Job *const same = jobOfSame(camera, jobs)) {
+            same->standsForOthers = true;
+            continue;
+        }
         Job &job = jobs.emplace_back();
         job.camera = &camera;
         job.isNamed = isNamed(selection, camera);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Camera.h"
+#include "Journal.h"
 #include "Operations.h"
 #include "Outcome.h"
 #include "Secret.h"
@@ -17,7 +18,10 @@ struct Job
     Camera *camera = nullptr;  ///< of the tree
     bool isNamed = false;      ///< by the user, as this very camera
     bool goesBySerial = false; ///< its choice or a secret: then no other camera may bear that serial number
+    bool standsForOthers = false;     ///< chosen entries were passed over as this very camera
+    std::optional<CameraKey> begunAs; ///< the camera of an earlier run that is gone on with
     std::optional<Secret> current;
+    bool isFactorys = false; ///< the current one, since the camera said that it is on it
     std::optional<Secret> next;
     ChangeRules rules;              ///< of a change
     bool hasIntent = false;         ///< the journal has one of this run

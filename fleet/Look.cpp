@@ -115,11 +115,8 @@ void readLockAgain(Camera &camera)
 {
     camera.reason.reset();
     camera.lock = Lock::Unknown;
-    try {
-        camera.lock = camera.device->readLocked() ? Lock::Locked : Lock::Unlocked;
-    } catch (const RegisterFailure &failure) {
-        camera.reason = readFailedReason(failure.what());
-    }
+    camera.password = Password::Unknown;
+    readLock(*camera.device, camera, false);
 }
 
 void lookInto(Camera &camera)

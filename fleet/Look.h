@@ -15,7 +15,7 @@ void lookInto(Camera &camera);
 /// The same for a camera that is open already, and stays so.
 void readOpened(Camera &camera);
 
-/// Of one that is open and was read before, the lock state alone.
+/// Of one that is open and was read before, lock state and password state, which others may have changed since.
 void readLockAgain(Camera &camera);
 
 /// What becomes of a camera that has no password lock: a run over all of them passes it over, and one that the user named

@@ -19,6 +19,30 @@ Outcome refused(const Job &job, const Request &request, Reason reason)
     return {Result::Refused, inForceUntouched(job, request.action), std::move(reason), {}};
 }
 
+std::optional<Reason> refusalOfBegun(const Request &request, const Journal &journal, const Camera &camera)
+{
+    if (request.resume || !journal.hasUnsettledIntent(camera))
+        return std::nullopt;
+    return Reason{ReasonCode::Journal, "A change of this camera was begun and has no outcome.",
+                  "Run change --resume first."};
+}
+
+/// The factory's own is known, and is sent to cameras that say they are on it, and to no other.
+bool takeFactorys(Job &job, const Secrets &secrets)
+{
+    job.isFactorys =
+        job.camera->password == Password::Factory && !secrets.hasLine(*job.camera, Secrets::Kind::Current);
+    if (job.isFactorys)
+        job.current = Secret(std::string(factoryPassword));
+    return job.isFactorys;
+}
+
+/// One that hid its MAC address before may be another camera than the one whose change was begun.
+bool isBegunOne(const CameraKey &begun, const Camera &camera)
+{
+    return CameraKey(camera).isSame(begun) && (begun.mac.isEmpty() || camera.mac);
+}
+
 class Preparation
 {
 public:
@@ -86,9 +110,8 @@ private:
     std::optional<Reason> refusalOfChange(Job &job)
     {
         const Camera &camera = *job.camera;
-        if (!request.resume && journal.hasUnsettledIntent(camera))
-            return Reason{ReasonCode::Journal, "A change of this camera was begun and has no outcome.",
-                          "Run change --resume first."};
+        if (auto reason = refusalOfBegun(request, journal, camera))
+            return reason;
         if (!request.onChanged.empty()) {
             if (auto reason = refusalOfHook(camera))
                 return reason;
@@ -117,15 +140,12 @@ private:
         return std::nullopt;
     }
 
-    // The factory's own is known, and is sent to cameras that say they are on it, and to no other. A camera that could not
-    // be asked may turn out to be one, and one whose change was begun may have been.
+    // A camera that could not be asked may turn out to be on the factory's, and one whose change was begun may have been.
     std::optional<Reason> resolveOld(Job &job)
     {
         const Camera &camera = *job.camera;
-        if (camera.password == Password::Factory && !secrets.hasLine(camera, Secrets::Kind::Current)) {
-            job.current = Secret(std::string(factoryPassword));
+        if (takeFactorys(job, secrets))
             return std::nullopt;
-        }
         auto reason = resolve(job, Secrets::Kind::Current);
         const bool maybeFactory = camera.password == Password::Unknown || job.rules.tryNewFirst;
         return maybeFactory && reason && reason->code == ReasonCode::NoSecret ? std::nullopt : reason;
@@ -177,6 +197,30 @@ bool prepareJobs(Jobs &jobs, const Request &request, Secrets &secrets, const std
         refuseSharedSecrets(jobs, request);
     return std::ranges::any_of(
         jobs, [](const Job &job) { return job.outcome && job.outcome->result == Result::Refused; });
+}
+
+std::optional<Reason> prepareOpened(Job &job, bool hasTwin, const Request &request, Secrets &secrets,
+                                    const Journal &journal)
+{
+    const Camera &camera = *job.camera;
+    if (job.begunAs && !isBegunOne(*job.begunAs, camera))
+        return Reason{ReasonCode::Vanished, "Another camera stands in the place of the one that was begun.",
+                      "Plug that one in, then run change --resume again."};
+    if (request.action != Action::Change)
+        return std::nullopt;
+    if (auto reason = refusalOfBegun(request, journal, camera))
+        return reason;
+    const bool wasFactorys = job.isFactorys;
+    if (takeFactorys(job, secrets) || !wasFactorys)
+        return std::nullopt;
+    job.current.reset();
+    Secrets::Resolution own = secrets.resolve(camera, Secrets::Kind::Current, hasTwin);
+    if (auto *const reason = std::get_if<Reason>(&own)) {
+        const bool maybeNew = job.rules.tryNewFirst && reason->code == ReasonCode::NoSecret;
+        return maybeNew ? std::nullopt : std::optional(std::move(*reason));
+    }
+    job.current = std::move(std::get<Secret>(own));
+    return ruleFault(*job.next, &*job.current);
 }
 
 } // namespace fleet

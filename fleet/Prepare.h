@@ -8,6 +8,7 @@
 #include "Request.h"
 #include "Secrets.h"
 
+#include <optional>
 #include <vector>
 
 namespace fleet {
@@ -17,5 +18,12 @@ namespace fleet {
 /// \return whether any was refused: then nothing may be written
 bool prepareJobs(Jobs &jobs, const Request &request, Secrets &secrets, const std::vector<Camera> &cameras,
                  const Journal &journal);
+
+/// The same rules once more for a camera that is open now, and may say something else than before, or say it for the first
+/// time: whether it is the one of the journal, and which old password it gets.
+/// \param hasTwin  another camera bears its serial number
+/// \return why it must not be written
+std::optional<Reason> prepareOpened(Job &job, bool hasTwin, const Request &request, Secrets &secrets,
+                                    const Journal &journal);
 
 } // namespace fleet

@@ -15,6 +15,8 @@ bool isSettled(const Job &job)
     const std::optional<Reason> &reason = job.outcome->reason;
     if (reason && reason->code == ReasonCode::NotReached)
         return false;
+    if (job.begunAs && reason && reason->code == ReasonCode::Vanished)
+        return false; // what answered is another camera
     if (!job.rules.tryNewFirst)
         return true;
     return job.hasIntent && !(reason && reason->code == ReasonCode::NoSecret);

@@ -35,6 +35,7 @@ public:
             return;
         Job &job = resumption.jobs.emplace_back();
         job.isNamed = true;
+        job.begunAs = key;
         job.rules.tryNewFirst = hasIntent;
         job.rules.wasBefore = hasIntent ? key.lock : Lock::Unknown;
         if (camera) {

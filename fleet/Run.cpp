@@ -64,12 +64,14 @@ Jobs choose(Tree &tree, const Request &request)
     return chooseJobs(tree, request, [&](const Camera &camera) { progress.show(looked++, nameOf(camera)); });
 }
 
-void carryOut(Jobs &jobs, const Request &request, Tree &tree, Records &records)
+void carryOut(Jobs &jobs, const Request &request, Tree &tree, Secrets &secrets, const Journal &journal,
+              Records &records)
 {
     Progress progress(jobs.size(), request.quiet);
     std::size_t done = 0;
     actOn(jobs, request, tree,
           {[&](const Job &job) { progress.show(done, nameOf(*job.camera)); },
+           [&](Job &job, bool hasTwin) { return prepareOpened(job, hasTwin, request, secrets, journal); },
            [&](Job &job) { records.willWrite(job); },
            [&](Job &job) {
                ++done;
@@ -102,7 +104,7 @@ Status act(const Request &request, const QString &runId, Report &report)
         confirmResets(jobs);
     throwIfInterrupted(); // from here on the camera in hand is finished
     records.begin(jobs, earlier.runs);
-    carryOut(jobs, request, tree, records);
+    carryOut(jobs, request, tree, secrets, journal, records);
     const Status status = end(jobs, tree, audit, report);
     records.end(status);
     return status;

@@ -240,6 +240,18 @@ TEST(ActionRun, TwoCamerasOfOneSerialNumberAreToldApartByTheirIdentifiers)
     EXPECT_EQ(fleet.opens("A1", "3"), 0);
 }
 
+TEST(ActionRun, ATwinThatWasHeldStandsForNoOther)
+{
+    const Fleet fleet("[[failure]]\nfunction = \"IFOpenDevice\"\ncode = -1005\nid = \"A1\"\n" +
+                      cameras(camera("A1", "lock = \"unlocked\"")) +
+                      cameras(camera("A1", "id = \"twin\"\nlock = \"unlocked\"", "02:00:00:00:00:99"), "")
+                          .replace(0, 24, "[[interface]]\nid = \"eth1\""));
+    const QStringList lock{QStringLiteral("lock"), all};
+    const Ended run = fleet.act(lock);
+    EXPECT_THAT(run.outcomes(), ElementsAre("A1 failed shared_serial"));
+    EXPECT_NE(run.status, 0);
+}
+
 TEST(ActionRun, ACameraThatAnswersZeroGetsNoSecret)
 {
     const Fleet fleet(cameras(camera("A1", "lock_state_value = 0\npassword_state_value = 0\nip = \"0.0.0.0\"",

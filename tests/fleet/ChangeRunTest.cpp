@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QThread>
 #include <algorithm>
+#include <filesystem>
 
 namespace {
 
@@ -84,6 +85,22 @@ TEST(ChangeRun, TheFactorysPasswordIsSentToNoOtherCamera)
     EXPECT_TRUE(fleet.simulator.calls("GCWritePort").empty());
     EXPECT_THAT(fleet.act({change, QStringLiteral("--factory"), passwords, file}).outcomes(),
                 ElementsAre("A2 done new"));
+}
+
+TEST(ChangeRun, ACameraThatLeftTheFactorysPasswordIsNotSentIt)
+{
+    Fleet fleet(cameras(camera("A1", "lock = \"default\"")));
+    const QString file = fleet.file("p", R"({"serial": "A1", "new": "elsewhere"})");
+    EXPECT_THAT(fleet.act({change, all, passwords, file}).outcomes(), ElementsAre("A1 done new"));
+    const std::string state = fleet.simulator.statePath().string();
+    std::filesystem::rename(state, state + ".later");
+    fleet.simulator.clearLog();
+    // Somebody else changes it behind the look.
+    const QString command =
+        QStringLiteral("sh -c \"cp %1.later %1; echo new-A1\"").arg(QString::fromStdString(state));
+    EXPECT_THAT(fleet.act({change, all, QStringLiteral("--new-password-command"), command}).outcomes(),
+                ElementsAre("A1 failed no_secret old"));
+    EXPECT_TRUE(fleet.simulator.calls("GCWritePort").empty());
 }
 
 TEST(ChangeRun, RefusalsAreToldTogetherBeforeAnythingIsWritten)
@@ -211,6 +228,40 @@ TEST(ChangeRun, ATerminatedRunFinishesTheCameraInHandAndNoOther)
     EXPECT_THAT(fleet.states(), ElementsAre("A1 locked user", "A2 locked user", "A3 locked user"));
     EXPECT_THAT(fleet.act({change, QStringLiteral("--resume"), passwords, file}).outcomes(),
                 ElementsAre("A2 done new", "A3 done new"));
+}
+
+// Its first open, that of the look, is refused.
+std::string heldAtLook(const char *serial)
+{
+    return "[[failure]]\nfunction = \"IFOpenDevice\"\ncode = -1005\nid = \"" + std::string(serial) + "\"\n";
+}
+
+TEST(ChangeRun, AHeldCameraIsJudgedOnceMoreWhenItIsFree)
+{
+    Fleet fleet("[producer]\nlatency_ms = 60\n" + cameras(camera("A1", "id = \"old\"")));
+    const QString file = fleet.file("p", lines({"A1", "B1"}));
+    QProcess killed;
+    fleet.start(killed, {change, all, QStringLiteral("--wait"), QStringLiteral("90"), passwords, file});
+    waitForJournal(fleet, R"("event":"intent")");
+    killed.kill();
+    killed.waitForFinished();
+    fleet.simulator.clearLog();
+    // Another camera in the place of the one that was begun.
+    fleet.simulator.configure(heldAtLook("A1") + cameras(camera("A1", "", "02:00:00:00:00:99")));
+    EXPECT_THAT(fleet.act({change, QStringLiteral("--resume"), passwords, file}).outcomes(),
+                ElementsAre("A1 failed vanished unknown"));
+    // The one that was begun, by another serial number: its MAC address alone tells.
+    const std::string mac = fleet.journal().substr(fleet.journal().find("02:00:"), 17);
+    fleet.simulator.configure(heldAtLook("B1") + cameras(camera("B1", "", mac)));
+    EXPECT_THAT(fleet.act({change, all, passwords, file}).outcomes(), ElementsAre("B1 failed journal old"));
+    EXPECT_TRUE(fleet.simulator.calls("GCWritePort").empty());
+    // One on the factory's password gets that, whatever there is for all.
+    fleet.simulator.configure(heldAtLook("C1") + cameras(camera("C1", "lock = \"default\"")));
+    EXPECT_THAT(fleet
+                    .act({change, all, QStringLiteral("--password-file"), fleet.file("o", "hunter22"),
+                          QStringLiteral("--new-password-file"), fleet.file("n", "new-C1")})
+                    .outcomes(),
+                ElementsAre("C1 done new"));
 }
 
 } // namespace
