@@ -4,6 +4,8 @@
 
 #include <gmock/gmock.h>
 
+#include <QFile>
+#include <QProcess>
 #include <filesystem>
 
 namespace {
@@ -49,6 +51,9 @@ TEST(ActionRun, StatusesOfRunsThatDidNothing)
 {
     const Fleet fleet(mixed());
     const QString wrong = fleet.file("p", "wrong");
+    const QString pipe = fleet.file("unread", "");
+    ASSERT_TRUE(QFile::remove(pipe));
+    ASSERT_EQ(QProcess::execute(QStringLiteral("mkfifo"), {pipe}), 0);
     struct Row
     {
         QStringList arguments;
@@ -66,6 +71,8 @@ TEST(ActionRun, StatusesOfRunsThatDidNothing)
           {{QStringLiteral("lock")}, 2, {}},
           {{QStringLiteral("lock"), all, QStringLiteral("--nonsense")}, 2, {}},
           {{QStringLiteral("lock"), all, QStringLiteral("--audit"), QStringLiteral("/nowhere/audit")}, 2, {}},
+          {{QStringLiteral("lock"), all, QStringLiteral("--audit"), pipe}, 2, {}},
+          {{QStringLiteral("lock"), all, QStringLiteral("--audit"), QStringLiteral("/dev/full")}, 2, {}},
           {{QStringLiteral("lock"), all, QStringLiteral("--library"), wrong}, 1, {}},
           {{verify, serial, QStringLiteral("A1")}, 2, {"A1 refused no_secret"}},
           {{verify, all, passwordFile, QStringLiteral("-"), passwords, QStringLiteral("-")}, 2, {}},
@@ -94,8 +101,17 @@ TEST(ActionRun, WhatNeedsNoSecretNeedsNoLine)
 TEST(ActionRun, AFullDiskLosesNoLineInSilence)
 {
     const Fleet fleet(cameras(camera("A1")));
-    const Ended run =
-        fleet.act({QStringLiteral("lock"), all, QStringLiteral("--audit"), QStringLiteral("/dev/full")});
+    const QString audit = fleet.file("audit", "");
+    std::filesystem::resize_file(audit.toStdString(), 2048 * 512); // all that ulimit leaves a file
+    QProcess process;
+    process.start(QStringLiteral("sh"),
+                  {QStringLiteral("-c"), QStringLiteral("trap '' XFSZ; ulimit -f 2048; exec \"$@\""),
+                   QStringLiteral("sh"), QStringLiteral(TORVANE_FLEET), QStringLiteral("lock"), all,
+                   QStringLiteral("--audit"), audit, QStringLiteral("--json"), QStringLiteral("--wait"),
+                   QStringLiteral("90")});
+    ASSERT_TRUE(process.waitForFinished(90'000));
+    const Ended run{process.exitCode(), process.readAllStandardOutput().toStdString(),
+                    process.readAllStandardError().toStdString()};
     EXPECT_EQ(run.status, 3);
     EXPECT_EQ(run.summary("status"), 3);
     EXPECT_THAT(run.errors, HasSubstr(R"("serial":"A1")"));
