@@ -51,6 +51,7 @@ TEST(ActionRun, StatusesOfRunsThatDidNothing)
 {
     const Fleet fleet(mixed());
     const QString wrong = fleet.file("p", "wrong");
+    const QString audit = fleet.file("audit", "");
     const QString pipe = fleet.file("unread", "");
     ASSERT_TRUE(QFile::remove(pipe));
     ASSERT_EQ(QProcess::execute(QStringLiteral("mkfifo"), {pipe}), 0);
@@ -76,13 +77,19 @@ TEST(ActionRun, StatusesOfRunsThatDidNothing)
           {{QStringLiteral("lock"), all, QStringLiteral("--library"), wrong}, 1, {}},
           {{verify, serial, QStringLiteral("A1")}, 2, {"A1 refused no_secret"}},
           {{verify, all, passwordFile, QStringLiteral("-"), passwords, QStringLiteral("-")}, 2, {}},
-          {{QStringLiteral("reset"), serial, QStringLiteral("A1")}, 2, {}}}) {
+          {{QStringLiteral("reset"), serial, QStringLiteral("A1"), serial, QStringLiteral("A2"),
+            QStringLiteral("--audit"), audit},
+           2,
+           {"A1 refused rule", "A2 refused rule"}}}) {
         const Ended run = fleet.act(row.arguments);
         EXPECT_EQ(run.status, row.status) << row.arguments.join(' ').toStdString() << run.errors;
         EXPECT_EQ(run.summary("status"), row.status) << row.arguments.join(' ').toStdString();
         EXPECT_EQ(run.outcomes(), row.outcomes) << row.arguments.join(' ').toStdString();
     }
     EXPECT_EQ(fleet.states()[0], "A1 locked user");
+    QFile audited(audit);
+    ASSERT_TRUE(audited.open(QIODevice::ReadOnly));
+    EXPECT_EQ(audited.readAll().count('\n'), 2);
 }
 
 TEST(ActionRun, WhatNeedsNoSecretNeedsNoLine)
