@@ -8,7 +8,6 @@
 #include <QString>
 #include <QStringList>
 #include <algorithm>
-#include <csignal>
 #include <memory>
 
 namespace fleet {
@@ -20,15 +19,11 @@ constexpr int pollMs = 100;       // after so long an interruption is seen
 constexpr int longestLine = 4096; // bytes
 constexpr const char *serialMark = "{serial}";
 
-/// Ctrl-C reaches all programs of the terminal: what has been begun for the camera in hand is finished all the same.
+/// Ctrl-C, or the terminal's end, reaches all its programs: what has been begun for the camera in hand is finished all the same.
 class ShieldedProcess : public QProcess
 {
 protected:
-    void setupChildProcess() override
-    {
-        std::signal(SIGINT, SIG_IGN);
-        std::signal(SIGTERM, SIG_IGN);
-    }
+    void setupChildProcess() override { platform::ignoreInterruption(); }
 };
 
 /// Reads what the process prints until it ends, and keeps the beginning: a command that prints for ever costs time only.
