@@ -4,7 +4,9 @@
 #include "Interruption.h"
 
 #include <QDeadlineTimer>
+#include <QFileInfo>
 #include <QProcess>
+#include <QStandardPaths>
 #include <QString>
 #include <QStringList>
 #include <algorithm>
@@ -82,12 +84,29 @@ bool namesSerial(const std::string &command)
     return command.find(serialMark) != std::string::npos;
 }
 
+std::string commandFault(const std::string &command)
+{
+    const QStringList words = QProcess::splitCommand(QString::fromStdString(command));
+    if (words.isEmpty())
+        return "The command is empty.";
+    const QString &program = words.front();
+    if (program.contains(QLatin1String(serialMark)))
+        return {};                 // it differs from camera to camera
+    const QFileInfo file(program); // QProcess looks into the search path for a plain name alone
+    const QString found = file.path() == QLatin1String(".") && !program.startsWith(QLatin1Char('.'))
+                              ? QStandardPaths::findExecutable(program)
+                              : QStandardPaths::findExecutable(file.fileName(), {file.absolutePath()});
+    if (!found.isEmpty())
+        return {};
+    return "There is no program '" + program.toStdString() + "' that can be run.";
+}
+
 CommandResult runCommand(CommandKind kind, const std::string &command, const std::string &serial,
                          const std::string &input)
 {
     QStringList words = QProcess::splitCommand(QString::fromStdString(command));
     if (words.isEmpty())
-        return {"The command is empty.", {}};
+        return {commandFault(command), {}};
     words.replaceInStrings(QLatin1String(serialMark), QString::fromStdString(serial));
     const std::unique_ptr<QProcess> owned(kind == CommandKind::Question ? new QProcess : new ShieldedProcess);
     QProcess &process = *owned;
