@@ -33,6 +33,8 @@ void readSerials(const std::string &name, std::vector<std::string> &serials)
     constexpr const char *blanks = " \t\r";
     std::string line;
     for (std::size_t number = 1; readSecretLine(input, line, longestSerial, number == 1); ++number) {
+        if (number > mostLines)
+            throw UsageError(buffer.title() + " has more than 100,000 lines.");
         if (line.size() > longestSerial)
             throw UsageError(buffer.title() + ", line " + std::to_string(number) +
                              ": longer than 4096 bytes, which is no serial number.");

@@ -4,6 +4,7 @@
 #include "Command.h"
 #include "SecretCommand.h"
 #include "SecretFile.h"
+#include "UsageError.h"
 
 #include <utility>
 
@@ -21,12 +22,22 @@ Reason noSecret(std::string text, std::string next)
 Secrets::Secrets(const SecretOptions &options, bool needsNew, Ask ask) : options(options), ask(std::move(ask))
 {
     const bool hasOtherNew = !options.newPasswordCommand.empty() || !options.newPasswordFile.empty();
-    if (!options.passwordsFile.empty())
-        passwords = readPasswordsFile(options.passwordsFile, needsNew && !hasOtherNew);
-    if (!options.passwordFile.empty())
-        current = readSecretFile(options.passwordFile);
-    if (!options.newPasswordFile.empty())
-        next = readSecretFile(options.newPasswordFile);
+    std::string faults;
+    const auto attempt = [&](const std::string &file, const auto &read) {
+        if (file.empty())
+            return;
+        try {
+            read();
+        } catch (const UsageError &fault) {
+            faults += (faults.empty() ? "" : " ") + std::string(fault.what());
+        }
+    };
+    attempt(options.passwordsFile,
+            [&] { passwords = readPasswordsFile(options.passwordsFile, needsNew && !hasOtherNew); });
+    attempt(options.passwordFile, [&] { current = readSecretFile(options.passwordFile); });
+    attempt(options.newPasswordFile, [&] { next = readSecretFile(options.newPasswordFile); });
+    if (!faults.empty())
+        throw UsageError(faults);
 }
 
 const Secret *Secrets::inFile(const Camera &camera, Kind kind) const

@@ -175,6 +175,11 @@ TEST(Pieces, APasswordsFileIsReadOrRefusedByItsLineNumber)
         EXPECT_THAT(faultOf(good + bad), Not(HasSubstr("s3cret"))) << bad.substr(0, 99);
     }
     EXPECT_EQ(faultOf(R"({"serial": "A2", "current": "s3cret"})", false), "");
+    std::string many;
+    for (int i = 0; i < 23; ++i)
+        many += "s3cret\n";
+    EXPECT_THAT(faultOf(many), HasSubstr("line 19: no JSON object; line 20: no JSON object; and 3 more."));
+    EXPECT_THAT(faultOf(std::string(100'001, '\n')), HasSubstr("more than 100,000 lines"));
 }
 
 Secret secret(const std::string &bytes)
