@@ -2,6 +2,7 @@
 #include "Secrets.h"
 
 #include "Command.h"
+#include "PasswordRules.h"
 #include "SecretCommand.h"
 #include "SecretFile.h"
 #include "UsageError.h"
@@ -59,7 +60,18 @@ bool Secrets::goesBySerial(const Camera &camera, Kind kind) const
     return inFile(camera, kind) || !command(kind).empty();
 }
 
+// The rules for new ones are PasswordRules'.
 Secrets::Resolution Secrets::resolve(const Camera &camera, Kind kind, bool hasSharedSerial)
+{
+    Resolution found = find(camera, kind, hasSharedSerial);
+    if (const Secret *const secret = std::get_if<Secret>(&found);
+        secret && kind == Kind::Current && secret->reveal().size() > longestPassword)
+        return Reason{ReasonCode::Rule, "The password is longer than 64 bytes, which no camera's is.",
+                      "Give the password that is in force."};
+    return found;
+}
+
+Secrets::Resolution Secrets::find(const Camera &camera, Kind kind, bool hasSharedSerial)
 {
     if (hasSharedSerial && goesBySerial(camera, kind))
         return Reason{ReasonCode::SharedSerial,

@@ -72,6 +72,7 @@ TEST(Pieces, TextsThatSteerNothing)
                            {"\xff\xc3", "\\xff\\xc3"},
                            {"\xc2\x9b", "\\xc2\\x9b"},
                            {"\u202eabc\u2066", "\\xe2\\x80\\xaeabc\\xe2\\x81\\xa6"},
+                           {"a\u2028\u200bb", "a\\xe2\\x80\\xa8\\xe2\\x80\\x8bb"},
                            {"\xed\xa0\x80", "\\xed\\xa0\\x80"},
                            {"Größe 相机", "Größe 相机"}})
         EXPECT_EQ(shownText(row.bytes), row.shown);
