@@ -235,7 +235,7 @@ TEST(ActionRun, NoCameraChoosesWhoseSecretItIsSentOrWhatIsRun)
     EXPECT_EQ(run.status, 2);
     EXPECT_THAT(run.outcomes(), ElementsAre("$(touch x) refused no_secret", "--help refused no_secret",
                                             "../x refused no_secret", "B1 skipped not_reached",
-                                            std::string(255, 'x') + " skipped not_reached"));
+                                            std::string(255, 'x') + " refused rule"));
     EXPECT_TRUE(fleet.simulator.calls("GCWritePort").empty());
 }
 
