@@ -8,6 +8,8 @@
 #include "UsageError.h"
 #include "UserName.h"
 
+#include <QFileInfo>
+
 namespace fleet {
 
 Audit::Audit(const std::string &path, Action action, const QString &run)
@@ -16,6 +18,9 @@ Audit::Audit(const std::string &path, Action action, const QString &run)
     if (path.empty())
         return;
     const bool isNew = !file.exists();
+    // A pipe without a reader would be waited for, and a device keeps no line.
+    if (!isNew && !QFileInfo(file).isFile())
+        throw UsageError("The audit file '" + path + "' is no regular file.");
     if (!file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered))
         throw UsageError("The audit file '" + path +
                          "' can't be written: " + file.errorString().toStdString() + '.');

@@ -32,6 +32,15 @@ void CameraKeys::settle(const CameraKey &settled)
     }
 }
 
+bool CameraKeys::holds(const CameraKey &key) const
+{
+    for (const std::size_t place : byMac.values(key.mac) + byName.values(nameOf(key))) {
+        if (keys[place] && keys[place]->isSame(key))
+            return true;
+    }
+    return false;
+}
+
 std::vector<CameraKey> CameraKeys::left() const
 {
     std::vector<CameraKey> left;

@@ -17,6 +17,8 @@ public:
     void add(const CameraKey &key);
     /// Takes all out that are the same camera as \p settled.
     void settle(const CameraKey &settled);
+    /// Whether one that is left is the same camera as \p key.
+    bool holds(const CameraKey &key) const;
     /// Those that are left, in the order in which they came.
     std::vector<CameraKey> left() const;
 

@@ -4,13 +4,11 @@
 #include "CheckReport.h"
 #include "Interruption.h"
 #include "JsonFields.h"
-#include "MacAddress.h"
 #include "MetricsFile.h"
 #include "Output.h"
 #include "Survey.h"
 
 #include <QDateTime>
-#include <algorithm>
 #include <map>
 #include <stdexcept>
 #include <tuple>
@@ -49,15 +47,9 @@ void doubtProducers(Tree &tree, std::vector<std::string> &doubts)
 }
 
 // Who is named and not there can't be counted.
-void doubtChoice(const Selection &selection, const Survey &found, std::vector<std::string> &doubts)
+void doubtChoice(const Survey &found, std::vector<std::string> &doubts)
 {
-    for (const std::string &value : found.unmatched)
-        doubts.push_back("No camera matches " + value + '.');
-    for (const std::uint64_t mac : selection.macs) {
-        if (std::ranges::none_of(found.cameras, [&](const Camera *camera) { return camera->mac == mac; }))
-            doubts.push_back("No camera that can be opened has the MAC address " + formatMacAddress(mac) +
-                             '.');
-    }
+    doubts.insert(doubts.end(), found.missing.begin(), found.missing.end());
     if (found.cameras.empty() && doubts.empty())
         doubts.emplace_back("No camera is left by the options.");
 }
@@ -75,7 +67,7 @@ CheckFindings find(Tree &tree, const Request &request)
         return findings;
     }
     if (!tree.cameras().empty())
-        doubtChoice(request.selection, found, findings.doubts);
+        doubtChoice(found, findings.doubts);
     findings.cameras = withoutDoubles(found.cameras);
     return findings;
 }

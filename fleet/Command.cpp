@@ -4,11 +4,12 @@
 #include "Interruption.h"
 
 #include <QDeadlineTimer>
+#include <QFileInfo>
 #include <QProcess>
+#include <QStandardPaths>
 #include <QString>
 #include <QStringList>
 #include <algorithm>
-#include <csignal>
 #include <memory>
 
 namespace fleet {
@@ -20,15 +21,11 @@ constexpr int pollMs = 100;       // after so long an interruption is seen
 constexpr int longestLine = 4096; // bytes
 constexpr const char *serialMark = "{serial}";
 
-/// Ctrl-C reaches all programs of the terminal: what has been begun for the camera in hand is finished all the same.
+/// Ctrl-C, or the terminal's end, reaches all its programs: what has been begun for the camera in hand is finished all the same.
 class ShieldedProcess : public QProcess
 {
 protected:
-    void setupChildProcess() override
-    {
-        std::signal(SIGINT, SIG_IGN);
-        std::signal(SIGTERM, SIG_IGN);
-    }
+    void setupChildProcess() override { platform::ignoreInterruption(); }
 };
 
 /// Reads what the process prints until it ends, and keeps the beginning: a command that prints for ever costs time only.
@@ -87,12 +84,29 @@ bool namesSerial(const std::string &command)
     return command.find(serialMark) != std::string::npos;
 }
 
+std::string commandFault(const std::string &command)
+{
+    const QStringList words = QProcess::splitCommand(QString::fromStdString(command));
+    if (words.isEmpty())
+        return "The command is empty.";
+    const QString &program = words.front();
+    if (program.contains(QLatin1String(serialMark)))
+        return {};                 // it differs from camera to camera
+    const QFileInfo file(program); // QProcess looks into the search path for a plain name alone
+    const QString found = file.path() == QLatin1String(".") && !program.startsWith(QLatin1Char('.'))
+                              ? QStandardPaths::findExecutable(program)
+                              : QStandardPaths::findExecutable(file.fileName(), {file.absolutePath()});
+    if (!found.isEmpty())
+        return {};
+    return "There is no program '" + program.toStdString() + "' that can be run.";
+}
+
 CommandResult runCommand(CommandKind kind, const std::string &command, const std::string &serial,
                          const std::string &input)
 {
     QStringList words = QProcess::splitCommand(QString::fromStdString(command));
     if (words.isEmpty())
-        return {"The command is empty.", {}};
+        return {commandFault(command), {}};
     words.replaceInStrings(QLatin1String(serialMark), QString::fromStdString(serial));
     const std::unique_ptr<QProcess> owned(kind == CommandKind::Question ? new QProcess : new ShieldedProcess);
     QProcess &process = *owned;

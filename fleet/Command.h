@@ -15,6 +15,9 @@ bool isFitForCommand(const std::string &serial);
 /// Whether \p command is given the serial number.
 bool namesSerial(const std::string &command);
 
+/// Why \p command can't be run, as a sentence; empty where it can, as far as that shows before it is.
+std::string commandFault(const std::string &command);
+
 struct CommandResult
 {
     std::string

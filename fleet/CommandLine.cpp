@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "CommandLine.h"
 
+#include "Command.h"
 #include "Completion.h"
 #include "InputBuffer.h"
 #include "MacAddress.h"
@@ -15,6 +16,7 @@
 #include <span>
 #include <sstream>
 #include <string_view>
+#include <utility>
 
 namespace fleet {
 
@@ -31,6 +33,8 @@ void readSerials(const std::string &name, std::vector<std::string> &serials)
     constexpr const char *blanks = " \t\r";
     std::string line;
     for (std::size_t number = 1; readSecretLine(input, line, longestSerial, number == 1); ++number) {
+        if (number > mostLines)
+            throw UsageError(buffer.title() + " has more than 100,000 lines.");
         if (line.size() > longestSerial)
             throw UsageError(buffer.title() + ", line " + std::to_string(number) +
                              ": longer than 4096 bytes, which is no serial number.");
@@ -60,6 +64,21 @@ void readMacs(const std::vector<std::string> &texts, std::vector<std::uint64_t> 
     }
 }
 
+/// What is run once cameras have been changed must not turn out to be a slip then.
+void checkCommands(const Request &request)
+{
+    const std::array commands{std::pair{"--password-command", &request.secrets.passwordCommand},
+                              std::pair{"--new-password-command", &request.secrets.newPasswordCommand},
+                              std::pair{"--on-changed", &request.onChanged}};
+    std::string faults;
+    for (const auto &[option, command] : commands) {
+        if (const std::string fault = command->empty() ? "" : commandFault(*command); !fault.empty())
+            faults += (faults.empty() ? "" : " ") + std::string(option) + ": " + fault;
+    }
+    if (!faults.empty())
+        throw UsageError(faults);
+}
+
 void check(const Request &request)
 {
     const bool needsChoice = request.action != Action::List && !request.resume;
@@ -74,6 +93,7 @@ void check(const Request &request)
     if (request.quick && request.selection.needsLook())
         throw CommandLineError(
             "--quick opens no camera, so --mac, --factory, --locked and --unlocked can't be answered.");
+    checkCommands(request);
 }
 
 } // namespace
@@ -85,7 +105,7 @@ bool asksForSummary(int argc, const char *const *argv)
     const auto isCalled = [&](Action action) {
         return argc > 1 && std::string_view(words[1]) == wordOf(action);
     };
-    const auto isJson = [](std::string_view word) { return word == "--json"; };
+    const auto isJson = [](std::string_view word) { return word == "--json" || word.starts_with("--json="); };
     return std::ranges::any_of(actions, isCalled) && std::ranges::any_of(words, isJson);
 }
 

@@ -17,7 +17,7 @@ public:
     }
 };
 
-/// \throws Interrupted  SIGINT or SIGTERM has come
+/// \throws Interrupted  a signal that interrupts has come
 inline void throwIfInterrupted()
 {
     if (platform::isInterrupted())

@@ -17,8 +17,6 @@
 #include <QSaveFile>
 #include <algorithm>
 #include <initializer_list>
-#include <iterator>
-#include <set>
 #include <utility>
 
 namespace fleet {
@@ -97,24 +95,25 @@ std::vector<RunState> changeRuns(const std::vector<QJsonObject> &lines)
     return runs;
 }
 
-bool holds(const std::vector<CameraKey> &keys, const CameraKey &key)
-{
-    return std::ranges::any_of(keys, [&](const CameraKey &one) { return one.isSame(key); });
-}
-
 // Of several intents for one camera the oldest tells how its lock stood before any of them.
 Unsettled whatIsLeft(const std::vector<RunState> &runs)
 {
     Unsettled left;
+    CameraKeys known;
+    const auto addNew = [&](const CameraKeys &from, std::vector<CameraKey> &to) {
+        for (const CameraKey &key : from.left()) {
+            if (known.holds(key))
+                continue;
+            known.add(key);
+            to.push_back(key);
+        }
+    };
+    for (const RunState &run : runs)
+        addNew(run.intents, left.intents);
     for (const RunState &run : runs) {
-        const std::vector<CameraKey> intents = run.intents.left();
-        const std::vector<CameraKey> open = run.open.left();
-        std::ranges::remove_copy_if(intents, std::back_inserter(left.intents),
-                                    [&](const CameraKey &key) { return holds(left.intents, key); });
         if (!run.hasEnded)
-            std::ranges::remove_copy_if(open, std::back_inserter(left.notReached),
-                                        [&](const CameraKey &key) { return holds(intents, key); });
-        if (!intents.empty() || (!run.hasEnded && !open.empty()))
+            addNew(run.open, left.notReached);
+        if (!run.intents.left().empty() || (!run.hasEnded && !run.open.left().empty()))
             left.runs.push_back(run.id);
     }
     return left;
@@ -207,26 +206,27 @@ void Journal::read()
     dropOldRuns();
 }
 
-// A run goes when it has ended, has left nothing, and is older than a year.
+// Runs go that have left nothing and are older than a year, up to the first that stays: a later run may have settled one
+// camera of a run that stays because of another.
 void Journal::dropOldRuns()
 {
     const QDateTime oldest = QDateTime::currentDateTimeUtc().addYears(-1);
-    std::set<QString> old;
-    for (const QJsonObject &line : lines) {
-        const QString id = line.value(runKey).toString();
+    const auto stays = [&](const QJsonObject &line) {
         const QDateTime time = QDateTime::fromString(line.value(timeKey).toString(), Qt::ISODateWithMs);
-        if (isEvent(line, runEvent) && time.isValid() && time < oldest &&
-            std::ranges::find(unsettled_.runs, id) == unsettled_.runs.end())
-            old.insert(id);
-    }
-    const auto isOld = [&](const QJsonObject &line) { return old.contains(line.value(runKey).toString()); };
-    mustRewrite = std::erase_if(lines, isOld) > 0 || mustRewrite;
+        const bool isOld = time.isValid() && time < oldest;
+        return isEvent(line, runEvent) &&
+               (!isOld ||
+                std::ranges::find(unsettled_.runs, line.value(runKey).toString()) != unsettled_.runs.end());
+    };
+    const auto kept = std::ranges::find_if(lines, stays);
+    mustRewrite = kept != lines.begin() || mustRewrite;
+    lines.erase(lines.begin(), kept);
 }
 
 bool Journal::hasUnsettledIntent(const Camera &camera) const
 {
     const CameraKey key(camera);
-    return holds(unsettled_.intents, key);
+    return std::ranges::any_of(unsettled_.intents, [&](const CameraKey &one) { return one.isSame(key); });
 }
 
 void Journal::beginRun(const QString &newRun, Action newAction, const std::vector<Camera> &cameras)

@@ -62,7 +62,7 @@ public:
     /// "journal.jsonl" in the user's folder for state.
     static QString defaultPath();
 
-    /// Reads the journal, and leaves out what is settled and older than a year.
+    /// Reads the journal, and leaves out settled runs older than a year, up to the first that stays.
     /// \throws JournalError  it cannot be read, or a line but the last one is damaged
     explicit Journal(const QString &path);
 

@@ -35,7 +35,7 @@ QJsonValue jsonOf(const std::optional<Reason> &reason)
         return {};
     return QJsonObject{{QStringLiteral("code"), QLatin1String(wordOf(reason->code))},
                        {QStringLiteral("text"), jsonText(std::string_view(reason->text))},
-                       {QStringLiteral("next"), jsonText(std::string_view(reason->next))}};
+                       {QStringLiteral("next"), knownText(reason->next)}};
 }
 
 QJsonObject jsonOf(const Place &place)
@@ -54,7 +54,7 @@ QJsonObject jsonOf(const Camera &camera)
     object[QStringLiteral("host")] = hostName();
     object[QStringLiteral("model")] = knownText(camera.model);
     object[QStringLiteral("serial")] = knownText(camera.serial);
-    object[QStringLiteral("user_name")] = jsonText(camera.userName);
+    object[QStringLiteral("user_name")] = knownText(camera.userName.value_or(std::string()));
     object[QStringLiteral("ip")] =
         camera.ip ? QJsonValue(QString::fromStdString(formatIpAddress(*camera.ip))) : QJsonValue();
     object[QStringLiteral("mac")] =

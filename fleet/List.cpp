@@ -14,15 +14,15 @@ Status list(const Request &request, Report &report)
     if (tree.cameras().empty())
         complain(noCameraSentence);
     const Survey found = survey(tree, request);
-    for (const std::string &value : found.unmatched)
-        complain("No camera matches " + value + '.');
+    for (const std::string &sentence : found.missing)
+        complain(sentence);
     std::vector<Camera> shown;
     for (const Camera *const camera : found.cameras)
         shown.push_back(*camera);
     report.list(shown, tree.producers());
     if (platform::isInterrupted())
         return Status::Interrupted;
-    if (!tree.cameras().empty() && !found.unmatched.empty())
+    if (!found.missing.empty())
         return Status::NoCamera;
     return shown.empty() || tree.hasFailure() ? statusWithoutCamera(tree) : Status::Done;
 }

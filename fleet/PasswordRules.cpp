@@ -9,7 +9,6 @@ namespace fleet {
 namespace {
 
 constexpr std::size_t shortest = 3;
-constexpr std::size_t longest = 64; // bytes of the camera's register
 
 Reason rule(std::string text)
 {
@@ -23,7 +22,7 @@ std::optional<Reason> ruleFault(const Secret &next, const Secret *current)
     const std::string &bytes = next.reveal();
     if (bytes.size() < shortest)
         return rule("The new password is shorter than 3 bytes.");
-    if (bytes.size() > longest)
+    if (bytes.size() > longestPassword)
         return rule("The new password is longer than 64 bytes.");
     if (bytes.find_first_of(std::string_view("\0\n\r", 3)) != std::string::npos)
         return rule("The new password has a zero byte or a line end in it.");

@@ -15,6 +15,9 @@ namespace fleet {
 /// The password that cameras leave the factory with. It is sent to cameras that say they are on it, and to no other.
 inline constexpr const char *factoryPassword = "mapleoak";
 
+/// Of any password, in bytes: the size of the camera's register.
+inline constexpr std::size_t longestPassword = 64;
+
 /// Why \p next must not become the password: under 3 or over 64 bytes, a zero byte or a line end in it, the factory's
 /// password, or the one in force. Nothing where it may.
 /// \param current  null where it is not known

@@ -28,6 +28,28 @@ private:
     std::string words;
 };
 
+/// What is wrong with a file, in one sentence: a file made by a wrong script is wrong in each line.
+class LineFaults
+{
+public:
+    void add(std::size_t number, const std::string &words)
+    {
+        if (++count <= mostTold)
+            told += (told.empty() ? "line " : "; line ") + std::to_string(number) + ": " + words;
+    }
+    bool areNone() const { return count == 0; }
+    std::string text() const
+    {
+        return told + (count > mostTold ? "; and " + std::to_string(count - mostTold) + " more." : ".");
+    }
+
+private:
+    static constexpr std::size_t mostTold = 20;
+
+    std::size_t count = 0;
+    std::string told;
+};
+
 std::optional<Secret> secretOf(const QJsonObject &object, const QString &key)
 {
     const QJsonValue value = object.value(key);
@@ -70,22 +92,25 @@ bool isBlank(const std::string &line)
 PasswordsFile PasswordsFile::read(std::istream &input, const std::string &name, bool needsNew)
 {
     PasswordsFile file;
+    LineFaults faults;
     std::string line;
     const WipeAtEnd wiped(line);
     for (std::size_t number = 1; readSecretLine(input, line, longestLine, number == 1); ++number) {
+        if (number > mostLines || line.size() > longestLine) { // where the next line begins is not known then
+            faults.add(number, number > mostLines ? "more than 100,000 lines" : "longer than 64 KiB");
+            break;
+        }
         try {
-            if (line.size() > longestLine)
-                throw LineFault("longer than 64 KiB");
-            if (isBlank(line))
-                continue;
-            if (!file.entries.insert(parseLine(line, needsNew)).second)
+            if (!isBlank(line) && !file.entries.insert(parseLine(line, needsNew)).second)
                 throw LineFault("a serial number that an earlier line has");
         } catch (const LineFault &fault) {
-            throw UsageError(name + ", line " + std::to_string(number) + ": " + fault.what() + '.');
+            faults.add(number, fault.what());
         }
     }
     if (input.bad())
         throw UsageError(name + " can't be read.");
+    if (!faults.areNone())
+        throw UsageError(name + ", " + faults.text());
     return file;
 }
 

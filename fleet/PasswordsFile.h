@@ -23,8 +23,9 @@ public:
 
     /// \param name  of the source, for messages
     /// \param needsNew  each line must have a new password
-    /// \throws UsageError  a line that is none of these objects, is longer than 64 KiB, names a serial number again, or lacks
-    ///     the new password. It tells the number of the line and never its text. Or the input cannot be read.
+    /// \throws UsageError  lines that are none of these objects, are longer than 64 KiB, name a serial number again, or lack
+    ///     the new password; or more than 100,000 lines. It tells the numbers of the first 20 together, and never their
+    ///     text. Or the input cannot be read.
     static PasswordsFile read(std::istream &input, const std::string &name, bool needsNew);
 
     /// Null where no line names \p serial. Valid as long as this object.

@@ -4,7 +4,6 @@
 #include "Interrupted.h"
 #include "ShownName.h"
 #include "Terminal.h"
-#include "UsageError.h"
 
 #include <algorithm>
 #include <iostream>
@@ -19,6 +18,12 @@ bool confirmReset(const Camera &camera)
     const auto answer = platform::askLine("Factory reset of " + shownName(camera) +
                                           ": all its settings are lost. Type " + name + " to go on: ");
     return answer && *answer == name;
+}
+
+void refuse(Job &job, std::string text, std::string next)
+{
+    job.outcome =
+        Outcome{Result::Refused, {}, Reason{ReasonCode::Rule, std::move(text), std::move(next)}, {}};
 }
 
 } // namespace
@@ -43,20 +48,26 @@ std::optional<Secret> askForSecret(const Camera &camera, Secrets::Kind kind)
     }
 }
 
-void confirmResets(const Jobs &jobs)
+bool confirmResets(Jobs &jobs)
 {
-    for (const Job &job : jobs) {
+    bool areConfirmed = true;
+    for (Job &job : jobs) {
         if (job.outcome)
             continue;
-        if (!platform::canAsk())
-            throw UsageError(
-                "There is no terminal on which a factory reset could be confirmed: say --yes to reset " +
-                shownName(*job.camera) + " and whatever else is chosen.");
+        if (!platform::canAsk()) {
+            refuse(job, "There is no terminal on which the factory reset could be confirmed.",
+                   "Say --yes to reset all that are chosen.");
+            areConfirmed = false;
+            continue;
+        }
         const bool isConfirmed = confirmReset(*job.camera);
         throwIfInterrupted();
-        if (!isConfirmed)
-            throw UsageError("This is not what was asked for: nothing was reset.");
+        if (!isConfirmed) {
+            refuse(job, "The factory reset was not confirmed.", "Type the name as it is shown.");
+            return false;
+        }
     }
+    return areConfirmed;
 }
 
 } // namespace fleet

@@ -12,7 +12,9 @@ namespace fleet {
 std::optional<Secret> askForSecret(const Camera &camera, Secrets::Kind kind);
 
 /// Tells each camera of \p jobs that is to be reset, and has its serial number typed, or its identifier where it has none.
-/// \throws UsageError  another text was typed, or there is no terminal
-void confirmResets(const Jobs &jobs);
+/// Where another text was typed, or there is no terminal, the job is refused.
+/// \return whether all are confirmed
+/// \throws Interrupted
+bool confirmResets(Jobs &jobs);
 
 } // namespace fleet

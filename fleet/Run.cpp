@@ -57,6 +57,25 @@ Reason notReached()
     return {ReasonCode::NotReached, "The run was refused because of other cameras.", {}};
 }
 
+/// All that is decided before the first camera is written: whoever has an outcome then is not.
+void decide(Jobs &jobs, const Request &request, Secrets &secrets, Tree &tree, const Journal &journal)
+{
+    try {
+        const bool mustConfirm = request.action == Action::Reset && !request.yes && !request.dryRun;
+        if (prepareJobs(jobs, request, secrets, tree.cameras(), journal) ||
+            (mustConfirm && !confirmResets(jobs)))
+            settleRest(jobs, request.action, Result::Skipped, notReached());
+        else if (request.dryRun)
+            settleRest(jobs, request.action, Result::Would, {});
+        throwIfInterrupted(); // from here on the camera in hand is finished
+    } catch (const Interrupted &interruption) {
+        complain(interruption.what());
+        settleRest(
+            jobs, request.action, Result::Failed,
+            Reason{ReasonCode::NotReached, "The run was interrupted before this camera.", "Run it again."});
+    }
+}
+
 Jobs choose(Tree &tree, const Request &request)
 {
     Progress progress(tree.cameras().size(), request.quiet);
@@ -95,14 +114,7 @@ Status act(const Request &request, const QString &runId, Report &report)
     if (request.resume)
         earlier = resumeJobs(tree, journal);
     Jobs jobs = request.resume ? std::move(earlier.jobs) : choose(tree, request);
-    const bool isRefused = prepareJobs(jobs, request, secrets, tree.cameras(), journal);
-    if (isRefused)
-        settleRest(jobs, request.action, Result::Skipped, notReached());
-    else if (request.dryRun)
-        settleRest(jobs, request.action, Result::Would, {});
-    else if (request.action == Action::Reset && !request.yes)
-        confirmResets(jobs);
-    throwIfInterrupted(); // from here on the camera in hand is finished
+    decide(jobs, request, secrets, tree, journal);
     records.begin(jobs, earlier.runs);
     carryOut(jobs, request, tree, secrets, journal, records);
     const Status status = end(jobs, tree, audit, report);

@@ -8,6 +8,9 @@
 
 namespace fleet {
 
+/// More lines than cameras that one PC could look after: a file with more is a mistake, or has no end.
+inline constexpr std::size_t mostLines = 100'000;
+
 /// Reads up to the next line end, which is taken and dropped, a carriage return before it too, and so is a byte-order mark
 /// at the beginning of the input. What stood in \p line is wiped.
 /// \param longest  bytes; of a longer line one more is kept, so that its size tells, and the rest is left unread

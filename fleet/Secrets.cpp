@@ -2,8 +2,10 @@
 #include "Secrets.h"
 
 #include "Command.h"
+#include "PasswordRules.h"
 #include "SecretCommand.h"
 #include "SecretFile.h"
+#include "UsageError.h"
 
 #include <utility>
 
@@ -21,12 +23,22 @@ Reason noSecret(std::string text, std::string next)
 Secrets::Secrets(const SecretOptions &options, bool needsNew, Ask ask) : options(options), ask(std::move(ask))
 {
     const bool hasOtherNew = !options.newPasswordCommand.empty() || !options.newPasswordFile.empty();
-    if (!options.passwordsFile.empty())
-        passwords = readPasswordsFile(options.passwordsFile, needsNew && !hasOtherNew);
-    if (!options.passwordFile.empty())
-        current = readSecretFile(options.passwordFile);
-    if (!options.newPasswordFile.empty())
-        next = readSecretFile(options.newPasswordFile);
+    std::string faults;
+    const auto attempt = [&](const std::string &file, const auto &read) {
+        if (file.empty())
+            return;
+        try {
+            read();
+        } catch (const UsageError &fault) {
+            faults += (faults.empty() ? "" : " ") + std::string(fault.what());
+        }
+    };
+    attempt(options.passwordsFile,
+            [&] { passwords = readPasswordsFile(options.passwordsFile, needsNew && !hasOtherNew); });
+    attempt(options.passwordFile, [&] { current = readSecretFile(options.passwordFile); });
+    attempt(options.newPasswordFile, [&] { next = readSecretFile(options.newPasswordFile); });
+    if (!faults.empty())
+        throw UsageError(faults);
 }
 
 const Secret *Secrets::inFile(const Camera &camera, Kind kind) const
@@ -48,7 +60,18 @@ bool Secrets::goesBySerial(const Camera &camera, Kind kind) const
     return inFile(camera, kind) || !command(kind).empty();
 }
 
+// The rules for new ones are PasswordRules'.
 Secrets::Resolution Secrets::resolve(const Camera &camera, Kind kind, bool hasSharedSerial)
+{
+    Resolution found = find(camera, kind, hasSharedSerial);
+    if (const Secret *const secret = std::get_if<Secret>(&found);
+        secret && kind == Kind::Current && secret->reveal().size() > longestPassword)
+        return Reason{ReasonCode::Rule, "The password is longer than 64 bytes, which no camera's is.",
+                      "Give the password that is in force."};
+    return found;
+}
+
+Secrets::Resolution Secrets::find(const Camera &camera, Kind kind, bool hasSharedSerial)
 {
     if (hasSharedSerial && goesBySerial(camera, kind))
         return Reason{ReasonCode::SharedSerial,

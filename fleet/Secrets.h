@@ -53,6 +53,7 @@ public:
     bool goesBySerial(const Camera &camera, Kind kind) const;
 
 private:
+    Resolution find(const Camera &camera, Kind kind, bool hasSharedSerial);
     const Secret *inFile(const Camera &camera, Kind kind) const;
     const std::string &command(Kind kind) const;
 

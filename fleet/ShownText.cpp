@@ -28,11 +28,12 @@ Character firstOf(std::string_view text)
     return {static_cast<std::size_t>(length), codepoint};
 }
 
-// Unicode's property Bidi_Control: they turn the order of what stands on a line.
-bool isBidirectionalControl(utf8proc_int32_t codepoint)
+// They turn the order of what stands on a line, end the line, or are not seen at all.
+bool isHiddenControl(utf8proc_int32_t codepoint)
 {
-    return codepoint == 0x061c || codepoint == 0x200e || codepoint == 0x200f ||
-           (codepoint >= 0x202a && codepoint <= 0x202e) || (codepoint >= 0x2066 && codepoint <= 0x2069);
+    const utf8proc_category_t category = utf8proc_category(codepoint); // none for a negative one
+    return category == UTF8PROC_CATEGORY_CF || category == UTF8PROC_CATEGORY_ZL ||
+           category == UTF8PROC_CATEGORY_ZP;
 }
 
 int widthOf(const Character &character)
@@ -50,7 +51,7 @@ std::string shownText(std::string_view bytes)
         const Character character = firstOf(rest);
         const std::string_view piece = rest.substr(0, character.length);
         rest.remove_prefix(character.length);
-        if (!isBidirectionalControl(character.codepoint)) {
+        if (!isHiddenControl(character.codepoint)) {
             shown += piece;
             continue;
         }

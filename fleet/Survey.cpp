@@ -4,8 +4,12 @@
 #include "Identity.h"
 #include "Interruption.h"
 #include "Look.h"
+#include "MacAddress.h"
 #include "Progress.h"
 #include "ShownName.h"
+
+#include <algorithm>
+#include <optional>
 
 namespace fleet {
 
@@ -20,17 +24,31 @@ void lookIntoAll(std::vector<Camera> &cameras, const std::vector<std::size_t> &c
     }
 }
 
+std::vector<std::string> missingOnes(const Selection &selection, const std::vector<Camera> &cameras)
+{
+    std::vector<std::string> sentences;
+    for (const std::string &value : unmatchedValues(selection, cameras))
+        sentences.push_back("No camera matches " + value + '.');
+    for (const std::uint64_t mac : selection.macs) {
+        if (std::ranges::find(cameras, std::optional(mac), &Camera::mac) == cameras.end())
+            sentences.push_back("No camera that can be opened has the MAC address " + formatMacAddress(mac) +
+                                '.');
+    }
+    return sentences;
+}
+
 } // namespace
 
 Survey survey(Tree &tree, const Request &request)
 {
     std::vector<Camera> &cameras = tree.cameras();
     Survey survey;
-    survey.unmatched = unmatchedValues(request.selection, cameras);
     const std::vector<std::size_t> chosen = chooseByIdentity(request.selection, cameras);
     if (!request.quick)
         lookIntoAll(cameras, chosen, request.quiet);
     markDuplicates(cameras);
+    if (!cameras.empty() && !platform::isInterrupted())
+        survey.missing = missingOnes(request.selection, cameras);
     for (const std::size_t place : chosen) {
         if (!request.selection.needsLook() || passesLook(request.selection, cameras[place]))
             survey.cameras.push_back(&cameras[place]);

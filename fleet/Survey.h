@@ -13,7 +13,7 @@ namespace fleet {
 struct Survey
 {
     std::vector<const Camera *> cameras; ///< the chosen ones, of the tree, in its order; doubles are marked
-    std::vector<std::string> unmatched;  ///< values that no camera has, each with its option
+    std::vector<std::string> missing;    ///< who is named and not there, a sentence each
 };
 
 /// Opens each camera that the options may mean, read-only and once, unless the request is for a quick list, and waits for

@@ -75,8 +75,9 @@ public:
         Table table(titles);
         for (std::vector<std::string> &row : rows)
             table.addRow(std::move(row));
-        writeResult(table.text(platform::outputWidth()));
-        writeResult("\n" + std::to_string(summary.selected) + " selected, " + std::to_string(summary.done) +
+        if (!rows.empty())
+            writeResult(table.text(platform::outputWidth()) + '\n');
+        writeResult(std::to_string(summary.selected) + " selected, " + std::to_string(summary.done) +
                     " done, " + std::to_string(summary.unchanged) + " unchanged, " +
                     std::to_string(summary.failed) + " failed, " + std::to_string(summary.refused) +
                     " refused.\n");

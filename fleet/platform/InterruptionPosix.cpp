@@ -25,6 +25,16 @@ void watchInterruption()
     action.sa_flags = SA_RESTART; // no call of a producer fails because of it
     sigaction(SIGINT, &action, nullptr);
     sigaction(SIGTERM, &action, nullptr);
+    // The terminal has gone, such as a lost connection's. nohup ignores it, so that the run goes on.
+    struct sigaction before = {};
+    if (sigaction(SIGHUP, nullptr, &before) == 0 && before.sa_handler != SIG_IGN)
+        sigaction(SIGHUP, &action, nullptr);
+}
+
+void ignoreInterruption()
+{
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP})
+        std::signal(signal, SIG_IGN);
 }
 
 bool isInterrupted()

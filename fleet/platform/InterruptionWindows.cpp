@@ -28,6 +28,8 @@ void watchInterruption()
     SetConsoleCtrlHandler(onControl, TRUE);
 }
 
+void ignoreInterruption() {} // no code of a child process runs before its program
+
 bool isInterrupted()
 {
     return interrupted;

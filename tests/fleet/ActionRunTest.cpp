@@ -4,6 +4,8 @@
 
 #include <gmock/gmock.h>
 
+#include <QFile>
+#include <QProcess>
 #include <filesystem>
 
 namespace {
@@ -49,6 +51,10 @@ TEST(ActionRun, StatusesOfRunsThatDidNothing)
 {
     const Fleet fleet(mixed());
     const QString wrong = fleet.file("p", "wrong");
+    const QString audit = fleet.file("audit", "");
+    const QString pipe = fleet.file("unread", "");
+    ASSERT_TRUE(QFile::remove(pipe));
+    ASSERT_EQ(QProcess::execute(QStringLiteral("mkfifo"), {pipe}), 0);
     struct Row
     {
         QStringList arguments;
@@ -60,22 +66,38 @@ TEST(ActionRun, StatusesOfRunsThatDidNothing)
           {{verify, serial, QStringLiteral("A1"), serial, QStringLiteral("A2"), passwordFile, wrong},
            7,
            {"A1 failed wrong_password", "A2 failed wrong_password"}},
+          {{verify, serial, QStringLiteral("A1"), passwordFile, fleet.file("long", std::string(65, 'x'))},
+           2,
+           {"A1 refused rule"}},
           {{verify, serial, QStringLiteral("A5"), passwordFile, wrong}, 5, {"A5 failed held"}},
           {{QStringLiteral("lock"), serial, QStringLiteral("A4")}, 1, {"A4 failed no_lock"}},
           {{QStringLiteral("lock"), serial, QStringLiteral("A1")}, 0, {"A1 unchanged"}},
           {{QStringLiteral("lock")}, 2, {}},
           {{QStringLiteral("lock"), all, QStringLiteral("--nonsense")}, 2, {}},
           {{QStringLiteral("lock"), all, QStringLiteral("--audit"), QStringLiteral("/nowhere/audit")}, 2, {}},
+          {{QStringLiteral("lock"), all, QStringLiteral("--audit"), pipe}, 2, {}},
+          {{QStringLiteral("change"), QStringLiteral("--factory"),
+            QStringLiteral("--on-changed=/no/program")},
+           2,
+           {}},
+          {{verify, all, QStringLiteral("--password-command"), QStringLiteral(" ")}, 2, {}},
+          {{QStringLiteral("lock"), all, QStringLiteral("--audit"), QStringLiteral("/dev/full")}, 2, {}},
           {{QStringLiteral("lock"), all, QStringLiteral("--library"), wrong}, 1, {}},
           {{verify, serial, QStringLiteral("A1")}, 2, {"A1 refused no_secret"}},
           {{verify, all, passwordFile, QStringLiteral("-"), passwords, QStringLiteral("-")}, 2, {}},
-          {{QStringLiteral("reset"), serial, QStringLiteral("A1")}, 2, {}}}) {
+          {{QStringLiteral("reset"), serial, QStringLiteral("A1"), serial, QStringLiteral("A2"),
+            QStringLiteral("--audit"), audit},
+           2,
+           {"A1 refused rule", "A2 refused rule"}}}) {
         const Ended run = fleet.act(row.arguments);
         EXPECT_EQ(run.status, row.status) << row.arguments.join(' ').toStdString() << run.errors;
         EXPECT_EQ(run.summary("status"), row.status) << row.arguments.join(' ').toStdString();
         EXPECT_EQ(run.outcomes(), row.outcomes) << row.arguments.join(' ').toStdString();
     }
     EXPECT_EQ(fleet.states()[0], "A1 locked user");
+    QFile audited(audit);
+    ASSERT_TRUE(audited.open(QIODevice::ReadOnly));
+    EXPECT_EQ(audited.readAll().count('\n'), 2);
 }
 
 TEST(ActionRun, WhatNeedsNoSecretNeedsNoLine)
@@ -94,8 +116,17 @@ TEST(ActionRun, WhatNeedsNoSecretNeedsNoLine)
 TEST(ActionRun, AFullDiskLosesNoLineInSilence)
 {
     const Fleet fleet(cameras(camera("A1")));
-    const Ended run =
-        fleet.act({QStringLiteral("lock"), all, QStringLiteral("--audit"), QStringLiteral("/dev/full")});
+    const QString audit = fleet.file("audit", "");
+    std::filesystem::resize_file(audit.toStdString(), 2048 * 512); // all that ulimit leaves a file
+    QProcess process;
+    process.start(QStringLiteral("sh"),
+                  {QStringLiteral("-c"), QStringLiteral("trap '' XFSZ; ulimit -f 2048; exec \"$@\""),
+                   QStringLiteral("sh"), QStringLiteral(TORVANE_FLEET), QStringLiteral("lock"), all,
+                   QStringLiteral("--audit"), audit, QStringLiteral("--json"), QStringLiteral("--wait"),
+                   QStringLiteral("90")});
+    ASSERT_TRUE(process.waitForFinished(90'000));
+    const Ended run{process.exitCode(), process.readAllStandardOutput().toStdString(),
+                    process.readAllStandardError().toStdString()};
     EXPECT_EQ(run.status, 3);
     EXPECT_EQ(run.summary("status"), 3);
     EXPECT_THAT(run.errors, HasSubstr(R"("serial":"A1")"));
@@ -204,7 +235,7 @@ TEST(ActionRun, NoCameraChoosesWhoseSecretItIsSentOrWhatIsRun)
     EXPECT_EQ(run.status, 2);
     EXPECT_THAT(run.outcomes(), ElementsAre("$(touch x) refused no_secret", "--help refused no_secret",
                                             "../x refused no_secret", "B1 skipped not_reached",
-                                            std::string(255, 'x') + " skipped not_reached"));
+                                            std::string(255, 'x') + " refused rule"));
     EXPECT_TRUE(fleet.simulator.calls("GCWritePort").empty());
 }
 

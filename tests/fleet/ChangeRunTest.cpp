@@ -217,7 +217,8 @@ TEST(ChangeRun, ATerminatedRunFinishesTheCameraInHandAndNoOther)
     fleet.start(process, {change, all, QStringLiteral("--json"), QStringLiteral("--wait"),
                           QStringLiteral("90"), passwords, file});
     waitForJournal(fleet, R"("event":"intent")");
-    process.terminate();
+    // As a lost connection does.
+    QProcess::execute(QStringLiteral("kill"), {QStringLiteral("-HUP"), QString::number(process.processId())});
     process.terminate();
     ASSERT_TRUE(process.waitForFinished(90'000));
     EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);

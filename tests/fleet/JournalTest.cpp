@@ -55,6 +55,14 @@ protected:
         file.write(bytes);
     }
 
+    /// All that is told till now was told two years ago.
+    void age() const
+    {
+        const int year = QDateTime::currentDateTimeUtc().date().year();
+        write(text().replace("\"time\":\"" + QByteArray::number(year),
+                             "\"time\":\"" + QByteArray::number(year - 2)));
+    }
+
     const QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("state/journal.jsonl"));
     std::vector<Camera> cameras;
@@ -83,6 +91,7 @@ TEST_F(JournalTest, ALaterRunSettlesTheCamerasOfAnEarlierOne)
     cameras[1].lock = Lock::Unlocked; // as the killed run left it
     beginRun("r2");
     EXPECT_EQ(Journal(path).unsettled().intents.at(0).lock, Lock::Locked) << "as it stood before both";
+    EXPECT_EQ(Journal(path).unsettled().notReached.size(), 1U) << "each camera once";
     {
         Journal journal(path);
         journal.beginRun(QStringLiteral("r3"), Action::Change, cameras);
@@ -126,12 +135,27 @@ TEST_F(JournalTest, ForgetsSettledRunsAfterAYearAndNoOthers)
         journal.endRun(Status::Done);
     }
     beginRun("left");
-    const QByteArray year = QByteArray::number(QDateTime::currentDateTimeUtc().date().year());
-    write(text().replace("\"time\":\"" + year, "\"time\":\"" + QByteArray::number(year.toInt() - 2)));
+    age();
     Journal(path).beginRun(QStringLiteral("now"), Action::Lock, {});
     const QByteArray kept = text();
     EXPECT_FALSE(kept.contains("\"settled\""));
     EXPECT_TRUE(kept.contains("\"left\""));
+}
+
+TEST_F(JournalTest, ForgetsNoOutcomeOfACameraOfARunThatStays)
+{
+    beginRun("r1");
+    {
+        Journal journal(path);
+        journal.beginRun(QStringLiteral("r2"), Action::Change, {cameras[1]});
+        journal.tellOutcome(cameras[1], {Result::Done, InForce::New, {}, {}});
+        journal.endRun(Status::Done);
+    }
+    age();
+    write(text() + "damaged, so that the journal is written anew");
+    Journal(path).beginRun(QStringLiteral("now"), Action::Lock, {});
+    EXPECT_FALSE(Journal(path).hasUnsettledIntent(cameras[1]));
+    EXPECT_EQ(Journal(path).unsettled().notReached.size(), 1U);
 }
 
 TEST_F(JournalTest, NobodyIsToldOfAChangeThatItDoesNotHave)

@@ -53,6 +53,11 @@ TEST(ListRun, AProducerThatFailsHidesNoOther)
     EXPECT_THAT(list.output, HasSubstr("A1"));
     EXPECT_THAT(list.errors, HasSubstr("broken.cti"));
 
+    const Ended missing =
+        fleet.run({QStringLiteral("list"), QStringLiteral("--mac"), QStringLiteral("02:00:00:00:00:ff")});
+    EXPECT_EQ(missing.status, 4);
+    EXPECT_THAT(missing.errors, HasSubstr("02:00:00:00:00:ff"));
+
     // One that is named twice has not failed.
     const std::string folder = std::filesystem::path(Simulator::cti()).parent_path();
     const std::string link = fleet.simulator.folder() / "link";

@@ -72,6 +72,7 @@ TEST(Pieces, TextsThatSteerNothing)
                            {"\xff\xc3", "\\xff\\xc3"},
                            {"\xc2\x9b", "\\xc2\\x9b"},
                            {"\u202eabc\u2066", "\\xe2\\x80\\xaeabc\\xe2\\x81\\xa6"},
+                           {"a\u2028\u200bb", "a\\xe2\\x80\\xa8\\xe2\\x80\\x8bb"},
                            {"\xed\xa0\x80", "\\xed\\xa0\\x80"},
                            {"Größe 相机", "Größe 相机"}})
         EXPECT_EQ(shownText(row.bytes), row.shown);
@@ -175,6 +176,11 @@ TEST(Pieces, APasswordsFileIsReadOrRefusedByItsLineNumber)
         EXPECT_THAT(faultOf(good + bad), Not(HasSubstr("s3cret"))) << bad.substr(0, 99);
     }
     EXPECT_EQ(faultOf(R"({"serial": "A2", "current": "s3cret"})", false), "");
+    std::string many;
+    for (int i = 0; i < 23; ++i)
+        many += "s3cret\n";
+    EXPECT_THAT(faultOf(many), HasSubstr("line 19: no JSON object; line 20: no JSON object; and 3 more."));
+    EXPECT_THAT(faultOf(std::string(100'001, '\n')), HasSubstr("more than 100,000 lines"));
 }
 
 Secret secret(const std::string &bytes)

@@ -83,6 +83,10 @@ TEST(TerminalRun, ASignalIsHeededWhileNothingComes)
         const Ended run{process.exitCode(), process.readAllStandardOutput().toStdString(), {}};
         EXPECT_EQ(run.status, 130) << option;
         EXPECT_EQ(run.summary("status"), 130) << option;
+        // The command runs when the cameras are chosen; the files are read before.
+        const bool areChosen = QLatin1String(option).startsWith(QLatin1String("--password-c"));
+        EXPECT_EQ(run.summary("selected"), areChosen ? 1 : 0) << option;
+        EXPECT_EQ(run.summary("failed"), areChosen ? 1 : 0) << option;
     }
     EXPECT_TRUE(fleet.simulator.calls("GCWritePort").empty());
 }
