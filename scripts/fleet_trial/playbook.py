@@ -7,7 +7,7 @@ import dataclasses
 import shutil
 
 from controller import Controller
-from floor import MARK, Camera, Trial, let_go, reason_of
+from floor import BUILD, MARK, Camera, Trial, let_go, reason_of
 from pc import PRIVILEGE_FOLDER, Pc, key_in, what_is_missing
 from watch import SystemLog, Watch
 
@@ -83,8 +83,10 @@ def judge_refusals(trial, set_up):
                  f"without pipelining: {statuses(played)}")
     trial.expect("pipelining is off" in played.output, "the refusal does not name pipelining")
     set_up.controller.inventory([canary, second, Twin(second.port)])
-    played = set_up.controller.play()
-    trial.expect(played.status == 2 and second.cameras[0].serial in played.output, "a serial on two PCs was not refused")
+    for arguments in ((), ("--tags", "torvane_pcs")):
+        played = set_up.controller.play(*arguments)
+        trial.expect(f"so nothing was written: {{'{second.cameras[0].serial}': " in played.output,
+                     f"a serial on two PCs was not refused {arguments}")
     trial.expect_equal("Without pipelining, and with a serial number on two PCs: writes to cameras", set_up.written(), 0)
 
 
@@ -92,7 +94,38 @@ def judge_check_mode(trial, set_up):
     played = set_up.controller.play("--check", "--diff")
     answering = sum(len(pc.cameras) for pc in set_up.pcs if pc.process)
     trial.expect_equal("Check mode: cameras", told(counted(played)), f"{answering} would")
+    played = set_up.controller.play("--check", "--extra-vars", '{"torvane_select": {"factory": true}}')
+    trial.expect_equal("The same for those on the factory password, of which there is none", told(counted(played)) or "none", "none")
+    trial.expect("failed" not in statuses(played).values(), f"none on the factory password: {statuses(played)}")
     trial.expect_equal("Check mode: writes to cameras", set_up.written(), 0)
+
+
+def judge_canary(trial, set_up, what, *arguments):
+    """Something is wrong on the canary, so the others are left alone."""
+    canary, *others = set_up.pcs
+    before = sum(pc.written() for pc in others)
+    played = set_up.controller.play(*arguments)
+    wanted = {canary.name: "failed"} | {pc.name: "not_reached" for pc in others}
+    trial.expect(statuses(played) == wanted, f"{what}: {statuses(played)}")
+    trial.expect_equal(f"{what}: writes to cameras of the others", sum(pc.written() for pc in others) - before, 0)
+
+
+def judge_held_canary(trial, set_up):
+    canary = set_up.pcs[0]
+    holder = canary.hold(canary.cameras[:1])
+    judge_canary(trial, set_up, "A held camera on the canary")
+    let_go(holder)
+
+
+def judge_broken_canary(trial, set_up):
+    canary = set_up.pcs[0]
+    broken = canary.folder / "broken"
+    broken.write_text(f"""#!/bin/sh
+[ "$(hostname) $1" != "{canary.name} change" ] || {{ printf '{{"serial": "C'; exit 139; }}
+exec {BUILD / "fleet" / "torvane"} "$@"
+""")
+    broken.chmod(0o755)
+    judge_canary(trial, set_up, "A program that breaks on the canary", "--extra-vars", f"torvane_executable={broken}")
 
 
 def judge_run(trial, what, played, set_up, held):
@@ -199,6 +232,7 @@ def playbook(folder, _seed, is_short):
         if is_short:
             run_loudly(trial, set_up, "A run", [])
             judge_again(trial, set_up, [])
+            judge_broken_canary(trial, set_up)
         else:
             whole(trial, set_up)
     return trial
@@ -216,5 +250,7 @@ def whole(trial, set_up):
     set_up.pcs[-1].switch_on()
     played = run_loudly(trial, set_up, "What was left", [])
     trial.expect_equal("What was left: PCs that changed", changed_pcs(played), 3)
+    judge_held_canary(trial, set_up)
+    judge_broken_canary(trial, set_up)
     line = time_sizes(trial, set_up)
     time_controller(trial, set_up.controller, line, len(set_up.pcs[0].cameras))

@@ -105,7 +105,7 @@ class ModulesTest(unittest.TestCase):
                 ({"state": "locked"}, "No camera is chosen"),
                 ({"new_passwords": {}, "select": {"all": True}, "relock": True}, "A1: no_secret: ")):
             told = self.module(**options)
-            self.assertTrue(told.get("failed"), told)
+            self.assertTrue(told.get("failed") and told["status"], told)
             self.assertIn(words, told["msg"])
         self.assertNotIn("GCWritePort", self.log.read_text())
 

@@ -23,7 +23,12 @@ def argument_spec(**more):
 
 
 class Fault(Exception):
-    """What the user of a module has to mend; the text holds no secret."""
+    """What the user of a module has to mend; the text holds no secret. `lines` are those of cameras that a run has told of
+    before it broke off."""
+
+    def __init__(self, text, lines=()):
+        super().__init__(text)
+        self.lines = list(lines)
 
 
 def exactly(option, values):
@@ -65,11 +70,17 @@ class Program:
         done = subprocess.run([self.path, command, *self.common, *arguments], input=given.encode(),
                               capture_output=True, check=False, env={**os.environ, "LC_ALL": "C.UTF-8"})
         errors = "\n".join(map(self.shown, done.stderr.decode("utf-8", "replace").splitlines()))
+        objects = []
         try:
-            objects = [self.handed_on(json.loads(line)) for line in done.stdout.decode("utf-8").splitlines()]
+            for line in done.stdout.decode("utf-8").splitlines():
+                objects.append(self.handed_on(json.loads(line)))
         except (ValueError, TypeError, AttributeError):
-            raise Fault(f"The program printed no JSON, with status {done.returncode}. Is it torvane? {errors}") from None
-        return Run(done.returncode, objects, errors)
+            objects.append({})
+        run = Run(done.returncode, objects, errors)
+        if objects and not {"summary", "cameras"} & objects[-1].keys():
+            raise Fault(f"The program broke off, or is not torvane: it has status {done.returncode}, and its output no end. "
+                        f"{errors}".strip(), run.lines)
+        return run
 
     def is_only_in_no_such_state(self, ended, select):
         """True if no camera was chosen for its state alone: then there is nothing to do. The program has one status for that
@@ -84,10 +95,11 @@ class Program:
 
     def handed_on(self, entry):
         """An object as a task may return it. Texts that a camera or a producer chooses may repeat a secret, by a user's
-        carelessness or on purpose. Serial numbers and the words of the program stay, also where a password equals one."""
+        carelessness or on purpose. Names by which it is chosen and the words of the program stay, also where a password equals
+        one."""
         shown = entry | {key: self.shown(entry[key]) for key in ("model", "user_name", "firmware") if key in entry}
         if entry.get("reason"):
-            shown["reason"] = entry["reason"] | {"text": self.shown(entry["reason"]["text"])}
+            shown["reason"] = entry["reason"] | {key: self.shown(entry["reason"][key]) for key in ("text", "next")}
         if "cameras" in entry:
             shown["cameras"] = [self.handed_on(camera) for camera in entry["cameras"]]
         return shown

@@ -111,6 +111,7 @@ from ansible_collections.torvane.cameras.plugins.module_utils.program import (
     Fault, Program, argument_spec, exactly, finish, selection,
 )
 
+BROKEN_OFF = 1
 REFUSED = 2
 DONE_IN_PART = 3
 
@@ -249,6 +250,8 @@ def main():
         task.run()
     except Fault as fault:
         failure = str(fault)
+        task.cameras.take(fault.lines)
+        task.status = task.status or BROKEN_OFF
     for remark in task.remarks:
         module.warn(remark)
     if task.status:
