@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "CameraKeys.h"
 
+#include <algorithm>
+
 namespace fleet {
 
 namespace {
@@ -34,11 +36,9 @@ void CameraKeys::settle(const CameraKey &settled)
 
 bool CameraKeys::holds(const CameraKey &key) const
 {
-    for (const std::size_t place : byMac.values(key.mac) + byName.values(nameOf(key))) {
-        if (keys[place] && keys[place]->isSame(key))
-            return true;
-    }
-    return false;
+    const QList<std::size_t> places = byMac.values(key.mac) + byName.values(nameOf(key));
+    return std::ranges::any_of(places,
+                               [&](std::size_t place) { return keys[place] && keys[place]->isSame(key); });
 }
 
 std::vector<CameraKey> CameraKeys::left() const
