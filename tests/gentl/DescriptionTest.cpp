@@ -90,7 +90,7 @@ TEST_F(DescriptionTest, AnOpenedPortReachesItsFeaturesByName)
 
 TEST_F(DescriptionTest, APortKeepsItsProducerLoaded)
 {
-    const TemporaryFolder folder;
+    const TemporaryFolder folder{};
     const std::string path = (folder.path() / "copy.cti").string();
     std::filesystem::copy_file(scriptedProducer(), path);
     auto port = open(path);

@@ -37,7 +37,7 @@ protected:
         return directory + static_cast<char>(std::filesystem::path::preferred_separator) + name;
     }
 
-    const TemporaryFolder folder;
+    const TemporaryFolder folder{};
     const std::string path = folder.path().string();
 };
 

@@ -24,7 +24,7 @@ public:
     std::string text();
 
 private:
-    const TemporaryFolder folder;
+    const TemporaryFolder folder{};
     const std::string path = (folder.path() / "output").string();
     std::FILE *file;
     int before;
