@@ -13,7 +13,7 @@ import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path.insert(0, str(ROOT / "scripts" / "fleet_trial"))
-from floor import BUILD, FACTORY, Camera, Floor  # noqa: E402
+from floor import BUILD, CTI, FACTORY, Camera, Floor  # noqa: E402
 
 PYTHON = "/usr/bin/python3"  # the one that has Ansible
 
@@ -31,7 +31,7 @@ class ModulesTest(unittest.TestCase):
         self.log = self.folder / "simulator.log"
 
     def module(self, name="torvane_cameras", check=False, **options):
-        arguments = options | {"executable": str(BUILD / "fleet" / "torvane"), "_ansible_check_mode": check}
+        arguments = {"executable": str(BUILD / "fleet" / "torvane"), "_ansible_check_mode": check} | options
         arguments |= {"wait": 600} if name == "torvane_cameras" else {}  # other tests run on the PC too
         path = f"{self.folder}:/usr/lib/python3/dist-packages"
         done = subprocess.run(
@@ -126,6 +126,27 @@ class ModulesTest(unittest.TestCase):
             told = self.module(resume=True, **secrets)
             self.assertEqual((told.get("failed"), told["changed"]), (None, is_changed), told.get("msg"))
         self.assertEqual(set(self.floor.truth().values()), {(camera.new, True) for camera in self.floor.cameras})
+
+    def test_a_producer_that_fails(self):
+        """The cameras of the others are changed, and it is told."""
+        self.stand_on(Camera("A1", lock="default"))
+        bad = self.folder / "bad.cti"
+        bad.write_text("nothing")
+        told = self.module(new_passwords={"A1": "zq7Kp-1"}, update_password="on_factory", library=[str(CTI), str(bad)])
+        self.assertEqual((self.results(told), told["status"]), ({"A1": "done"}, 1))
+        self.assertIn("bad.cti", told["msg"])
+
+    def test_a_program_that_breaks_off(self):
+        """What it told by then is handed on. Status 0 without its last line is no success."""
+        self.stand_on(Camera("A1"))
+        program = self.folder / "breaks"
+        for cut, status, wanted in (("head -1; printf '{\"ser'; exit 139", 139, {"A1": "unchanged"}),
+                                    ("head -1; exit 0", 1, {"A1": "unchanged"}), ("head -0; exit 0", 1, {})):
+            program.write_text(f"#!/bin/sh\n{BUILD / 'fleet' / 'torvane'} \"$@\" | {cut}\n")
+            program.chmod(0o755)
+            told = self.module(executable=str(program), state="locked", select={"all": True})
+            self.assertEqual((told.get("failed"), told["status"], self.results(told)), (True, status, wanted))
+            self.assertIn("The program broke off", told["msg"])
 
     def test_the_list(self):
         self.stand_on(Camera("A1"), Camera("A2", lock="default"))

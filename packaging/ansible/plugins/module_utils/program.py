@@ -8,7 +8,7 @@ import subprocess
 
 VALUES = ("serial", "id", "model", "interface", "mac")
 STATES = ("factory", "locked", "unlocked")
-NO_CAMERA = 4  # an exit status
+UNEXPECTED, NO_CAMERA = 1, 4  # exit statuses
 HIDDEN = "(hidden: a secret is part of it)"
 
 
@@ -24,11 +24,12 @@ def argument_spec(**more):
 
 class Fault(Exception):
     """What the user of a module has to mend; the text holds no secret. `lines` are those of cameras that a run has told of
-    before it broke off."""
+    before it broke off, `status` is its own where it has failed."""
 
-    def __init__(self, text, lines=()):
+    def __init__(self, text, lines=(), status=0):
         super().__init__(text)
         self.lines = list(lines)
+        self.status = status or UNEXPECTED
 
 
 def exactly(option, values):
@@ -72,14 +73,15 @@ class Program:
         errors = "\n".join(map(self.shown, done.stderr.decode("utf-8", "replace").splitlines()))
         objects = []
         try:
-            for line in done.stdout.decode("utf-8").splitlines():
+            for line in done.stdout.splitlines():
                 objects.append(self.handed_on(json.loads(line)))
         except (ValueError, TypeError, AttributeError):
             objects.append({})
         run = Run(done.returncode, objects, errors)
-        if objects and not {"summary", "cameras"} & objects[-1].keys():
-            raise Fault(f"The program broke off, or is not torvane: it has status {done.returncode}, and its output no end. "
-                        f"{errors}".strip(), run.lines)
+        has_end = objects and {"summary", "cameras"} & objects[-1].keys()
+        if not has_end and (objects or run.status == 0):
+            raise Fault(f"The program broke off, or is not torvane: it has status {run.status}, and its output no end. "
+                        f"{errors}".strip(), run.lines, run.status)
         return run
 
     def is_only_in_no_such_state(self, ended, select):

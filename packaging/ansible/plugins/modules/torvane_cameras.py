@@ -108,10 +108,9 @@ status:
 from ansible.module_utils.basic import AnsibleModule
 from ansible_collections.torvane.cameras.plugins.module_utils.cameras import Cameras
 from ansible_collections.torvane.cameras.plugins.module_utils.program import (
-    Fault, Program, argument_spec, exactly, finish, selection,
+    UNEXPECTED, Fault, Program, argument_spec, exactly, finish, selection,
 )
 
-BROKEN_OFF = 1
 REFUSED = 2
 DONE_IN_PART = 3
 
@@ -183,7 +182,7 @@ class Task:
         if not is_for_factory and not without_old:
             return self.act("change", chosen, self.new_lines())
         listed = self.call("list", chosen)
-        if listed.status:
+        if listed.status not in (0, UNEXPECTED) or not listed.rows:
             return False
         rows = [row for row in listed.rows if not row["duplicate_of"]]
         return self.change_factory(chosen, rows) if is_for_factory else self.change_or_prove(chosen, rows, without_old)
@@ -251,7 +250,7 @@ def main():
     except Fault as fault:
         failure = str(fault)
         task.cameras.take(fault.lines)
-        task.status = task.status or BROKEN_OFF
+        task.status = task.status or fault.status
     for remark in task.remarks:
         module.warn(remark)
     if task.status:
