@@ -3,6 +3,7 @@
 // what the exit status means. The manual page (packaging/man/torvane_console.1) says the same with examples.
 #pragma once
 
-extern const char
-    *const helpFooter;            ///< up to the separators of GENICAM_GENTL64_PATH, which are the platform's
-extern const char *const helpEnd; ///< what follows them
+/// Up to the separators of GENICAM_GENTL64_PATH, which are the platform's.
+extern const char *const helpFooter;
+/// What follows them.
+extern const char *const helpEnd;

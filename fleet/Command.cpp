@@ -91,8 +91,9 @@ std::string commandFault(const std::string &command)
         return "The command is empty.";
     const QString &program = words.front();
     if (program.contains(QLatin1String(serialMark)))
-        return {};                 // it differs from camera to camera
-    const QFileInfo file(program); // QProcess looks into the search path for a plain name alone
+        return {}; // it differs from camera to camera
+    // QProcess looks into the search path for a plain name alone.
+    const QFileInfo file(program);
     const QString found = file.path() == QLatin1String(".") && !program.startsWith(QLatin1Char('.'))
                               ? QStandardPaths::findExecutable(program)
                               : QStandardPaths::findExecutable(file.fileName(), {file.absolutePath()});

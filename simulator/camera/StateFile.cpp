@@ -119,7 +119,7 @@ public:
 
     CameraState stateOf(const CameraSettings &settings) override
     {
-        return simulator::stateOf(settings, read());
+        return simulator::stateOf(settings, load());
     }
 
     void update(const CameraSettings &settings, const std::function<bool(CameraState &)> &change) override
