@@ -39,7 +39,7 @@ def rows(told):
             yield (host, camera["serial"] or camera["id"], camera["model"] or "", camera["result"],
                    camera["in_force"] or "", told_reason)
     for serial in told["missing"]:
-        yield "", serial, "", "missing", "", "No PC that answered has this camera."
+        yield "", serial, "", "missing", "", "Not among the chosen cameras of a PC that answered."
 
 
 def table(told, only_trouble=False):
