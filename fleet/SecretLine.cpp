@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "SecretLine.h"
 
-#include "Wipe.h"
-
 #include <string_view>
 
 namespace fleet {
@@ -10,7 +8,7 @@ namespace fleet {
 bool readSecretLine(std::istream &input, std::string &line, std::size_t longest, bool isFirst)
 {
     constexpr std::string_view byteOrderMark = "\xef\xbb\xbf";
-    wipe(line);
+    line.clear();
     line.reserve(longest + 1 + byteOrderMark.size()); // growth would leave copies behind
     bool wasRead = false;
     for (char byte = 0; input.get(byte);) {

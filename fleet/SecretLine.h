@@ -12,7 +12,8 @@ namespace fleet {
 inline constexpr std::size_t mostLines = 100'000;
 
 /// Reads up to the next line end, which is taken and dropped, a carriage return before it too, and so is a byte-order mark
-/// at the beginning of the input. What stood in \p line is wiped.
+/// at the beginning of the input.
+/// \param line  empty, or filled by this function before. Its storage stays the same, and the caller wipes it in the end
 /// \param longest  bytes; of a longer line one more is kept, so that its size tells, and the rest is left unread
 /// \param isFirst  the line is the first one of its input
 /// \return false at the end of the input, when nothing was left to read
