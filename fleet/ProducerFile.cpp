@@ -1,10 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "ProducerFile.h"
 
+#include <QByteArray>
+#include <QFile>
+#include <QFileInfo>
 #include <QRegularExpression>
+#include <QString>
+#include <QSysInfo>
+#include <QtEndian>
 #include <array>
 #include <cstddef>
-#include <fstream>
+#include <optional>
 
 namespace fleet {
 
@@ -13,34 +19,94 @@ namespace {
 constexpr std::array stateWords{"ok",         "no_library", "32_bit", "truncated", "missing_function",
                                 "not_loaded", "no_cameras", "failed"};
 
-enum class FileKind
+/// What a library says of itself at its beginning.
+struct Library
 {
-    Library64,
-    Library32,
-    Other
+    bool isForWindows = false;
+    bool is32Bit = false;
+    QString processor; ///< in the words of QSysInfo; empty where it is none that this program is made for
 };
 
-// ELF tells its width in the fifth byte; a Windows library tells its machine behind the offset at byte 60.
-FileKind kindOf(const std::string &path)
+Library readElf(const QByteArray &head)
 {
-    std::array<char, 64> head{};
-    std::ifstream file(path, std::ios::binary);
-    file.read(head.data(), head.size());
-    const std::string_view bytes(head.data(), static_cast<std::size_t>(file.gcount()));
-    if (bytes.starts_with("\x7f"
-                          "ELF") &&
-        bytes.size() > 4)
-        return bytes[4] == 1 ? FileKind::Library32 : FileKind::Library64;
-    if (!bytes.starts_with("MZ") || bytes.size() < head.size())
-        return FileKind::Other;
-    const auto byteAt = [&](std::size_t at) {
-        return static_cast<std::size_t>(static_cast<unsigned char>(bytes[at]));
-    };
-    file.seekg(static_cast<std::streamoff>(byteAt(60) | byteAt(61) << 8U | byteAt(62) << 16U));
-    std::array<char, 6> signature{};
-    file.read(signature.data(), signature.size());
-    const bool is32Bit = signature[4] == '\x4c' && signature[5] == '\x01'; // IMAGE_FILE_MACHINE_I386
-    return is32Bit ? FileKind::Library32 : FileKind::Library64;
+    const auto machine = qFromLittleEndian<quint16>(head.constData() + 18); // e_machine
+    return {.isForWindows = false,
+            .is32Bit = head[4] == 1,                                 // ELFCLASS32
+            .processor = machine == 62    ? QStringLiteral("x86_64") // EM_X86_64
+                         : machine == 183 ? QStringLiteral("arm64")  // EM_AARCH64
+                                          : QString()};
+}
+
+// A library of Windows names its machine behind a signature, whose place stands at byte 60.
+Library readPortableExecutable(QFile &file, const QByteArray &head)
+{
+    QByteArray header;
+    if (file.seek(qFromLittleEndian<quint32>(head.constData() + 60)))
+        header = file.read(6);
+    const auto machine = header.size() < 6 ? quint16{0} : qFromLittleEndian<quint16>(header.constData() + 4);
+    return {.isForWindows = true,
+            .is32Bit = machine == 0x014c,                               // IMAGE_FILE_MACHINE_I386
+            .processor = machine == 0x8664   ? QStringLiteral("x86_64") // IMAGE_FILE_MACHINE_AMD64
+                         : machine == 0xaa64 ? QStringLiteral("arm64")  // IMAGE_FILE_MACHINE_ARM64
+                                             : QString()};
+}
+
+std::optional<Library> readLibrary(const std::string &path)
+{
+    QFile file(QString::fromStdString(path));
+    // Opening a named pipe would wait for a writer.
+    if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    const QByteArray head = file.read(64);
+    if (head.startsWith("\x7f"
+                        "ELF") &&
+        head.size() >= 20)
+        return readElf(head);
+    if (head.startsWith("MZ") && head.size() == 64)
+        return readPortableExecutable(file, head);
+    return std::nullopt;
+}
+
+// Of Windows' loader the binding has a number alone; other loaders name what they lack in words.
+std::string adviceByReason(const QString &reason)
+{
+    static const QRegularExpression loading(QStringLiteral("Loading cti .* failed! Code: (\\d+)$"),
+                                            QRegularExpression::DotMatchesEverythingOption);
+    switch (loading.match(reason).captured(1).toInt()) {
+    case 5: // ERROR_ACCESS_DENIED
+        return "Windows denies access: look at the file's permissions, and whether a virus scanner holds it.";
+    case 126: // ERROR_MOD_NOT_FOUND
+        return "A library that it needs is missing: install the driver again, with what its maker asks for.";
+    case 127: // ERROR_PROC_NOT_FOUND
+        return "A library that it needs is there in a wrong version: install the driver again.";
+    case 193: // ERROR_BAD_EXE_FORMAT
+        return "It, or a library that it needs, is damaged or not 64-bit: install the 64-bit driver again.";
+    default:
+        return "Its reason names what is missing: install that, or the driver again.";
+    }
+}
+
+ProducerVerdict judgeFile(const std::string &path, const QString &reason)
+{
+    const std::optional<Library> library = readLibrary(path);
+    if (!library)
+        return {ProducerState::NoLibrary,
+                {},
+                "The file is no library: install the driver again, or take the file away."};
+    if (library->isForWindows != (QSysInfo::kernelType() == QLatin1String("winnt")))
+        return {ProducerState::NoLibrary,
+                {},
+                std::string("It is of a driver for ") + (library->isForWindows ? "Windows" : "Linux") +
+                    ": install the one for this system."};
+    if (library->is32Bit)
+        return {ProducerState::OtherBits, {}, "Install the 64-bit driver."};
+    const QString native = QSysInfo::buildCpuArchitecture();
+    if (!library->processor.isEmpty() && library->processor != native)
+        return {ProducerState::NotLoaded,
+                {},
+                "It is of a driver for " + library->processor.toStdString() + ": install the one for " +
+                    native.toStdString() + "."};
+    return {ProducerState::NotLoaded, {}, adviceByReason(reason)};
 }
 
 ProducerVerdict judgeUnloaded(const Producer &producer)
@@ -52,18 +118,7 @@ ProducerVerdict judgeUnloaded(const Producer &producer)
                 "Its GenTL version promises this function: a newer driver may have it. Tell its maker."};
     if (words.contains(QStringLiteral("truncated")))
         return {ProducerState::Truncated, {}, "Install the driver again: the file was cut short."};
-    switch (kindOf(producer.file)) {
-    case FileKind::Library32:
-        return {ProducerState::OtherBits, {}, "Install the 64-bit driver."};
-    case FileKind::Other:
-        return {ProducerState::NoLibrary,
-                {},
-                "The file is no library: install the driver again, or take the file away."};
-    case FileKind::Library64:
-        break;
-    }
-    return {
-        ProducerState::NotLoaded, {}, "Its reason names what is missing: install that, or the driver again."};
+    return judgeFile(producer.file, words);
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include "PasswordRules.h"
 #include "PasswordsFile.h"
 #include "Pattern.h"
+#include "ProducerFile.h"
 #include "Selection.h"
 #include "ShownText.h"
 #include "Status.h"
@@ -13,6 +14,9 @@
 
 #include <gmock/gmock.h>
 
+#include <QSysInfo>
+#include <QTemporaryDir>
+#include <fstream>
 #include <sstream>
 
 namespace fleet {
@@ -210,6 +214,54 @@ TEST(Pieces, NewPasswordsThatAreRefused)
 Outcome outcome(Result result, std::optional<ReasonCode> code = {})
 {
     return {result, {}, code ? std::optional(Reason{*code, "", ""}) : std::nullopt, {}};
+}
+
+// The beginning of a library for either system, and its machine as both call it.
+std::string library(bool isForWindows, std::string_view elf, std::string_view windows)
+{
+    if (isForWindows)
+        return "MZ" + std::string(58, '\0') + std::string("\x40\0\0\0PE\0\0", 8).append(windows);
+    return std::string("\x7f\x45LF").append(elf.substr(0, 1)) + std::string(13, '\0').append(elf.substr(1));
+}
+
+TEST(Pieces, WhyAProducerWasNotLoaded)
+{
+    const bool isWindows = QSysInfo::kernelType() == QLatin1String("winnt");
+    const bool isArm = QSysInfo::buildCpuArchitecture() == QLatin1String("arm64");
+    const auto x86 = [](bool isForWindows) { return library(isForWindows, {"\2\x3e\0", 3}, "\x64\x86"); };
+    const auto arm = [](bool isForWindows) { return library(isForWindows, {"\2\xb7\0", 3}, "\x64\xaa"); };
+    const std::string native = (isArm ? arm : x86)(isWindows);
+    struct Row
+    {
+        const char *code; // as the loader gave it
+        std::string file;
+        ProducerState state;
+        const char *advice;
+    };
+    const QTemporaryDir folder;
+    const std::string path = folder.filePath("a.cti").toStdString();
+    for (const Row &row : {
+             Row{"words", "text", ProducerState::NoLibrary, "no library"},
+             {"words", "MZ", ProducerState::NoLibrary, "no library"},
+             {"193", library(isWindows, {"\1\x03\0", 3}, "\x4c\x01"), ProducerState::OtherBits,
+              "64-bit driver"},
+             {"193", x86(!isWindows), ProducerState::NoLibrary, isWindows ? "for Linux" : "for Windows"},
+             {"words", (isArm ? x86 : arm)(isWindows), ProducerState::NotLoaded,
+              isArm ? "for x86_64: install the one for arm64" : "for arm64: install the one for x86_64"},
+             {"lib.so: not found", native, ProducerState::NotLoaded, "names what is missing"},
+             {"5", native, ProducerState::NotLoaded, "denies access"},
+             {"126", native, ProducerState::NotLoaded, "needs is missing"},
+             {"127", native, ProducerState::NotLoaded, "wrong version"},
+             {"193", native, ProducerState::NotLoaded, "damaged or not 64-bit"},
+             {"1265", native, ProducerState::NotLoaded, "names what is missing"},
+         }) {
+        std::ofstream(path, std::ios::binary) << row.file;
+        Producer producer{.file = path, .failure = {}, .genTLVersion = {}, .vendor = {}, .version = {}};
+        producer.failure = {ReasonCode::Producer, "Loading cti " + path + " failed! Code: " + row.code, {}};
+        const ProducerVerdict verdict = judgeProducer(producer);
+        EXPECT_STREQ(wordOf(verdict.state), wordOf(row.state)) << row.code << ": " << row.advice;
+        EXPECT_THAT(verdict.advice, HasSubstr(row.advice)) << row.code;
+    }
 }
 
 TEST(Pieces, TheStatusOfARun)
