@@ -40,6 +40,8 @@ library_qt_core() {
     rm -rf -- "$prefix/qt" # of a build that was interrupted
     qt_configure
     qt_make moc rcc corelib winmain
+    # The CMake package asks for these.
+    make -C "$prefix/qt/build" sub-qmake-qmake-aux-pro-install_subtargets install_mkspecs >&2
 }
 
 library_qt_widgets() {
