@@ -14,7 +14,8 @@ foreach(kind IN ITEMS EXE MODULE SHARED)
 endforeach()
 
 set(CMAKE_TRY_COMPILE_PLATFORM_VARIABLES TORVANE_WINDOWS_PREFIX)
-set(CMAKE_FIND_ROOT_PATH ${TORVANE_WINDOWS_PREFIX})
+# Behind the prefix the compiler's own folder, whose libraries of the system Qt's CMake package looks up by name.
+set(CMAKE_FIND_ROOT_PATH ${TORVANE_WINDOWS_PREFIX} /usr/x86_64-w64-mingw32)
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 foreach(kind IN ITEMS LIBRARY INCLUDE PACKAGE)
     set(CMAKE_FIND_ROOT_PATH_MODE_${kind} ONLY)

@@ -3,8 +3,8 @@
 # The libraries for Windows, cross-built from the distribution's source packages into a prefix outside the tree. To be
 # sourced behind lib.sh.
 #
-# The libraries of headers alone are those of torvane_build_packages. The prefix is named after this file, the toolchain
-# and the compiler: a change of any makes a new one.
+# The libraries of headers alone are those of torvane_build_packages. The prefix is named after this file, windows-qt.sh,
+# the toolchain and the compiler: a change of any makes a new one.
 
 torvane_windows_packages=(
     g++-mingw-w64-x86-64-posix libz-mingw-w64-dev
@@ -14,8 +14,8 @@ torvane_windows_toolchain=$torvane_root/cmake/TorvaneMinGW.cmake
 
 windows_prefix() { # prints the folder
     local recipe
-    recipe=$(cat -- "${BASH_SOURCE[0]}" "$torvane_windows_toolchain" <(x86_64-w64-mingw32-g++-posix --version) |
-        sha256sum | cut -c 1-16)
+    recipe=$(cat -- "${BASH_SOURCE[0]}" "$torvane_root/scripts/windows-qt.sh" "$torvane_windows_toolchain" \
+        <(x86_64-w64-mingw32-g++-posix --version) | sha256sum | cut -c 1-16)
     printf '%s/torvane/mingw-%s\n' "${XDG_CACHE_HOME:-$HOME/.cache}" "$recipe"
 }
 
