@@ -23,13 +23,16 @@ endif()
 
 set(metainfo alt.torvane.torvane_gui.metainfo.xml)
 configure_file(${CMAKE_CURRENT_LIST_DIR}/${metainfo}.in ${CMAKE_CURRENT_BINARY_DIR}/${metainfo} @ONLY)
-install(FILES ${CMAKE_CURRENT_BINARY_DIR}/${metainfo} DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
-install(FILES ${CMAKE_CURRENT_LIST_DIR}/torvane_gui.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
-install(FILES ${CMAKE_CURRENT_LIST_DIR}/../man/torvane_gui.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/${metainfo} DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo
+    COMPONENT gui)
+install(FILES ${CMAKE_CURRENT_LIST_DIR}/torvane_gui.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications
+    COMPONENT gui)
+install(FILES ${CMAKE_CURRENT_LIST_DIR}/../man/torvane_gui.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT gui)
 
 set(icons ${CMAKE_INSTALL_DATADIR}/icons/hicolor)
 set(drawn ${PROJECT_SOURCE_DIR}/resources/application)
-install(FILES ${drawn}/torvane_gui.svg DESTINATION ${icons}/scalable/apps)
+install(FILES ${drawn}/torvane_gui.svg DESTINATION ${icons}/scalable/apps COMPONENT gui)
 foreach(size IN ITEMS 48 128)
-    install(FILES ${drawn}/torvane_gui-${size}.png DESTINATION ${icons}/${size}x${size}/apps RENAME torvane_gui.png)
+    install(FILES ${drawn}/torvane_gui-${size}.png DESTINATION ${icons}/${size}x${size}/apps
+        COMPONENT gui RENAME torvane_gui.png)
 endforeach()
