@@ -103,6 +103,21 @@ close_window() {
     return 1
 }
 
+# closes_after_showing_cameras LOG COMMAND...: torvane_gui, however it is started, shows the simulated cameras, which log
+# there, and ends well when the user closes it.
+closes_after_showing_cameras() {
+    local log=$1
+    shift
+    rm -f -- "$log"
+    known_windows=()
+    TORVANE_SIM_LOG=$log "$@" </dev/null &
+    await_window "the window"
+    await "the last camera" grep --quiet 'IFGetDeviceInfo(h.*"sim-u3v-locked", 7) = 0' "$log"
+    close_window "$window"
+    await_end "the window" $!
+    grep --quiet 'GCCloseLib() = 0' "$log"
+}
+
 is_shown() { windows | grep --quiet --line-regexp --fixed-strings -- "$1"; }
 
 # save_picture FILE: all that stands on the screen, once it stands still.

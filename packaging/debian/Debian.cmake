@@ -66,6 +66,8 @@ The PCs need the package torvane.")
     set(CPACK_DEBIAN_ANSIBLE_PACKAGE_SECTION admin)
     set(CPACK_DEBIAN_ANSIBLE_PACKAGE_DEPENDS ansible-core)
     set(CPACK_DEBIAN_ANSIBLE_PACKAGE_SUGGESTS torvane)
+    configure_file(${debian}/torvane-ansible.prerm prerm COPYONLY)
+    set(CPACK_DEBIAN_ANSIBLE_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_BINARY_DIR}/prerm)
 endif()
 
 foreach(component IN LISTS packages)
