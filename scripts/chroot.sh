@@ -42,7 +42,7 @@ make_chroot() {
     in_chroot apt-get --quiet update
 }
 
-# in_chroot COMMAND...: by root, with no more of this session than its proxies.
+# in_chroot COMMAND...: by root, with no more of the environment than its proxies.
 in_chroot() {
     as_root env --ignore-environment ${http_proxy:+"http_proxy=$http_proxy"} ${https_proxy:+"https_proxy=$https_proxy"} \
         HOME=/tmp LANG=C.UTF-8 PATH=/usr/sbin:/usr/bin:/sbin:/bin DEBIAN_FRONTEND=noninteractive \
