@@ -11,7 +11,8 @@ torvane_chroot_packages=(debootstrap debian-archive-keyring)
 debian_sources() {
     # shellcheck disable=SC2016 # the variables are apt's
     apt-get indextargets 'Created-By: Packages' 'Origin: Debian' 'Component: main' --format \
-        'deb $(REPO_URI) $(RELEASE) $(COMPONENT)' | grep --extended-regexp ' bookworm(-updates|-security)? ' | sort --unique
+        'deb $(REPO_URI) $(RELEASE) $(COMPONENT)' |
+        grep --extended-regexp ' bookworm(-updates|-security)? ' | sort --unique
 }
 
 # The base packages, whose signatures are checked, as an archive in the cache: as fresh as when it was first made.
@@ -44,8 +45,9 @@ make_chroot() {
 
 # in_chroot COMMAND...: by root, with no more of the environment than its proxies.
 in_chroot() {
-    as_root env --ignore-environment ${http_proxy:+"http_proxy=$http_proxy"} ${https_proxy:+"https_proxy=$https_proxy"} \
-        HOME=/tmp LANG=C.UTF-8 PATH=/usr/sbin:/usr/bin:/sbin:/bin DEBIAN_FRONTEND=noninteractive \
+    as_root env --ignore-environment HOME=/tmp LANG=C.UTF-8 PATH=/usr/sbin:/usr/bin:/sbin:/bin \
+        DEBIAN_FRONTEND=noninteractive \
+        ${http_proxy:+"http_proxy=$http_proxy"} ${https_proxy:+"https_proxy=$https_proxy"} \
         chroot "$chroot" "$@" </dev/null
 }
 

@@ -1,7 +1,6 @@
 # SPDX-License-Identifier: MIT
 # Debian's packages, one for each install component: "cpack -G DEB" in a build folder that is configured with
-# CMAKE_INSTALL_PREFIX=/usr, as scripts/test-packages does. What they have beyond "cmake --install" is installed by CPack
-# alone.
+# CMAKE_INSTALL_PREFIX=/usr, as scripts/test-packages does. What "cmake --install" leaves out is CPack's alone.
 set(TORVANE_MAINTAINER "The Torvane developers <developers@torvane.alt>" CACHE STRING
     "Who answers for the packages, and at which address")
 
