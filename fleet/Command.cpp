@@ -2,6 +2,7 @@
 #include "Command.h"
 
 #include "Interruption.h"
+#include "ShieldedProcess.h"
 
 #include <QDeadlineTimer>
 #include <QFileInfo>
@@ -20,13 +21,6 @@ constexpr int timeLimitMs = 30'000;
 constexpr int pollMs = 100;       // after so long an interruption is seen
 constexpr int longestLine = 4096; // bytes
 constexpr const char *serialMark = "{serial}";
-
-/// Ctrl-C, or the terminal's end, reaches all its programs: what has been begun for the camera in hand is finished all the same.
-class ShieldedProcess : public QProcess
-{
-protected:
-    void setupChildProcess() override { platform::ignoreInterruption(); }
-};
 
 /// Reads what the process prints until it ends, and keeps the beginning: a command that prints for ever costs time only.
 void collectOutput(QProcess &process, CommandKind kind, std::string &kept)
@@ -109,7 +103,9 @@ CommandResult runCommand(CommandKind kind, const std::string &command, const std
     if (words.isEmpty())
         return {commandFault(command), {}};
     words.replaceInStrings(QLatin1String(serialMark), QString::fromStdString(serial));
-    const std::unique_ptr<QProcess> owned(kind == CommandKind::Question ? new QProcess : new ShieldedProcess);
+    // What has been begun for the camera in hand is finished all the same.
+    const std::unique_ptr<QProcess> owned(kind == CommandKind::Question ? new QProcess
+                                                                        : new platform::ShieldedProcess);
     QProcess &process = *owned;
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process.setProgram(words.takeFirst());

@@ -28,6 +28,8 @@ std::runtime_error unusable(const QString &path, const char *why)
 
 } // namespace
 
+RunLock::RunLock() : RunLock(platform::lockFolder()) {}
+
 RunLock::RunLock(const QString &systemFolder)
     : path(inFolder(QFileInfo(systemFolder).isWritable() ? systemFolder : QDir::tempPath())),
       elsewhere(inFolder(path == inFolder(systemFolder) ? QDir::tempPath() : systemFolder)),

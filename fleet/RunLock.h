@@ -9,14 +9,15 @@
 
 namespace fleet {
 
-/// Holds torvane.lock, in /run/lock where that can be written, else in the folder for temporary files, until its end or that
-/// of the process. A run that holds the other of the two counts too: not all users may write in /run/lock. A lock never
-/// counts as left over by its age: a run may take hours.
+/// Holds torvane.lock, in the folder that all users' programs have for locks where that can be written, else in the one for
+/// temporary files, until its end or that of the process. A run that holds the other of the two counts too: not all users
+/// may write in the first. A lock never counts as left over by its age: a run may take hours.
 class RunLock
 {
 public:
+    RunLock();
     /// \param systemFolder  where all users' programs keep locks
-    explicit RunLock(const QString &systemFolder = QStringLiteral("/run/lock"));
+    explicit RunLock(const QString &systemFolder);
 
     /// \param patience  how long to wait for a run that is going on
     /// \return false when it still goes on

@@ -5,7 +5,9 @@
 #include <fcntl.h>
 #include <io.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <iostream>
 #include <system_error>
 
 namespace fleet::platform {
@@ -19,6 +21,16 @@ int checked(int result)
     if (result < 0)
         throw std::system_error(errno, std::generic_category());
     return result;
+}
+
+/// What is typed on the console, which std::cin has in UTF-8 (prepareProcess).
+std::size_t readTyped(char *bytes, std::size_t size)
+{
+    std::streambuf &input = *std::cin.rdbuf();
+    if (input.sgetc() == std::streambuf::traits_type::eof())
+        return 0;
+    const auto there = std::clamp<std::streamsize>(input.in_avail(), 1, static_cast<std::streamsize>(size));
+    return static_cast<std::size_t>(input.sgetn(bytes, there));
 }
 
 } // namespace
@@ -36,9 +48,12 @@ Input::~Input()
 std::size_t Input::read(char *bytes, std::size_t size)
 {
     throwIfInterrupted();
-    const int count = checked(_read(descriptor, bytes, static_cast<unsigned>(size)));
+    const std::size_t count =
+        _isatty(descriptor) != 0
+            ? readTyped(bytes, size)
+            : static_cast<std::size_t>(checked(_read(descriptor, bytes, static_cast<unsigned>(size))));
     throwIfInterrupted();
-    return static_cast<std::size_t>(count);
+    return count;
 }
 
 } // namespace fleet::platform

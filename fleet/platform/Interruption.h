@@ -9,9 +9,6 @@ namespace fleet::platform {
 /// SIGHUP that is ignored, as by nohup, stays so.
 void watchInterruption();
 
-/// Ignores them all: for a child process, before its program is loaded.
-void ignoreInterruption();
-
 /// Whether one has come. Thread: any.
 bool isInterrupted();
 

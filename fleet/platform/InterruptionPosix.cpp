@@ -31,12 +31,6 @@ void watchInterruption()
         sigaction(SIGHUP, &action, nullptr);
 }
 
-void ignoreInterruption()
-{
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP})
-        std::signal(signal, SIG_IGN);
-}
-
 bool isInterrupted()
 {
     return interrupted;

@@ -18,6 +18,8 @@ BOOL WINAPI onControl(DWORD event)
     if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT && event != CTRL_CLOSE_EVENT)
         return FALSE;
     interrupted = true;
+    if (event == CTRL_CLOSE_EVENT)
+        Sleep(INFINITE); // the return would end the process, as five seconds do in any case
     return TRUE;
 }
 
@@ -27,8 +29,6 @@ void watchInterruption()
 {
     SetConsoleCtrlHandler(onControl, TRUE);
 }
-
-void ignoreInterruption() {} // no code of a child process runs before its program
 
 bool isInterrupted()
 {

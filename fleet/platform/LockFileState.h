@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Whether a lock file is held by a process, of whichever user. Each platform has a source of its own.
+// Where the programs of all users keep lock files, and whether such a file is held by a process, of whichever user. Each
+// platform has a source of its own.
 #pragma once
 
 #include <QString>
@@ -14,5 +15,8 @@ enum class LockFileState
 };
 
 LockFileState lockFileState(const QString &path);
+
+/// /run/lock; on Windows the folder for the data of all users, %ProgramData%. Not all users may write there.
+QString lockFolder();
 
 } // namespace fleet::platform

@@ -34,4 +34,9 @@ LockFileState lockFileState(const QString &path)
     return isHeld ? LockFileState::Held : LockFileState::Left;
 }
 
+QString lockFolder()
+{
+    return QStringLiteral("/run/lock");
+}
+
 } // namespace fleet::platform

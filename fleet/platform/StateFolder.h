@@ -6,8 +6,8 @@
 
 namespace fleet::platform {
 
-/// $XDG_STATE_HOME where that is an absolute path, else ~/.local/state; on Windows the local application data. Without a
-/// separator at its end; empty where the system tells no home.
+/// $XDG_STATE_HOME where that is an absolute path, else ~/.local/state; on Windows %LOCALAPPDATA%, else what the system
+/// knows as that. Without a separator at its end; empty where the system tells no home.
 QString stateFolder();
 
 } // namespace fleet::platform

@@ -1,13 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "StateFolder.h"
 
+#include <QDir>
 #include <QStandardPaths>
 
 namespace fleet::platform {
 
 QString stateFolder()
 {
-    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation); // %LOCALAPPDATA%
+    const QString local = QDir::fromNativeSeparators(qEnvironmentVariable("LOCALAPPDATA"));
+    return QDir::isAbsolutePath(local)
+               ? local
+               : QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
 }
 
 } // namespace fleet::platform

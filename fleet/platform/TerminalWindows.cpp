@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "Interruption.h"
 #include "Terminal.h"
 
 #include <iostream>
@@ -9,6 +10,9 @@
 namespace fleet::platform {
 
 namespace {
+
+// Ctrl-C ends a read, perhaps before its handler has set the flag, on another thread.
+constexpr DWORD interruptionMs = 100;
 
 bool isConsole(DWORD stream)
 {
@@ -38,6 +42,15 @@ private:
     DWORD before = 0;
 };
 
+/// \return false at the end of the input, for an empty line, and after an interruption
+bool readLine(std::string &line)
+{
+    const bool isThere = std::getline(std::cin, line) && !line.empty();
+    if (!isThere)
+        Sleep(interruptionMs);
+    return isThere && !isInterrupted();
+}
+
 } // namespace
 
 int outputWidth()
@@ -63,7 +76,7 @@ std::optional<Secret> askSecret(const std::string &prompt)
     std::cerr << prompt << std::flush;
     const NoEcho silence;
     std::string line;
-    if (!std::getline(std::cin, line) || line.empty())
+    if (!readLine(line))
         return std::nullopt;
     return Secret(std::move(line));
 }
@@ -72,7 +85,7 @@ std::optional<std::string> askLine(const std::string &prompt)
 {
     std::cerr << prompt << std::flush;
     std::string line;
-    if (!std::getline(std::cin, line) || line.empty())
+    if (!readLine(line))
         return std::nullopt;
     return line;
 }
