@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 // torvane change over simulated cameras: in all its ways, and killed or interrupted on the way.
 #include "Fleet.h"
+#include "Shell.h"
+#include "Terminal.h"
 
 #include <gmock/gmock.h>
 
@@ -96,8 +98,9 @@ TEST(ChangeRun, ACameraThatLeftTheFactorysPasswordIsNotSentIt)
     std::filesystem::rename(state, state + ".later");
     fleet.simulator.clearLog();
     // Somebody else changes it behind the look.
-    const QString command =
-        QStringLiteral("sh -c \"cp %1.later %1; echo new-A1\"").arg(QString::fromStdString(state));
+    const QString command = byShell(QStringLiteral("cp %1.later %1; echo new-A1"),
+                                    QStringLiteral("copy /y %1.later %1 >nul & echo new-A1"))
+                                .arg(QString::fromStdString(state));
     EXPECT_THAT(fleet.act({change, all, QStringLiteral("--new-password-command"), command}).outcomes(),
                 ElementsAre("A1 failed no_secret old"));
     EXPECT_TRUE(fleet.simulator.calls("GCWritePort").empty());
@@ -143,15 +146,16 @@ TEST(ChangeRun, RelockChangesAnUnlockedCameraAndLeavesItUnlocked)
 TEST(ChangeRun, CommandsGiveTheSecretsAndLearnOfTheChange)
 {
     const Fleet fleet(cameras(camera("A1") + camera("A2")));
-    const std::string told = (fleet.simulator.folder() / "told").string();
-    const QString hook =
-        QStringLiteral("sh -c \"cat >> %1; test {serial} = A1\"").arg(QString::fromStdString(told));
+    const QString told = fleet.file("told", "");
+    const QString hook = byShell(QStringLiteral("cat >> %1; test {serial} = A1"),
+                                 QStringLiteral("more >> %1 & if not {serial}==A1 exit 1"))
+                             .arg(told);
     const Ended run = fleet.act({change, all, QStringLiteral("--password-command"),
-                                 QStringLiteral("echo hunter22"), QStringLiteral("--new-password-command"),
-                                 QStringLiteral("echo new-{serial}"), QStringLiteral("--on-changed"), hook});
+                                 echo(QStringLiteral("hunter22")), QStringLiteral("--new-password-command"),
+                                 echo(QStringLiteral("new-{serial}")), QStringLiteral("--on-changed"), hook});
     EXPECT_THAT(run.outcomes(), ElementsAre("A1 done new", "A2 done vault new"));
     EXPECT_EQ(run.status, 3);
-    QFile file(QString::fromStdString(told));
+    QFile file(told);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const std::string text = file.readAll().toStdString();
     EXPECT_THAT(text, HasSubstr(R"("in_force":"new")"));
@@ -213,13 +217,12 @@ TEST(ChangeRun, ATerminatedRunFinishesTheCameraInHandAndNoOther)
 {
     const Fleet fleet("[producer]\nlatency_ms = 60\n" + cameras(camera("A1") + camera("A2") + camera("A3")));
     const QString file = fleet.file("p", lines({"A1", "A2", "A3"}));
+    const Interrupter interrupter;
     QProcess process;
     fleet.start(process, {change, all, QStringLiteral("--json"), QStringLiteral("--wait"),
                           QStringLiteral("90"), passwords, file});
     waitForJournal(fleet, R"("event":"intent")");
-    // As a lost connection does.
-    QProcess::execute(QStringLiteral("kill"), {QStringLiteral("-HUP"), QString::number(process.processId())});
-    process.terminate();
+    interrupter.interrupt(process);
     ASSERT_TRUE(process.waitForFinished(90'000));
     EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
     const Ended run{process.exitCode(), process.readAllStandardOutput().toStdString(), {}};

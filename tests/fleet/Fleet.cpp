@@ -14,6 +14,9 @@ namespace {
 
 constexpr int patienceMs = 100'000;
 
+// With the drive that a test may leave.
+const std::string program = std::filesystem::absolute(TORVANE_FLEET).string();
+
 std::string text(const QJsonValue &value)
 {
     return value.toString().toStdString();
@@ -59,14 +62,16 @@ int Ended::summary(const char *key) const
 Fleet::Fleet(std::string_view toml)
     : simulator(toml),
       state("XDG_STATE_HOME", home.path().string()),
+      localState("LOCALAPPDATA", home.path().string()),
       producers("GENICAM_GENTL64_PATH", std::filesystem::path(Simulator::cti()).parent_path().string())
 {}
 
 void Fleet::start(QProcess &process, const QStringList &arguments, const std::string &input) const
 {
-    process.start(QStringLiteral(TORVANE_FLEET), arguments);
+    process.start(QString::fromStdString(program), arguments);
     process.write(QByteArray::fromStdString(input));
     process.closeWriteChannel();
+    process.setTextModeEnabled(true); // what it prints has the line ends of the system
 }
 
 Ended Fleet::run(const QStringList &arguments, const std::string &input) const
@@ -87,7 +92,7 @@ Ended Fleet::act(QStringList arguments, const std::string &input) const
 
 QString Fleet::file(const char *name, const std::string &text) const
 {
-    const std::string path = home.path() / name;
+    const std::string path = (home.path() / name).string();
     std::ofstream(path, std::ios::binary) << text;
     std::filesystem::permissions(path,
                                  std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);

@@ -71,7 +71,8 @@ public:
 
 private:
     const TemporaryFolder home;
-    const Environment state;
+    const Environment state; // where the journal goes, on either system
+    const Environment localState;
     const Environment producers;
 };
 

@@ -5,6 +5,7 @@
 #include "Audit.h"
 #include "FullDisk.h"
 #include "Records.h"
+#include "System.h"
 
 #include <gmock/gmock.h>
 
@@ -71,7 +72,7 @@ protected:
 TEST_F(JournalTest, TellsWhatAKilledRunHasLeft)
 {
     beginRun("r1");
-    EXPECT_EQ(QFile::permissions(path) & (QFile::ReadGroup | QFile::ReadOther | QFile::WriteGroup), 0);
+    EXPECT_TRUE(testsystem::isPrivate(path.toStdString()));
     const Journal journal(path);
     ASSERT_EQ(journal.unsettled().intents.size(), 1U);
     EXPECT_EQ(journal.unsettled().intents[0].serial, QStringLiteral("A2"));
@@ -173,7 +174,8 @@ TEST_F(JournalTest, NobodyIsToldOfAChangeThatItDoesNotHave)
     records.begin(jobs, {});
     records.willWrite(jobs[0]);
     jobs[0].outcome = Outcome{Result::Done, InForce::New, {}, {}};
-    limitFiles(text().size());
+    if (!limitFiles(text().size()))
+        GTEST_SKIP() << "there is no limit for the files of a process here";
     records.finished(jobs[0]);
     ASSERT_TRUE(jobs[0].outcome->reason);
     EXPECT_EQ(jobs[0].outcome->reason->code, ReasonCode::Journal);

@@ -59,10 +59,14 @@ TEST(ListRun, AProducerThatFailsHidesNoOther)
     EXPECT_THAT(missing.errors, HasSubstr("02:00:00:00:00:ff"));
 
     // One that is named twice has not failed.
-    const std::string folder = std::filesystem::path(Simulator::cti()).parent_path();
-    const std::string link = fleet.simulator.folder() / "link";
-    std::filesystem::create_symlink(folder, link);
-    const Environment twice("GENICAM_GENTL64_PATH", folder + ':' + folder + "/:" + link);
+    const std::string folder = std::filesystem::path(Simulator::cti()).parent_path().string();
+    const char separator = testsystem::listSeparators.front();
+    std::string folders = folder + separator + folder + '/';
+    std::filesystem::current_path(fleet.simulator.folder());
+    for (const std::string &link : testsystem::makeLinks(folder))
+        folders += separator + (fleet.simulator.folder() / link).string();
+    std::filesystem::current_path(fleet.simulator.folder().root_path());
+    const Environment twice("GENICAM_GENTL64_PATH", folders);
     EXPECT_EQ(fleet.run({QStringLiteral("list")}).status, 0);
 
     const Ended doctor = fleet.run({QStringLiteral("doctor"), QStringLiteral("--library"), broken, json});
@@ -73,10 +77,13 @@ TEST(ListRun, AProducerThatFailsHidesNoOther)
 TEST(ListRun, TheDoctorKnowsThePlacesOfTheSearchPath)
 {
     const Fleet fleet(cameras(camera("A1") + camera("A2", "access = \"noaccess\"")));
-    const std::string sim = std::filesystem::path(Simulator::cti()).parent_path();
-    const std::string empty = fleet.simulator.folder();
-    const Environment path("GENICAM_GENTL64_PATH", sim + ":/nowhere:" + empty + ":" + Simulator::cti() +
-                                                       ":\"" + sim + "\":~/cti:" + sim + "," + empty);
+    const std::string sim = std::filesystem::path(Simulator::cti()).parent_path().string();
+    const std::string empty = fleet.simulator.folder().string();
+    std::string entries;
+    for (const std::string &entry : {sim, std::string("/nowhere"), empty, Simulator::cti(), '"' + sim + '"',
+                                     std::string("~/cti"), sim + "," + empty})
+        entries += entry + testsystem::listSeparators.front();
+    const Environment path("GENICAM_GENTL64_PATH", entries);
     const Ended doctor = fleet.run({QStringLiteral("doctor")});
     EXPECT_EQ(doctor.status, 0);
     for (const std::string &line :

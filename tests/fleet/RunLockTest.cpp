@@ -22,7 +22,8 @@ TEST(RunLock, ItsFileIsAnotherRunsOnlyWhereARunHoldsIt)
     const QTemporaryDir folder;
     const QString elsewhere = folder.filePath(QStringLiteral("tmp"));
     ASSERT_TRUE(QDir().mkpath(elsewhere));
-    qputenv("TMPDIR", elsewhere.toUtf8()); // of this test's process alone
+    for (const char *variable : {"TMPDIR", "TMP"}) // of this test's process alone
+        qputenv(variable, elsewhere.toUtf8());
     const QString here = folder.path();
     for (const QByteArray &left : {QByteArray(), QByteArray("left by nobody")}) {
         QFile file(here + QStringLiteral("/torvane.lock"));
@@ -39,9 +40,9 @@ TEST(RunLock, ItsFileIsAnotherRunsOnlyWhereARunHoldsIt)
         EXPECT_TRUE(lock.acquire(0s));
         RunLock second(here);
         EXPECT_FALSE(second.acquire(0s));
-        EXPECT_THAT(second.holder(), HasSubstr(elsewhere.toStdString()));
+        EXPECT_THAT(second.holder(), HasSubstr(QDir::toNativeSeparators(elsewhere).toStdString()));
     }
-    ASSERT_TRUE(QFile::link(QStringLiteral("/nowhere/x"), here + QStringLiteral("/torvane.lock")));
+    ASSERT_TRUE(QDir().mkpath(here + QStringLiteral("/torvane.lock")));
     EXPECT_THROW(RunLock(here).acquire(0s), std::runtime_error) << "it can't be told";
 }
 

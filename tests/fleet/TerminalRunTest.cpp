@@ -1,13 +1,17 @@
 // SPDX-License-Identifier: MIT
 // What torvane asks on a terminal, and how it ends when it is interrupted before anything is written.
 #include "Fleet.h"
+#include "Shell.h"
+#include "Terminal.h"
 
 #include <gmock/gmock.h>
 
+#include <QFile>
 #include <QThread>
 
 namespace {
 
+using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
@@ -28,12 +32,13 @@ TEST(TerminalRun, AsksForSecretsWithoutEchoAndForANewOneTwice)
     const Shown change = fleet.onTerminal(onA1("change"), {{current, "hunter22\n"},
                                                            {next, "first one\n"},
                                                            {again, "another\n"},
-                                                           {next, "new-A1\n"},
-                                                           {again, "new-A1\n"}});
+                                                           {next, "n\u00fc-A1\n"},
+                                                           {again, "n\u00fc-A1\n"}});
     EXPECT_EQ(change.status, 0) << change.text;
     EXPECT_THAT(change.text, HasSubstr("They differ."));
-    EXPECT_EQ(fleet.onTerminal(onA1("verify"), {{current, "new-A1\n"}}).status, 0);
-    for (const char *secret : {"hunter22", "first one", "another", "new-A1"})
+    EXPECT_EQ(fleet.onTerminal(onA1("verify"), {{current, "n\u00fc-A1\n"}}).status, 0);
+    EXPECT_THAT(fleet.simulator.portTraffic(), Contains("write 0x50002000 6e c3 bc 2d 41 31 00 00"));
+    for (const char *secret : {"hunter22", "first one", "another", "n\u00fc-A1"})
         EXPECT_THAT(change.text, Not(HasSubstr(secret)));
     EXPECT_TRUE(change.isEchoOn);
 }
@@ -71,22 +76,34 @@ TEST(TerminalRun, AnInterruptedQuestionEndsTheRunWithEchoOn)
 TEST(TerminalRun, ASignalIsHeededWhileNothingComes)
 {
     const Fleet fleet(cameras(camera("A1")));
-    for (const char *option : {"--passwords=-", "--password-file=-", "--password-command=sleep 30"}) {
+    const QString begun = QString::fromStdString((fleet.simulator.folder() / "begun").string());
+    const QString command = QStringLiteral("--password-command=") +
+                            byShell(QStringLiteral("echo > %1; sleep 30"),
+                                    QStringLiteral("echo > %1 & for /l %i in (1,0,2) do @rem"))
+                                .arg(begun);
+    QStringList waits{command};
+    if (Interrupter::endsReads)
+        waits << QStringLiteral("--passwords=-") << QStringLiteral("--password-file=-");
+    for (const QString &option : waits) {
+        const std::string name = option.toStdString();
+        const Interrupter interrupter;
         QProcess process;
-        process.start(QStringLiteral(TORVANE_FLEET),
-                      onA1("verify") << QString::fromLatin1(option) << QStringLiteral("--json")
-                                     << QStringLiteral("--wait") << QStringLiteral("90"));
+        process.start(QStringLiteral(TORVANE_FLEET), onA1("verify")
+                                                         << option << QStringLiteral("--json")
+                                                         << QStringLiteral("--wait") << QStringLiteral("90"));
         ASSERT_TRUE(process.waitForStarted());
-        QThread::msleep(500);
-        process.terminate();
-        ASSERT_TRUE(process.waitForFinished(90'000)) << option;
+        do
+            QThread::msleep(500);
+        while (option == command && !QFile::exists(begun));
+        interrupter.interrupt(process);
+        ASSERT_TRUE(process.waitForFinished(90'000)) << name;
         const Ended run{process.exitCode(), process.readAllStandardOutput().toStdString(), {}};
-        EXPECT_EQ(run.status, 130) << option;
-        EXPECT_EQ(run.summary("status"), 130) << option;
+        EXPECT_EQ(run.status, 130) << name;
+        EXPECT_EQ(run.summary("status"), 130) << name;
         // The command runs when the cameras are chosen; the files are read before.
-        const bool areChosen = QLatin1String(option).startsWith(QLatin1String("--password-c"));
-        EXPECT_EQ(run.summary("selected"), areChosen ? 1 : 0) << option;
-        EXPECT_EQ(run.summary("failed"), areChosen ? 1 : 0) << option;
+        const int chosen = option == command ? 1 : 0;
+        EXPECT_EQ(run.summary("selected"), chosen) << name;
+        EXPECT_EQ(run.summary("failed"), chosen) << name;
     }
     EXPECT_TRUE(fleet.simulator.calls("GCWritePort").empty());
 }

@@ -4,5 +4,6 @@
 
 #include <cstdint>
 
-/// From now on no file of this process grows beyond \p bytes.
-void limitFiles(std::int64_t bytes);
+/// From now on no file of this process, and of those that it starts, grows beyond \p bytes.
+/// \return false where the system has no such limit
+bool limitFiles(std::int64_t bytes);

@@ -5,11 +5,11 @@
 
 #include <csignal>
 
-void limitFiles(std::int64_t bytes)
+bool limitFiles(std::int64_t bytes)
 {
     std::signal(SIGXFSZ, SIG_IGN); // so that a write fails as on a full disk
     rlimit limit{};
     getrlimit(RLIMIT_FSIZE, &limit);
     limit.rlim_cur = static_cast<rlim_t>(bytes);
-    setrlimit(RLIMIT_FSIZE, &limit);
+    return setrlimit(RLIMIT_FSIZE, &limit) == 0;
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Runs of torvane on a terminal of their own.
 #include "Fleet.h"
+#include "Terminal.h"
 
 #include <pty.h>
 #include <sys/wait.h>
@@ -9,7 +10,18 @@
 
 #include <QThread>
 #include <array>
+#include <csignal>
 #include <cstring>
+
+const bool Interrupter::endsReads = true;
+
+Interrupter::Interrupter() = default;
+
+void Interrupter::interrupt(QProcess &process) const
+{
+    ::kill(static_cast<pid_t>(process.processId()), SIGHUP);
+    process.terminate();
+}
 
 Shown Fleet::onTerminal(const QStringList &arguments, const std::vector<Typed> &dialogue) const
 {

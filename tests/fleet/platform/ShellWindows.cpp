@@ -1,0 +1,7 @@
+// SPDX-License-Identifier: MIT
+#include "Shell.h"
+
+QString byShell(const QString & /*posix*/, const QString &windows)
+{
+    return QStringLiteral("cmd /c \"%1\"").arg(windows);
+}
