@@ -22,13 +22,16 @@ function(torvane_leave_out test reason)
 endfunction()
 
 # torvane_add_qt_test(NAME ROOM room SOURCES file... [LINK target...] [XVFB]): one Qt Test program, run as a whole on the
-# offscreen platform, or under an X server of its own where it needs a window system.
+# offscreen platform, or under an X server of its own where it needs a window system; on Windows on the desktop.
 function(torvane_add_qt_test name)
     cmake_parse_arguments(PARSE_ARGV 1 test "XVFB" "ROOM" "SOURCES;LINK")
     add_executable(${name} ${test_SOURCES})
     torvane_program(${name})
     target_link_libraries(${name} PRIVATE ${test_LINK} Qt5::Test torvane_warnings)
-    if(test_XVFB)
+    if(WIN32)
+        add_test(NAME ${test_ROOM}.${name} COMMAND ${name})
+        set(platform windows)
+    elseif(test_XVFB)
         add_test(NAME ${test_ROOM}.${name}
             COMMAND xvfb-run --auto-servernum "--server-args=-screen 0 1280x800x24" $<TARGET_FILE:${name}>)
         # The drivers of OpenGL, which no window of ours uses, keep what they allocate.

@@ -2,7 +2,8 @@
 // What a user sees of the window on desktops of 96 to 192 dpi, light and dark ones: no text is cut, and each stands
 // out from its background by 4.5 to 1 at least. Colours that style sheets and rows have of their own are not judged.
 //
-// Each desktop is a process of its own on a real X server. The dark one is KDE's as Qt reads it from its files.
+// Each desktop is a process of its own on a real X server, or on Windows. The dark one is KDE's as Qt reads it from its
+// files, or that of a user of Windows who has asked for dark programs.
 #include "Appearance.h"
 #include "WindowList.h"
 
@@ -213,6 +214,8 @@ void LooksTest::desktop()
     environment.insert("XDG_CONFIG_HOME", settings.path());
     environment.insert("QT_QPA_PLATFORMTHEME", look == "dark" ? "kde" : "generic");
     environment.insert("KDE_SESSION_VERSION", "5");
+    if (look == "dark" && QSysInfo::kernelType() == "winnt")
+        environment.insert("QT_QPA_PLATFORM", "windows:darkmode=2");
     QProcess process;
     process.setProcessEnvironment(environment);
     process.setProcessChannelMode(QProcess::MergedChannels);
