@@ -7,10 +7,10 @@ torvane_wine_packages=(wine64 wine xvfb)
 
 # start_wine FOLDER: Wine with its files in FOLDER, on a screen of its own, since a console of Windows is a window, and one
 # process that stays. The first process starts Wine's services, which inherit its streams: were it a test, whoever reads
-# that test's output would wait for them.
+# that test's output would wait for them. What is installed in it stays out of this user's menus.
 start_wine() {
     local display
-    export WINEPREFIX=$1 WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml='
+    export WINEPREFIX=$1 WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml,winemenubuilder.exe='
     unset WAYLAND_DISPLAY
     mkdir -p -- "$WINEPREFIX"
     display=$(mktemp)

@@ -13,10 +13,11 @@ endif()
 install(TARGETS ${programs} RUNTIME DESTINATION . ${layout})
 install(TARGETS torvane_sim LIBRARY DESTINATION simulator ${layout})
 
-# install_text(FILE FOLDER NAME): with the line ends of Windows, and the licence under the name that Explorer opens.
+# install_text(FILE FOLDER NAME): with the line ends of Windows, and links that lead to where things are in this layout.
 function(install_text file folder name)
     file(READ ${file} text)
     string(REPLACE "](LICENSE)" "](LICENSE.txt)" text "${text}")
+    string(REGEX REPLACE "\\]\\(\\.\\./packaging/[a-z]+/" "](../examples/" text "${text}")
     set(made ${CMAKE_CURRENT_BINARY_DIR}/texts/${folder}/${name})
     file(CONFIGURE OUTPUT ${made} CONTENT "${text}" @ONLY NEWLINE_STYLE CRLF)
     set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${file})
@@ -36,6 +37,9 @@ foreach(page IN LISTS pages)
     cmake_path(GET page FILENAME name)
     install_text(${page} docs ${name})
 endforeach()
+# For the PCs with Linux that docs/fleet.md speaks of, and so as they are.
+install(FILES prometheus/torvane.rules.yml systemd/torvane-check.service.in systemd/torvane-check.timer
+    DESTINATION examples ${layout})
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/pictures ${PROJECT_SOURCE_DIR}/docs/schema DESTINATION docs ${layout})
 
 set(CPACK_GENERATOR ZIP)

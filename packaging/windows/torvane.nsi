@@ -156,10 +156,16 @@ SectionEnd
 Section Uninstall
     !insertmacro LookForUse
     !insertmacro ChangePath remove
-    RMDir /r "$SMPROGRAMS\Torvane"
+    Delete "$SMPROGRAMS\Torvane\Torvane.lnk"
+    Delete "$SMPROGRAMS\Torvane\Torvane in the terminal.lnk"
+    Delete "$SMPROGRAMS\Torvane\Torvane for scripts.lnk"
+    RMDir "$SMPROGRAMS\Torvane"
     DeleteRegKey SHCTX "${UNINSTALL_KEY}"
     !insertmacro RemoveFiles
     Delete "$INSTDIR\uninstall.exe"
     SetOutPath $TEMP ; a current folder can't be removed
     RMDir $INSTDIR
+    ${If} $EXEDIR != $INSTDIR ; the copy that runs; NSIS has Windows delete the file with its next start, not the folder
+        RMDir /REBOOTOK $EXEDIR
+    ${EndIf}
 SectionEnd
