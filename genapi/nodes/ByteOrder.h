@@ -2,6 +2,7 @@
 // Numbers of up to 8 bytes between a register's bytes and a machine word.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -20,7 +21,8 @@ inline std::uint64_t wordOf(std::span<const std::uint8_t> bytes, bool isBigEndia
 
 inline void putWord(std::uint64_t word, bool isBigEndian, std::span<std::uint8_t> bytes)
 {
-    for (std::size_t place = 0; place < bytes.size(); ++place)
+    const std::size_t count = std::min(bytes.size(), wordLength); // or GCC 12 sees writes behind them
+    for (std::size_t place = 0; place < count; ++place)
         bytes[isBigEndian ? bytes.size() - 1 - place : place] =
             static_cast<std::uint8_t>(word >> (8 * place));
 }
