@@ -5,8 +5,7 @@
 #
 # Whoever starts the screen owns a folder $scratch for its files, and calls stop_screen in the end.
 
-# start_screen: sets DISPLAY. The font, the style and the place of new windows are the same on every machine.
-start_screen() {
+use_one_font() {
     cat >"$scratch/fonts.conf" <<-EOF
 		<?xml version="1.0"?>
 		<!DOCTYPE fontconfig SYSTEM "fonts.dtd">
@@ -16,7 +15,19 @@ start_screen() {
 		  <match><edit name="family" mode="assign"><string>DejaVu Sans</string></edit></match>
 		</fontconfig>
 	EOF
-    export FONTCONFIG_FILE=$scratch/fonts.conf XDG_CONFIG_HOME=$scratch/config XDG_RUNTIME_DIR=$scratch/runtime
+    export FONTCONFIG_FILE=$scratch/fonts.conf
+}
+
+start_window_manager() {
+    openbox >"$scratch/openbox.log" 2>&1 &
+    screen_processes+=($!)
+    await "the window manager" xdotool get_num_desktops
+}
+
+# start_screen: sets DISPLAY. The font, the style and the place of new windows are the same on every machine.
+start_screen() {
+    use_one_font
+    export XDG_CONFIG_HOME=$scratch/config XDG_RUNTIME_DIR=$scratch/runtime
     # The drivers of OpenGL, which no window of ours uses, keep what they allocate, and the sanitizers tell of it.
     export QT_QPA_PLATFORM=xcb QT_STYLE_OVERRIDE=Fusion QT_XCB_GL_INTEGRATION=none
     unset WAYLAND_DISPLAY QT_QPA_PLATFORMTHEME QT_SCALE_FACTOR QT_AUTO_SCREEN_SCALE_FACTOR QT_FONT_DPI
@@ -28,9 +39,7 @@ start_screen() {
     await "a display" test -s "$scratch/display"
     DISPLAY=:$(<"$scratch/display")
     export DISPLAY
-    openbox >"$scratch/openbox.log" 2>&1 &
-    screen_processes+=($!)
-    await "the window manager" xdotool get_num_desktops
+    start_window_manager
 }
 
 stop_screen() {
@@ -50,8 +59,8 @@ await() {
     done
 }
 
-# The windows of torvane_gui that can be seen, one a line.
-windows() { xdotool search --onlyvisible --class '^torvane_gui$' 2>/dev/null || true; }
+# The windows of torvane_gui that can be seen, one a line; on Wine's screen it has a suffix.
+windows() { xdotool search --onlyvisible --class '^torvane_gui(\.exe)?$' 2>/dev/null || true; }
 
 window_count_is() { [ "$(windows | wc -l)" -eq "$1" ]; }
 
