@@ -30,7 +30,8 @@ function(torvane_add_qt_test name)
     target_link_libraries(${name} PRIVATE ${test_LINK} Qt5::Test torvane_warnings)
     if(WIN32)
         add_test(NAME ${test_ROOM}.${name} COMMAND ${name})
-        set(platform windows)
+        # There Qt Test prints for a debugger, but for the second variable.
+        set(platform "windows;QT_FORCE_STDERR_LOGGING=1")
     elseif(test_XVFB)
         add_test(NAME ${test_ROOM}.${name}
             COMMAND xvfb-run --auto-servernum "--server-args=-screen 0 1280x800x24" $<TARGET_FILE:${name}>)

@@ -8,11 +8,11 @@ torvane_window_packages=("${torvane_screen_packages[@]}" x11-xkb-utils)
 # As Wine names the files of this machine.
 windows_path() { printf 'Z:%s\n' "${1//\//\\}"; }
 
-# start_window_screen FOLDER: Wine with its files in FOLDER, one font, a window manager, a keyboard with umlauts, and a user
-# who has asked for dark programs.
+# start_window_screen FOLDER: Wine with its files in FOLDER, a screen for wide windows of 192 dpi, one font, a window
+# manager, a keyboard with umlauts, and a user who has asked for dark programs.
 start_window_screen() {
     use_one_font
-    start_wine "$1"
+    start_wine "$1" 3840x2160
     start_window_manager
     setxkbmap de
     /usr/lib/wine/wine64 reg add 'HKCU\Software\Microsoft\Windows\CurrentVersion\Themes\Personalize' \

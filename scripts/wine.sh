@@ -5,16 +5,16 @@
 # shellcheck disable=SC2034 # for the scripts that run it
 torvane_wine_packages=(wine64 wine xvfb)
 
-# start_wine FOLDER: Wine with its files in FOLDER, on a screen of its own, since a console of Windows is a window, and one
-# process that stays. The first process starts Wine's services, which inherit its streams: were it a test, whoever reads
-# that test's output would wait for them. What is installed in it stays out of this user's menus.
+# start_wine FOLDER [SIZE]: Wine with its files in FOLDER, on a screen of its own, since a console of Windows is a window,
+# and one process that stays. The first process starts Wine's services, which inherit its streams: were it a test, whoever
+# reads that test's output would wait for them. What is installed in it stays out of this user's menus.
 start_wine() {
     local display
     export WINEPREFIX=$1 WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml,winemenubuilder.exe='
     unset WAYLAND_DISPLAY
     mkdir -p -- "$WINEPREFIX"
     display=$(mktemp)
-    Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp -noreset 3>"$display" >/dev/null 2>&1 &
+    Xvfb -displayfd 3 -screen 0 "${2:-1280x800}x24" -nolisten tcp -noreset 3>"$display" >/dev/null 2>&1 &
     wine_screen=$!
     until [ -s "$display" ]; do sleep 0.05; done
     DISPLAY=:$(<"$display")
