@@ -4,7 +4,8 @@
 # runs programs with them. To be sourced behind lib.sh.
 #
 # The user's system gets no foreign architecture: the sysroot has its own lists of apt and its own database of dpkg, which
-# dpkg-shlibdeps reads too (--admindir). The folder is named after this file: a change makes a new one.
+# dpkg-shlibdeps reads too (--admindir, and -l with lib/ before usr/lib/, as packages name them). The folder is named after
+# this file: a change makes a new one.
 
 # The compiler, the emulator, and Qt's tools, which run here and write for any machine.
 # shellcheck disable=SC2034 # for the scripts that build
@@ -98,7 +99,8 @@ arm64_add_packages() { # arm64_add_packages PACKAGE...
     rm -- "$archives"/*.deb "$archives"/*.status
 }
 
-# arm64_unpack FILE: unpacks a package without what is for people, and enters it into dpkg's database. No script of it runs.
+# arm64_unpack FILE: unpacks a package without what is for people, and enters it into dpkg's database with the places that
+# its files have here. No script of it runs.
 arm64_unpack() {
     local name kind info=$sysroot/var/lib/dpkg/info part
     name=$(dpkg-deb --field "$1" Package)
@@ -108,7 +110,7 @@ arm64_unpack() {
         tar --extract --verbose --keep-directory-symlink --no-same-owner --directory="$sysroot" \
             --exclude=./usr/lib/qt5/bin --exclude='./usr/share/doc/*' --exclude='./usr/share/locale/*' \
             --exclude='./usr/share/man/*' |
-        sed -e 's|^\.||' -e 's|/$||' -e 's|^$|/.|' >"$info/$name.list"
+        sed -e "s|^\.|$sysroot|" -e 's|/$||' >"$info/$name.list"
     mkdir -- "$1.control"
     dpkg-deb --control "$1" "$1.control"
     for part in symbols shlibs md5sums; do
