@@ -2,6 +2,7 @@
 # torvane_add_test(NAME ROOM room SOURCES file... [LINK target...]): one GoogleTest program over one room. Each case
 # runs in a process of its own, so that loaded producers and thread-local state never reach the next one.
 include(GoogleTest)
+include(TorvaneStarted)
 
 function(torvane_add_test name)
     cmake_parse_arguments(PARSE_ARGV 1 test "" "ROOM" "SOURCES;LINK")
@@ -33,8 +34,8 @@ function(torvane_add_qt_test name)
         # There Qt Test prints for a debugger, but for the second variable.
         set(platform "windows;QT_FORCE_STDERR_LOGGING=1")
     elseif(test_XVFB)
-        add_test(NAME ${test_ROOM}.${name}
-            COMMAND xvfb-run --auto-servernum "--server-args=-screen 0 1280x800x24" $<TARGET_FILE:${name}>)
+        add_test(NAME ${test_ROOM}.${name} COMMAND xvfb-run --auto-servernum "--server-args=-screen 0 1280x800x24"
+            ${CMAKE_CROSSCOMPILING_EMULATOR} $<TARGET_FILE:${name}>)
         # The drivers of OpenGL, which no window of ours uses, keep what they allocate.
         set(platform "xcb;QT_XCB_GL_INTEGRATION=none")
     else()

@@ -219,7 +219,7 @@ void LooksTest::desktop()
     QProcess process;
     process.setProcessEnvironment(environment);
     process.setProcessChannelMode(QProcess::MergedChannels);
-    process.start(QCoreApplication::applicationFilePath(), QStringList());
+    process.start(LOOKS_TEST, QStringList());
     QVERIFY(process.waitForFinished(120000));
     QVERIFY2(process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0, process.readAll());
 }

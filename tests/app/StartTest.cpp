@@ -28,7 +28,7 @@ private:
     }
 
     const bool isWindows = QSysInfo::kernelType() == "winnt";
-    const QString path = QCoreApplication::applicationDirPath() + "/torvane_gui_watched";
+    const QString path = TORVANE_GUI_WATCHED;
     QProcess program; // its standard input stays open and silent, as a terminal does
 };
 
