@@ -97,11 +97,18 @@ ensure_ansible_packages() {
 
 # build PRESET [OPTION...]: configures with the options and builds. The folder is build/PRESET.
 build() {
-    local preset=$1 messages
+    configure_preset "$@"
+    build_targets "$1"
+}
+
+configure_preset() { # configure_preset PRESET [OPTION...]
+    local messages
+    messages=$(cd -- "$torvane_root" && cmake --preset "$@" 2>&1 </dev/null) || { say "$messages"; return 1; }
+}
+
+build_targets() { # build_targets PRESET [TARGET...]: all, unless some are named
+    local preset=$1
     shift
-    (
-        cd -- "$torvane_root" || exit
-        messages=$(cmake --preset "$preset" "$@" 2>&1) || { say "$messages"; exit 1; }
-        cmake --build --preset "$preset"
-    ) </dev/null >&2
+    [ $# -eq 0 ] || set -- --target "$@"
+    (cd -- "$torvane_root" && cmake --build --preset "$preset" "$@") </dev/null >&2
 }
