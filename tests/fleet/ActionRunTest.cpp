@@ -17,11 +17,11 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 
-const QString all = QStringLiteral("--all");
-const QString verify = QStringLiteral("verify");
-const QString passwordFile = QStringLiteral("--password-file");
-const QString passwords = QStringLiteral("--passwords");
-const QString serial = QStringLiteral("--serial");
+const QString all = "--all";
+const QString verify = "verify";
+const QString passwordFile = "--password-file";
+const QString passwords = "--passwords";
+const QString serial = "--serial";
 
 std::string mixed()
 {
@@ -41,9 +41,9 @@ TEST(ActionRun, VerifyProvesAndLeavesTheLockAsItWas)
     EXPECT_EQ(run.summary("failed"), 4);
     EXPECT_EQ(fleet.opens("A1", "3"), 1);
     EXPECT_EQ(fleet.opens("A1", "2"), 0);
-    EXPECT_EQ(run.lines()[0].value(QStringLiteral("lock")).toString(), QStringLiteral("locked"));
-    EXPECT_EQ(run.lines()[0].value(QStringLiteral("password")).toString(), QStringLiteral("user"));
-    EXPECT_TRUE(run.lines()[0].value(QStringLiteral("mac")).isString());
+    EXPECT_EQ(run.lines()[0].value("lock").toString(), "locked");
+    EXPECT_EQ(run.lines()[0].value("password").toString(), "user");
+    EXPECT_TRUE(run.lines()[0].value("mac").isString());
     EXPECT_THAT(run.output + run.errors + fleet.journal(), Not(HasSubstr("hunter22")));
     EXPECT_EQ(fleet.states()[0], "A1 locked user");
     EXPECT_EQ(fleet.states()[2], "A3 unlocked user");
@@ -62,36 +62,29 @@ TEST(ActionRun, StatusesOfRunsThatDidNothing)
         int status;
         std::vector<std::string> outcomes;
     };
-    for (const Row &row :
-         {Row{{verify, serial, QStringLiteral("A[12]"), passwordFile, wrong}, 4, {}},
-          {{verify, serial, QStringLiteral("A1"), serial, QStringLiteral("A2"), passwordFile, wrong},
-           7,
-           {"A1 failed wrong_password", "A2 failed wrong_password"}},
-          {{verify, serial, QStringLiteral("A1"), passwordFile, fleet.file("long", std::string(65, 'x'))},
-           2,
-           {"A1 refused rule"}},
-          {{verify, serial, QStringLiteral("A5"), passwordFile, wrong}, 5, {"A5 failed held"}},
-          {{QStringLiteral("lock"), serial, QStringLiteral("A4")}, 1, {"A4 failed no_lock"}},
-          {{QStringLiteral("lock"), serial, QStringLiteral("A1")}, 0, {"A1 unchanged"}},
-          {{QStringLiteral("lock")}, 2, {}},
-          {{QStringLiteral("lock"), all, QStringLiteral("--nonsense")}, 2, {}},
-          {{QStringLiteral("lock"), all, QStringLiteral("--audit"), QStringLiteral("/nowhere/audit")}, 2, {}},
-          {{QStringLiteral("lock"), all, QStringLiteral("--audit"), QString::fromStdString(irregular[0])},
-           2,
-           {}},
-          {{QStringLiteral("change"), QStringLiteral("--factory"),
-            QStringLiteral("--on-changed=/no/program")},
-           2,
-           {}},
-          {{verify, all, QStringLiteral("--password-command"), QStringLiteral(" ")}, 2, {}},
-          {{QStringLiteral("lock"), all, QStringLiteral("--audit"), QStringLiteral("/dev/full")}, 2, {}},
-          {{QStringLiteral("lock"), all, QStringLiteral("--library"), wrong}, 1, {}},
-          {{verify, serial, QStringLiteral("A1")}, 2, {"A1 refused no_secret"}},
-          {{verify, all, passwordFile, QStringLiteral("-"), passwords, QStringLiteral("-")}, 2, {}},
-          {{QStringLiteral("reset"), serial, QStringLiteral("A1"), serial, QStringLiteral("A2"),
-            QStringLiteral("--audit"), audit},
-           2,
-           {"A1 refused rule", "A2 refused rule"}}}) {
+    for (const Row &row : {Row{{verify, serial, "A[12]", passwordFile, wrong}, 4, {}},
+                           {{verify, serial, "A1", serial, "A2", passwordFile, wrong},
+                            7,
+                            {"A1 failed wrong_password", "A2 failed wrong_password"}},
+                           {{verify, serial, "A1", passwordFile, fleet.file("long", std::string(65, 'x'))},
+                            2,
+                            {"A1 refused rule"}},
+                           {{verify, serial, "A5", passwordFile, wrong}, 5, {"A5 failed held"}},
+                           {{"lock", serial, "A4"}, 1, {"A4 failed no_lock"}},
+                           {{"lock", serial, "A1"}, 0, {"A1 unchanged"}},
+                           {{"lock"}, 2, {}},
+                           {{"lock", all, "--nonsense"}, 2, {}},
+                           {{"lock", all, "--audit", "/nowhere/audit"}, 2, {}},
+                           {{"lock", all, "--audit", QString::fromStdString(irregular[0])}, 2, {}},
+                           {{"change", "--factory", "--on-changed=/no/program"}, 2, {}},
+                           {{verify, all, "--password-command", " "}, 2, {}},
+                           {{"lock", all, "--audit", "/dev/full"}, 2, {}},
+                           {{"lock", all, "--library", wrong}, 1, {}},
+                           {{verify, serial, "A1"}, 2, {"A1 refused no_secret"}},
+                           {{verify, all, passwordFile, "-", passwords, "-"}, 2, {}},
+                           {{"reset", serial, "A1", serial, "A2", "--audit", audit},
+                            2,
+                            {"A1 refused rule", "A2 refused rule"}}}) {
         const Ended run = fleet.act(row.arguments);
         EXPECT_EQ(run.status, row.status) << row.arguments.join(' ').toStdString() << run.errors;
         EXPECT_EQ(run.summary("status"), row.status) << row.arguments.join(' ').toStdString();
@@ -108,7 +101,7 @@ TEST(ActionRun, WhatNeedsNoSecretNeedsNoLine)
     const Fleet fleet(
         cameras(camera("A1") + camera("A3", "lock = \"unlocked\"") + camera("A4", "lock = \"none\"")));
     const QString file = fleet.file("p", R"({"serial": "A1", "current": "hunter22"})");
-    EXPECT_THAT(fleet.act({QStringLiteral("unlock"), all, passwords, file}).outcomes(),
+    EXPECT_THAT(fleet.act({"unlock", all, passwords, file}).outcomes(),
                 ElementsAre("A1 done", "A3 unchanged", "A4 skipped no_lock"));
     EXPECT_EQ(fleet.opens("A1", "2"), 0);
     EXPECT_EQ(fleet.opens("A4", "2"), 1);
@@ -124,7 +117,7 @@ TEST(ActionRun, AFullDiskLosesNoLineInSilence)
     std::filesystem::resize_file(audit.toStdString(), limit);
     if (!limitFiles(limit))
         GTEST_SKIP() << "there is no limit for the files of a process here";
-    const Ended run = fleet.act({QStringLiteral("lock"), all, QStringLiteral("--audit"), audit});
+    const Ended run = fleet.act({"lock", all, "--audit", audit});
     EXPECT_EQ(run.status, 3);
     EXPECT_EQ(run.summary("status"), 3);
     EXPECT_THAT(run.errors, HasSubstr(R"("serial":"A1")"));
@@ -149,14 +142,10 @@ TEST(ActionRun, ALockIsOpenedAndClosedWithProof)
 {
     const Fleet fleet(mixed());
     const QString file = fleet.file("p", R"({"serial": "A1", "current": "hunter22"})");
-    EXPECT_THAT(
-        fleet
-            .act({QStringLiteral("unlock"), QStringLiteral("--from"), QStringLiteral("-"), passwords, file},
-                 "\xef\xbb\xbf\n A1\t\r\n")
-            .outcomes(),
-        ElementsAre("A1 done"));
+    EXPECT_THAT(fleet.act({"unlock", "--from", "-", passwords, file}, "\xef\xbb\xbf\n A1\t\r\n").outcomes(),
+                ElementsAre("A1 done"));
     EXPECT_EQ(fleet.states()[0], "A1 unlocked user");
-    const Ended again = fleet.act({QStringLiteral("lock"), QStringLiteral("--unlocked")});
+    const Ended again = fleet.act({"lock", "--unlocked"});
     EXPECT_THAT(again.outcomes(), ElementsAre("A1 done", "A3 done"));
     EXPECT_EQ(fleet.states()[0], "A1 locked user");
 }
@@ -175,8 +164,7 @@ TEST(ActionRun, RelockProvesThePasswordOfAnUnlockedCamera)
 {
     const Fleet fleet(cameras(camera("A1", "lock = \"unlocked\"") +
                               camera("A2", "lock = \"unlocked\"\npassword = \"other\"")));
-    const Ended run =
-        fleet.act({verify, all, QStringLiteral("--relock"), passwordFile, fleet.file("p", "hunter22")});
+    const Ended run = fleet.act({verify, all, "--relock", passwordFile, fleet.file("p", "hunter22")});
     EXPECT_THAT(run.outcomes(), ElementsAre("A1 done", "A2 failed wrong_password"));
     EXPECT_THAT(fleet.states(), ElementsAre("A1 unlocked user", "A2 locked user"));
 }
@@ -186,10 +174,10 @@ TEST(ActionRun, AResetCameraComesBackOnItsFactoryPassword)
     // What a look has chosen is not opened a third time to see that.
     for (const auto &[option, password] : {std::pair{"--serial A1", "factory"}, {"--unlocked", "unknown"}}) {
         const Fleet fleet(cameras(camera("A1", "reboot_ms = 300\nlock = \"unlocked\"") + camera("A2")));
-        const Ended run = fleet.act(QStringList{QStringLiteral("reset"), QStringLiteral("--yes")} +
-                                    QString::fromLatin1(option).split(QLatin1Char(' ')));
+        const Ended run =
+            fleet.act(QStringList{"reset", "--yes"} + QString::fromLatin1(option).split(QLatin1Char(' ')));
         EXPECT_THAT(run.outcomes(), ElementsAre("A1 done")) << option;
-        EXPECT_EQ(run.lines()[0].value(QStringLiteral("password")).toString().toStdString(), password);
+        EXPECT_EQ(run.lines()[0].value("password").toString().toStdString(), password);
         EXPECT_EQ(fleet.opens("A1", "2") + fleet.opens("A1", "3"), 2) << option;
         EXPECT_EQ(fleet.opens("A2", "3"), 0);
         EXPECT_THAT(fleet.states(), ElementsAre("A1 locked factory", "A2 locked user"));
@@ -200,8 +188,7 @@ TEST(ActionRun, ADryRunOpensNothingForWritingAndLeavesNothing)
 {
     const Fleet fleet(mixed());
     const QString audit = fleet.file("audit", "");
-    const Ended run =
-        fleet.act({QStringLiteral("lock"), all, QStringLiteral("-n"), QStringLiteral("--audit"), audit});
+    const Ended run = fleet.act({"lock", all, "-n", "--audit", audit});
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.summary("done"), 6);
     EXPECT_EQ(run.outcomes()[0], "A1 would");
@@ -214,13 +201,12 @@ TEST(ActionRun, OneRunAtATimeWrites)
 {
     const Fleet fleet("[producer]\nlatency_ms = 100\n" + cameras(camera("A1") + camera("A2") + camera("A3")));
     QProcess first;
-    fleet.start(first, {QStringLiteral("lock"), all, QStringLiteral("--json"), QStringLiteral("--wait"),
-                        QStringLiteral("90")});
+    fleet.start(first, {"lock", all, "--json", "--wait", "90"});
     ASSERT_TRUE(first.waitForReadyRead(60'000));
-    const Ended second = fleet.run({QStringLiteral("lock"), all, QStringLiteral("--json")});
+    const Ended second = fleet.run({"lock", all, "--json"});
     EXPECT_EQ(second.status, 6);
     EXPECT_EQ(second.summary("status"), 6);
-    EXPECT_EQ(fleet.run({QStringLiteral("list"), QStringLiteral("--quick")}).status, 0);
+    EXPECT_EQ(fleet.run({"list", "--quick"}).status, 0);
     first.waitForFinished(60'000);
     EXPECT_EQ(first.exitCode(), 0);
 }
@@ -230,8 +216,7 @@ TEST(ActionRun, NoCameraChoosesWhoseSecretItIsSentOrWhatIsRun)
     const Fleet fleet(cameras(camera("--help", "id = \"1\"") + camera("../x", "id = \"2\"") +
                               camera("$(touch x)", "id = \"3\"") +
                               camera(std::string(255, 'x'), "id = \"4\"") + camera("B1")));
-    const Ended run =
-        fleet.act({verify, all, QStringLiteral("--password-command"), echo(QStringLiteral("{serial}"))});
+    const Ended run = fleet.act({verify, all, "--password-command", echo("{serial}")});
     EXPECT_EQ(run.status, 2);
     EXPECT_THAT(run.outcomes(), ElementsAre("$(touch x) refused no_secret", "--help refused no_secret",
                                             "../x refused no_secret", "B1 skipped not_reached",
@@ -243,33 +228,30 @@ TEST(ActionRun, TwoCamerasOfOneSerialNumberAreToldApartByTheirIdentifiers)
 {
     const Fleet fleet(cameras(camera("A1") + camera("A1", "id = \"twin\"", "02:00:00:00:00:99")));
     const QString secrets = fleet.file("p", R"({"serial": "A1", "current": "hunter22"})");
-    for (const QStringList &chosen :
-         {QStringList{serial, QStringLiteral("A1")}, {QStringLiteral("--id"), QStringLiteral("twin")}}) {
+    for (const QStringList &chosen : {QStringList{serial, "A1"}, {"--id", "twin"}}) {
         const Ended run = fleet.act(QStringList{verify} + chosen + QStringList{passwords, secrets});
         EXPECT_EQ(run.status, 2);
         EXPECT_THAT(run.output, HasSubstr("A1 (SimCam), twin (SimCam)"));
     }
     const QString old = fleet.file("old", "hunter22");
-    const QStringList change{QStringLiteral("change"),
-                             QStringLiteral("--id"),
-                             QStringLiteral("twin"),
+    const QStringList change{"change",
+                             "--id",
+                             "twin",
                              passwordFile,
                              old,
-                             QStringLiteral("--new-password-file"),
+                             "--new-password-file",
                              fleet.file("new", "new-twin"),
-                             QStringLiteral("--on-changed")};
-    EXPECT_THAT(fleet.act(change + QStringList{echo(QStringLiteral("{serial}"))}).outcomes(),
+                             "--on-changed"};
+    EXPECT_THAT(fleet.act(change + QStringList{echo("{serial}")}).outcomes(),
                 ElementsAre("A1 refused shared_serial old"));
     EXPECT_TRUE(fleet.simulator.calls("GCWritePort").empty());
     const QString told = fleet.file("told", "");
-    const QString hook = byShell(QStringLiteral("cat > %1"), QStringLiteral("more > %1")).arg(told);
+    const QString hook = byShell("cat > %1", "more > %1").arg(told);
     EXPECT_THAT(fleet.act(change + QStringList{hook}).outcomes(), ElementsAre("A1 done new"));
     QFile file(told);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_TRUE(file.readAll().contains("02:00:00:00:00:99"));
-    EXPECT_THAT(fleet
-                    .act({verify, serial, QStringLiteral("A1"), QStringLiteral("--id"),
-                          QStringLiteral("twin"), passwordFile, fleet.file("q", "new-twin")})
+    EXPECT_THAT(fleet.act({verify, serial, "A1", "--id", "twin", passwordFile, fleet.file("q", "new-twin")})
                     .outcomes(),
                 ElementsAre("A1 done"));
     EXPECT_EQ(fleet.opens("A1", "3"), 0);
@@ -281,7 +263,7 @@ TEST(ActionRun, ATwinThatWasHeldStandsForNoOther)
                       cameras(camera("A1", "lock = \"unlocked\"")) +
                       cameras(camera("A1", "id = \"twin\"\nlock = \"unlocked\"", "02:00:00:00:00:99"), "")
                           .replace(0, 24, "[[interface]]\nid = \"eth1\""));
-    const QStringList lock{QStringLiteral("lock"), all};
+    const QStringList lock{"lock", all};
     const Ended run = fleet.act(lock);
     EXPECT_THAT(run.outcomes(), ElementsAre("A1 failed shared_serial"));
     EXPECT_NE(run.status, 0);
@@ -294,7 +276,7 @@ TEST(ActionRun, ACameraThatAnswersZeroGetsNoSecret)
     const QString file = fleet.file("p", "hunter22");
     EXPECT_THAT(fleet.act({verify, all, passwordFile, file}).outcomes(),
                 ElementsAre("A1 not_proved unlocked"));
-    EXPECT_THAT(fleet.act({verify, all, QStringLiteral("--relock"), passwordFile, file}).outcomes(),
+    EXPECT_THAT(fleet.act({verify, all, "--relock", passwordFile, file}).outcomes(),
                 ElementsAre("A1 failed write_failed"));
     for (const std::string &line : fleet.simulator.portTraffic())
         EXPECT_THAT(line, Not(HasSubstr("write 0x5000204")));

@@ -18,9 +18,9 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
 
-const QString all = QStringLiteral("--all");
-const QString change = QStringLiteral("change");
-const QString passwords = QStringLiteral("--passwords");
+const QString all = "--all";
+const QString change = "change";
+const QString passwords = "--passwords";
 
 /// A line of a passwords file for each of \p serials.
 std::string lines(std::initializer_list<const char *> serials, const std::string &current = "hunter22")
@@ -50,9 +50,8 @@ TEST(ChangeRun, ChangesWhatCanBeChangedAndTellsWhatIsInForce)
     const QString file =
         fleet.file("p", lines({"A1", "A3", "A4", "A5"}) + R"({"serial": "A2", "new": "new-A2"})");
     const QString audit = fleet.file("audit", "");
-    const Ended run =
-        fleet.act({change, all, passwords, QStringLiteral("-"), QStringLiteral("--audit"), audit},
-                  lines({"A1", "A3", "A4", "A5"}) + R"({"serial": "A2", "new": "new-A2"})");
+    const Ended run = fleet.act({change, all, passwords, "-", "--audit", audit},
+                                lines({"A1", "A3", "A4", "A5"}) + R"({"serial": "A2", "new": "new-A2"})");
     EXPECT_THAT(run.outcomes(),
                 ElementsAre("A1 done new", "A2 done new", "A3 unchanged new",
                             "A4 failed wrong_password unknown", "A5 failed held old", "A6 skipped no_lock"));
@@ -72,9 +71,8 @@ TEST(ChangeRun, ChangesWhatCanBeChangedAndTellsWhatIsInForce)
     fleet.simulator.clearLog();
     EXPECT_EQ(fleet.states()[0], "A1 locked user");
     EXPECT_EQ(fleet.states()[1], "A2 locked user");
-    EXPECT_THAT(
-        fleet.act({change, QStringLiteral("--serial"), QStringLiteral("A1"), passwords, file}).outcomes(),
-        ElementsAre("A1 unchanged new"));
+    EXPECT_THAT(fleet.act({change, "--serial", "A1", passwords, file}).outcomes(),
+                ElementsAre("A1 unchanged new"));
 }
 
 TEST(ChangeRun, TheFactorysPasswordIsSentToNoOtherCamera)
@@ -85,8 +83,7 @@ TEST(ChangeRun, TheFactorysPasswordIsSentToNoOtherCamera)
     EXPECT_THAT(fleet.act({change, all, passwords, file}).outcomes(),
                 ElementsAre("A1 refused no_secret old", "A2 skipped not_reached old"));
     EXPECT_TRUE(fleet.simulator.calls("GCWritePort").empty());
-    EXPECT_THAT(fleet.act({change, QStringLiteral("--factory"), passwords, file}).outcomes(),
-                ElementsAre("A2 done new"));
+    EXPECT_THAT(fleet.act({change, "--factory", passwords, file}).outcomes(), ElementsAre("A2 done new"));
 }
 
 TEST(ChangeRun, ACameraThatLeftTheFactorysPasswordIsNotSentIt)
@@ -98,10 +95,9 @@ TEST(ChangeRun, ACameraThatLeftTheFactorysPasswordIsNotSentIt)
     std::filesystem::rename(state, state + ".later");
     fleet.simulator.clearLog();
     // Somebody else changes it behind the look.
-    const QString command = byShell(QStringLiteral("cp %1.later %1; echo new-A1"),
-                                    QStringLiteral("copy /y %1.later %1 >nul & echo new-A1"))
+    const QString command = byShell("cp %1.later %1; echo new-A1", "copy /y %1.later %1 >nul & echo new-A1")
                                 .arg(QString::fromStdString(state));
-    EXPECT_THAT(fleet.act({change, all, QStringLiteral("--new-password-command"), command}).outcomes(),
+    EXPECT_THAT(fleet.act({change, all, "--new-password-command", command}).outcomes(),
                 ElementsAre("A1 failed no_secret old"));
     EXPECT_TRUE(fleet.simulator.calls("GCWritePort").empty());
 }
@@ -110,7 +106,7 @@ TEST(ChangeRun, RefusalsAreToldTogetherBeforeAnythingIsWritten)
 {
     const Fleet fleet(cameras(camera("A1") + camera("A2", "lock = \"unlocked\"") + camera("A3") +
                               camera("A4") + camera("A5")));
-    const Ended run = fleet.act({change, all, passwords, QStringLiteral("-")},
+    const Ended run = fleet.act({change, all, passwords, "-"},
                                 "{\"serial\": \"A1\", \"current\": \"hunter22\", \"new\": \"hunter22\"}\n"
                                 "{\"serial\": \"A3\", \"current\": \"hunter22\", \"new\": \"same\"}\n"
                                 "{\"serial\": \"A4\", \"current\": \"hunter22\", \"new\": \"same\"}\n" +
@@ -128,7 +124,7 @@ TEST(ChangeRun, AWriteThatDoesNotArriveLeavesTheOldOneProved)
 {
     Fleet fleet(cameras(camera("A1")));
     fleet.simulator.failNth("GCWritePort", -1011, 1, 0, "address = 0x50002000\n");
-    const Ended run = fleet.act({change, all, passwords, QStringLiteral("-")}, lines({"A1"}));
+    const Ended run = fleet.act({change, all, passwords, "-"}, lines({"A1"}));
     EXPECT_THAT(run.outcomes(), ElementsAre("A1 failed write_failed old"));
     EXPECT_EQ(fleet.states()[0], "A1 locked user");
 }
@@ -136,10 +132,8 @@ TEST(ChangeRun, AWriteThatDoesNotArriveLeavesTheOldOneProved)
 TEST(ChangeRun, RelockChangesAnUnlockedCameraAndLeavesItUnlocked)
 {
     const Fleet fleet(cameras(camera("A1", "lock = \"unlocked\"")));
-    EXPECT_THAT(
-        fleet.act({change, all, QStringLiteral("--relock"), passwords, QStringLiteral("-")}, lines({"A1"}))
-            .outcomes(),
-        ElementsAre("A1 done new"));
+    EXPECT_THAT(fleet.act({change, all, "--relock", passwords, "-"}, lines({"A1"})).outcomes(),
+                ElementsAre("A1 done new"));
     EXPECT_EQ(fleet.states()[0], "A1 unlocked user");
 }
 
@@ -147,12 +141,10 @@ TEST(ChangeRun, CommandsGiveTheSecretsAndLearnOfTheChange)
 {
     const Fleet fleet(cameras(camera("A1") + camera("A2")));
     const QString told = fleet.file("told", "");
-    const QString hook = byShell(QStringLiteral("cat >> %1; test {serial} = A1"),
-                                 QStringLiteral("more >> %1 & if not {serial}==A1 exit 1"))
-                             .arg(told);
-    const Ended run = fleet.act({change, all, QStringLiteral("--password-command"),
-                                 echo(QStringLiteral("hunter22")), QStringLiteral("--new-password-command"),
-                                 echo(QStringLiteral("new-{serial}")), QStringLiteral("--on-changed"), hook});
+    const QString hook =
+        byShell("cat >> %1; test {serial} = A1", "more >> %1 & if not {serial}==A1 exit 1").arg(told);
+    const Ended run = fleet.act({change, all, "--password-command", echo("hunter22"),
+                                 "--new-password-command", echo("new-{serial}"), "--on-changed", hook});
     EXPECT_THAT(run.outcomes(), ElementsAre("A1 done new", "A2 done vault new"));
     EXPECT_EQ(run.status, 3);
     QFile file(told);
@@ -172,14 +164,14 @@ TEST(ChangeRun, AKilledRunIsSettledByResume)
         Fleet fleet("[producer]\nlatency_ms = 60\n" + floor);
         const QString file = fleet.file("p", lines({"A1", "A3"}) + R"({"serial": "A2", "new": "new-A2"})");
         QProcess killed;
-        fleet.start(killed, {change, all, QStringLiteral("--wait"), QStringLiteral("90"), passwords, file});
+        fleet.start(killed, {change, all, "--wait", "90", passwords, file});
         waitForJournal(fleet, R"("event":"outcome")");
         QThread::msleep(static_cast<unsigned long>(delayMs));
         killed.kill();
         killed.waitForFinished();
         fleet.simulator.configure(floor);
 
-        const Ended resumed = fleet.act({change, QStringLiteral("--resume"), passwords, file});
+        const Ended resumed = fleet.act({change, "--resume", passwords, file});
         EXPECT_EQ(resumed.status, 0) << resumed.output << resumed.errors;
         for (const std::string &one : resumed.outcomes())
             EXPECT_THAT(one, HasSubstr(" new"));
@@ -195,22 +187,22 @@ TEST(ChangeRun, AnUnsettledIntentRefusesAPlainChange)
     Fleet fleet("[producer]\nlatency_ms = 60\n" + cameras(camera("A1", "password = \"lost\"")));
     const QString file = fleet.file("p", lines({"A1"}));
     QProcess killed;
-    fleet.start(killed, {change, all, QStringLiteral("--wait"), QStringLiteral("90"), passwords, file});
+    fleet.start(killed, {change, all, "--wait", "90", passwords, file});
     waitForJournal(fleet, R"("event":"intent")");
     killed.kill();
     killed.waitForFinished();
     // Nobody has its old password, and the new one was not set: what became of it is still not known.
     const QString noOld = fleet.file("n", R"({"serial": "A1", "new": "new-A1"})");
-    EXPECT_THAT(fleet.act({change, QStringLiteral("--resume"), passwords, noOld}).outcomes(),
+    EXPECT_THAT(fleet.act({change, "--resume", passwords, noOld}).outcomes(),
                 ElementsAre("A1 failed no_secret unknown"));
     const Ended plain = fleet.act({change, all, passwords, file});
     EXPECT_EQ(plain.status, 2);
     EXPECT_THAT(plain.output, HasSubstr("Run change --resume first."));
     fleet.simulator.configure(cameras(camera("B1")));
-    const Ended gone = fleet.act({change, QStringLiteral("--resume"), passwords, file});
+    const Ended gone = fleet.act({change, "--resume", passwords, file});
     EXPECT_THAT(gone.outcomes(), ElementsAre("A1 failed vanished unknown"));
-    EXPECT_TRUE(gone.lines()[0][QStringLiteral("producer")].isNull());
-    EXPECT_TRUE(gone.lines()[0][QStringLiteral("mac")].isString());
+    EXPECT_TRUE(gone.lines()[0]["producer"].isNull());
+    EXPECT_TRUE(gone.lines()[0]["mac"].isString());
 }
 
 TEST(ChangeRun, ATerminatedRunFinishesTheCameraInHandAndNoOther)
@@ -219,8 +211,7 @@ TEST(ChangeRun, ATerminatedRunFinishesTheCameraInHandAndNoOther)
     const QString file = fleet.file("p", lines({"A1", "A2", "A3"}));
     const Interrupter interrupter;
     QProcess process;
-    fleet.start(process, {change, all, QStringLiteral("--json"), QStringLiteral("--wait"),
-                          QStringLiteral("90"), passwords, file});
+    fleet.start(process, {change, all, "--json", "--wait", "90", passwords, file});
     waitForJournal(fleet, R"("event":"intent")");
     interrupter.interrupt(process);
     ASSERT_TRUE(process.waitForFinished(90'000));
@@ -230,7 +221,7 @@ TEST(ChangeRun, ATerminatedRunFinishesTheCameraInHandAndNoOther)
     EXPECT_THAT(run.outcomes(),
                 ElementsAre("A1 done new", "A2 failed not_reached old", "A3 failed not_reached old"));
     EXPECT_THAT(fleet.states(), ElementsAre("A1 locked user", "A2 locked user", "A3 locked user"));
-    EXPECT_THAT(fleet.act({change, QStringLiteral("--resume"), passwords, file}).outcomes(),
+    EXPECT_THAT(fleet.act({change, "--resume", passwords, file}).outcomes(),
                 ElementsAre("A2 done new", "A3 done new"));
 }
 
@@ -245,14 +236,14 @@ TEST(ChangeRun, AHeldCameraIsJudgedOnceMoreWhenItIsFree)
     Fleet fleet("[producer]\nlatency_ms = 60\n" + cameras(camera("A1", "id = \"old\"")));
     const QString file = fleet.file("p", lines({"A1", "B1"}));
     QProcess killed;
-    fleet.start(killed, {change, all, QStringLiteral("--wait"), QStringLiteral("90"), passwords, file});
+    fleet.start(killed, {change, all, "--wait", "90", passwords, file});
     waitForJournal(fleet, R"("event":"intent")");
     killed.kill();
     killed.waitForFinished();
     fleet.simulator.clearLog();
     // Another camera in the place of the one that was begun.
     fleet.simulator.configure(heldAtLook("A1") + cameras(camera("A1", "", "02:00:00:00:00:99")));
-    EXPECT_THAT(fleet.act({change, QStringLiteral("--resume"), passwords, file}).outcomes(),
+    EXPECT_THAT(fleet.act({change, "--resume", passwords, file}).outcomes(),
                 ElementsAre("A1 failed vanished unknown"));
     // The one that was begun, by another serial number: its MAC address alone tells.
     const std::string mac = fleet.journal().substr(fleet.journal().find("02:00:"), 17);
@@ -262,8 +253,8 @@ TEST(ChangeRun, AHeldCameraIsJudgedOnceMoreWhenItIsFree)
     // One on the factory's password gets that, whatever there is for all.
     fleet.simulator.configure(heldAtLook("C1") + cameras(camera("C1", "lock = \"default\"")));
     EXPECT_THAT(fleet
-                    .act({change, all, QStringLiteral("--password-file"), fleet.file("o", "hunter22"),
-                          QStringLiteral("--new-password-file"), fleet.file("n", "new-C1")})
+                    .act({change, all, "--password-file", fleet.file("o", "hunter22"), "--new-password-file",
+                          fleet.file("n", "new-C1")})
                     .outcomes(),
                 ElementsAre("C1 done new"));
 }

@@ -74,15 +74,14 @@ TEST(CheckRun, EndsAsMonitoringPluginsDo)
         EXPECT_EQ(firstLine(run), line) << row.arguments;
     }
     const Environment none("GENICAM_GENTL64_PATH", "");
-    EXPECT_EQ(fleet.run({QStringLiteral("check")}).output,
+    EXPECT_EQ(fleet.run({"check"}).output,
               "TORVANE UNKNOWN - There is no producer. Run 'torvane doctor' to see why.\n");
 }
 
 TEST(CheckRun, TellsTheOffendersAndDisturbsNone)
 {
     const Fleet fleet(mixed());
-    const Ended run = fleet.run({QStringLiteral("check"), QStringLiteral("--max-unknown"),
-                                 QStringLiteral("0"), QStringLiteral("--warn-factory"), QStringLiteral("0")});
+    const Ended run = fleet.run({"check", "--max-unknown", "0", "--warn-factory", "0"});
     EXPECT_EQ(run.output,
               "TORVANE CRITICAL - 2 factory, 1 unknown | factory=2 unlocked=1 unknown=1 none=1 user=2\n"
               "A1 (SimCam), A1: factory\n"
@@ -98,9 +97,9 @@ TEST(CheckRun, ACameraOnTwoWaysCountsOnceByTheOneThatTells)
 {
     const Fleet fleet(cameras(camera("A1", "access = \"busy\""), "torvane_sim") +
                       cameras(camera("A1", "lock = \"default\""), "second"));
-    const QString library = QStringLiteral("--library");
-    const Ended run = fleet.run({QStringLiteral("check"), library, QString::fromStdString(Simulator::cti()),
-                                 library, QString::fromStdString(Simulator::cti("fleet_second"))});
+    const QString library = "--library";
+    const Ended run = fleet.run({"check", library, QString::fromStdString(Simulator::cti()), library,
+                                 QString::fromStdString(Simulator::cti("fleet_second"))});
     EXPECT_EQ(firstLine(run), "TORVANE CRITICAL - 1 factory | factory=1 unlocked=0 unknown=0 none=0 user=0");
 }
 
@@ -108,8 +107,7 @@ TEST(CheckRun, TheMetricsFileIsReplacedAndNeverLooksFresherThanItIs)
 {
     Fleet fleet(cameras(camera("A1")));
     const std::filesystem::path file = fleet.simulator.folder() / "out" / "torvane.prom";
-    const QStringList check{QStringLiteral("check"), QStringLiteral("--textfile"),
-                            QString::fromStdString(file.string())};
+    const QStringList check{"check", "--textfile", QString::fromStdString(file.string())};
     const Ended unwritable = fleet.run(check);
     EXPECT_EQ(unwritable.status, 3);
     EXPECT_THAT(firstLine(unwritable), HasSubstr("can't be written"));
@@ -119,7 +117,7 @@ TEST(CheckRun, TheMetricsFileIsReplacedAndNeverLooksFresherThanItIs)
     EXPECT_EQ(fleet.run(check).status, 0);
     umask(before);
     EXPECT_THAT(contentOf(file), HasSubstr("torvane_camera_factory{serial=\"A1\",model=\"SimCam\"} 0\n"));
-    const QRegularExpression time(QStringLiteral("\ntorvane_check_timestamp_seconds [1-9][0-9]{9}\n$"));
+    const QRegularExpression time("\ntorvane_check_timestamp_seconds [1-9][0-9]{9}\n$");
     EXPECT_TRUE(time.match(QString::fromStdString(contentOf(file))).hasMatch());
     EXPECT_NE(std::filesystem::status(file).permissions() & std::filesystem::perms::others_read,
               std::filesystem::perms::none);

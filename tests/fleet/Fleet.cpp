@@ -38,11 +38,11 @@ std::vector<std::string> Ended::outcomes() const
 {
     std::vector<std::string> all;
     for (const QJsonObject &line : lines()) {
-        if (line.contains(QStringLiteral("summary")))
+        if (line.contains("summary"))
             continue;
-        std::string one = text(line[QStringLiteral("serial")]) + ' ' + text(line[QStringLiteral("result")]);
-        const QJsonValue code = line[QStringLiteral("reason")].toObject()[QStringLiteral("code")];
-        const QJsonValue inForce = line[QStringLiteral("in_force")];
+        std::string one = text(line["serial"]) + ' ' + text(line["result"]);
+        const QJsonValue code = line["reason"].toObject()["code"];
+        const QJsonValue inForce = line["in_force"];
         for (const QJsonValue &more : {code, inForce})
             one += more.isString() ? ' ' + text(more) : std::string();
         all.push_back(one);
@@ -56,7 +56,7 @@ int Ended::summary(const char *key) const
     const auto all = lines();
     if (all.empty())
         return -1;
-    return all.back()[QStringLiteral("summary")].toObject()[QLatin1String(key)].toInt(-1);
+    return all.back()["summary"].toObject()[QLatin1String(key)].toInt(-1);
 }
 
 Fleet::Fleet(std::string_view toml)
@@ -86,7 +86,9 @@ Ended Fleet::run(const QStringList &arguments, const std::string &input) const
 
 Ended Fleet::act(QStringList arguments, const std::string &input) const
 {
-    arguments << QStringLiteral("--json") << QStringLiteral("--wait") << QStringLiteral("90");
+    arguments << "--json"
+              << "--wait"
+              << "90";
     return run(arguments, input);
 }
 
@@ -117,12 +119,9 @@ std::vector<std::string> Fleet::states() const
 {
     std::vector<std::string> all;
     const QJsonObject list =
-        QJsonDocument::fromJson(
-            QByteArray::fromStdString(run({QStringLiteral("list"), QStringLiteral("--json")}).output))
-            .object();
-    for (const QJsonValue &camera : list[QStringLiteral("cameras")].toArray())
-        all.push_back(text(camera[QStringLiteral("serial")]) + ' ' + text(camera[QStringLiteral("lock")]) +
-                      ' ' + text(camera[QStringLiteral("password")]));
+        QJsonDocument::fromJson(QByteArray::fromStdString(run({"list", "--json"}).output)).object();
+    for (const QJsonValue &camera : list["cameras"].toArray())
+        all.push_back(text(camera["serial"]) + ' ' + text(camera["lock"]) + ' ' + text(camera["password"]));
     return all;
 }
 

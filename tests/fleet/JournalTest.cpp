@@ -65,7 +65,7 @@ protected:
     }
 
     const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("state/journal.jsonl"));
+    const QString path = folder.filePath("state/journal.jsonl");
     std::vector<Camera> cameras;
 };
 
@@ -75,10 +75,10 @@ TEST_F(JournalTest, TellsWhatAKilledRunHasLeft)
     EXPECT_TRUE(testsystem::isPrivate(path.toStdString()));
     const Journal journal(path);
     ASSERT_EQ(journal.unsettled().intents.size(), 1U);
-    EXPECT_EQ(journal.unsettled().intents[0].serial, QStringLiteral("A2"));
+    EXPECT_EQ(journal.unsettled().intents[0].serial, "A2");
     EXPECT_EQ(journal.unsettled().intents[0].lock, Lock::Locked);
     ASSERT_EQ(journal.unsettled().notReached.size(), 1U);
-    EXPECT_EQ(journal.unsettled().notReached[0].serial, QStringLiteral("A3"));
+    EXPECT_EQ(journal.unsettled().notReached[0].serial, "A3");
     EXPECT_FALSE(journal.hasUnsettledIntent(cameras[0]));
     EXPECT_TRUE(journal.hasUnsettledIntent(cameras[1]));
     cameras[1].model = "N";
@@ -95,7 +95,7 @@ TEST_F(JournalTest, ALaterRunSettlesTheCamerasOfAnEarlierOne)
     EXPECT_EQ(Journal(path).unsettled().notReached.size(), 1U) << "each camera once";
     {
         Journal journal(path);
-        journal.beginRun(QStringLiteral("r3"), Action::Change, cameras);
+        journal.beginRun("r3", Action::Change, cameras);
         journal.endRuns(journal.unsettled().runs);
         cameras[1].model = "M, renamed"; // the MAC address tells that it is the same
         for (const Camera &camera : cameras)
@@ -117,7 +117,7 @@ TEST_F(JournalTest, PassesOverADamagedLastLineAndNoOther)
         Journal journal(path);
         ASSERT_EQ(journal.warnings().size(), 1U);
         EXPECT_THAT(journal.warnings()[0], HasSubstr("damaged"));
-        journal.beginRun(QStringLiteral("r2"), Action::Change, cameras);
+        journal.beginRun("r2", Action::Change, cameras);
     }
     EXPECT_TRUE(Journal(path).warnings().empty()) << "the next line was not glued to it";
     EXPECT_EQ(Journal(path).unsettled().intents.size(), 1U);
@@ -130,14 +130,14 @@ TEST_F(JournalTest, ForgetsSettledRunsAfterAYearAndNoOthers)
     beginRun("settled");
     {
         Journal journal(path);
-        journal.beginRun(QStringLiteral("r2"), Action::Change, {cameras[1], cameras[2]});
+        journal.beginRun("r2", Action::Change, {cameras[1], cameras[2]});
         journal.tellOutcome(cameras[1], {Result::Done, InForce::New, {}, {}});
         journal.tellOutcome(cameras[2], {Result::Done, InForce::New, {}, {}});
         journal.endRun(Status::Done);
     }
     beginRun("left");
     age();
-    Journal(path).beginRun(QStringLiteral("now"), Action::Lock, {});
+    Journal(path).beginRun("now", Action::Lock, {});
     const QByteArray kept = text();
     EXPECT_FALSE(kept.contains("\"settled\""));
     EXPECT_TRUE(kept.contains("\"left\""));
@@ -148,27 +148,27 @@ TEST_F(JournalTest, ForgetsNoOutcomeOfACameraOfARunThatStays)
     beginRun("r1");
     {
         Journal journal(path);
-        journal.beginRun(QStringLiteral("r2"), Action::Change, {cameras[1]});
+        journal.beginRun("r2", Action::Change, {cameras[1]});
         journal.tellOutcome(cameras[1], {Result::Done, InForce::New, {}, {}});
         journal.endRun(Status::Done);
     }
     age();
     write(text() + "damaged, so that the journal is written anew");
-    Journal(path).beginRun(QStringLiteral("now"), Action::Lock, {});
+    Journal(path).beginRun("now", Action::Lock, {});
     EXPECT_FALSE(Journal(path).hasUnsettledIntent(cameras[1]));
     EXPECT_EQ(Journal(path).unsettled().notReached.size(), 1U);
 }
 
 TEST_F(JournalTest, NobodyIsToldOfAChangeThatItDoesNotHave)
 {
-    const QString told = folder.filePath(QStringLiteral("told"));
+    const QString told = folder.filePath("told");
     Request request;
     request.action = Action::Change;
     request.onChanged = "touch " + told.toStdString();
     Journal journal(path);
-    Audit audit({}, Action::Change, QStringLiteral("r1"));
+    Audit audit({}, Action::Change, "r1");
     const auto report = makeTableReport(Action::Change);
-    Records records(request, QStringLiteral("r1"), journal, audit, *report);
+    Records records(request, "r1", journal, audit, *report);
     Jobs jobs(1);
     jobs[0].camera = &cameras[0];
     records.begin(jobs, {});

@@ -10,7 +10,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
 
-const QString json = QStringLiteral("--json");
+const QString json = "--json";
 
 TEST(ListRun, TellsTheTruthOfEachKindOfCamera)
 {
@@ -31,14 +31,13 @@ TEST(ListRun, TellsTheTruthOfEachKindOfCamera)
     EXPECT_TRUE(fleet.simulator.calls("GCWritePort").empty());
 
     fleet.simulator.clearLog();
-    const Ended quick = fleet.run({QStringLiteral("list"), QStringLiteral("--quick")});
+    const Ended quick = fleet.run({"list", "--quick"});
     EXPECT_EQ(quick.status, 0);
     EXPECT_THAT(quick.output, HasSubstr("A7"));
     EXPECT_TRUE(fleet.simulator.calls("IFOpenDevice").empty());
 
-    EXPECT_EQ(fleet.run({QStringLiteral("list"), QStringLiteral("--serial"), QStringLiteral("B*")}).status,
-              4);
-    const Ended factory = fleet.run({QStringLiteral("list"), QStringLiteral("--factory")});
+    EXPECT_EQ(fleet.run({"list", "--serial", "B*"}).status, 4);
+    const Ended factory = fleet.run({"list", "--factory"});
     EXPECT_THAT(factory.output, HasSubstr("A2"));
     EXPECT_THAT(factory.output, Not(HasSubstr("A1")));
 }
@@ -47,14 +46,13 @@ TEST(ListRun, AProducerThatFailsHidesNoOther)
 {
     const Fleet fleet(cameras(camera("A1")));
     const QString broken = fleet.file("broken.cti", "no library");
-    const Ended list = fleet.run({QStringLiteral("list"), QStringLiteral("--library"), broken,
-                                  QStringLiteral("--library"), QString::fromStdString(Simulator::cti())});
+    const Ended list =
+        fleet.run({"list", "--library", broken, "--library", QString::fromStdString(Simulator::cti())});
     EXPECT_EQ(list.status, 1);
     EXPECT_THAT(list.output, HasSubstr("A1"));
     EXPECT_THAT(list.errors, HasSubstr("broken.cti"));
 
-    const Ended missing =
-        fleet.run({QStringLiteral("list"), QStringLiteral("--mac"), QStringLiteral("02:00:00:00:00:ff")});
+    const Ended missing = fleet.run({"list", "--mac", "02:00:00:00:00:ff"});
     EXPECT_EQ(missing.status, 4);
     EXPECT_THAT(missing.errors, HasSubstr("02:00:00:00:00:ff"));
 
@@ -67,9 +65,9 @@ TEST(ListRun, AProducerThatFailsHidesNoOther)
         folders += separator + (fleet.simulator.folder() / link).string();
     std::filesystem::current_path(fleet.simulator.folder().root_path());
     const Environment twice("GENICAM_GENTL64_PATH", folders);
-    EXPECT_EQ(fleet.run({QStringLiteral("list")}).status, 0);
+    EXPECT_EQ(fleet.run({"list"}).status, 0);
 
-    const Ended doctor = fleet.run({QStringLiteral("doctor"), QStringLiteral("--library"), broken, json});
+    const Ended doctor = fleet.run({"doctor", "--library", broken, json});
     EXPECT_EQ(doctor.status, 1);
     EXPECT_THAT(doctor.output, HasSubstr("\"state\":\"no_library\""));
 }
@@ -84,7 +82,7 @@ TEST(ListRun, TheDoctorKnowsThePlacesOfTheSearchPath)
                                      std::string("~/cti"), sim + "," + empty})
         entries += entry + testsystem::listSeparators.front();
     const Environment path("GENICAM_GENTL64_PATH", entries);
-    const Ended doctor = fleet.run({QStringLiteral("doctor")});
+    const Ended doctor = fleet.run({"doctor"});
     EXPECT_EQ(doctor.status, 0);
     for (const std::string &line :
          {"Folder " + sim + ": ok\n", std::string("Folder /nowhere: missing."),
@@ -100,20 +98,18 @@ TEST(ListRun, TextsOfCamerasSteerNoTerminal)
 {
     const Fleet fleet(cameras(camera("A1", "model = \"\\u001b]0;x\\u0007\\u202e\"\nuser_name = \"a\\nb\"")));
     for (const QStringList &arguments :
-         {QStringList{QStringLiteral("list")}, QStringList{QStringLiteral("list"), json},
-          QStringList{QStringLiteral("doctor")}}) {
+         {QStringList{"list"}, QStringList{"list", json}, QStringList{"doctor"}}) {
         const Ended run = fleet.run(arguments);
         EXPECT_THAT(run.output + run.errors, Not(HasSubstr("\x1b")));
         EXPECT_THAT(run.output + run.errors, Not(HasSubstr("\u202e")));
     }
-    EXPECT_THAT(fleet.run({QStringLiteral("list")}).output, HasSubstr("\\x1b]0;x\\x07\\xe2\\x80\\xae"));
+    EXPECT_THAT(fleet.run({"list"}).output, HasSubstr("\\x1b]0;x\\x07\\xe2\\x80\\xae"));
 }
 
 TEST(ListRun, OneCameraBehindTwoProducersIsListedAsADouble)
 {
     const Fleet fleet(cameras(camera("A1"), "torvane_sim") + cameras(camera("A1"), "second"));
-    const Ended list = fleet.run({QStringLiteral("list"), QStringLiteral("--library"),
-                                  QString::fromStdString(Simulator::cti()), QStringLiteral("--library"),
+    const Ended list = fleet.run({"list", "--library", QString::fromStdString(Simulator::cti()), "--library",
                                   QString::fromStdString(Simulator::cti("fleet_second"))});
     EXPECT_EQ(list.status, 0);
     EXPECT_THAT(list.output, HasSubstr("the same camera as A1 on ethtorvane_sim"));

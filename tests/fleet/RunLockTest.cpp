@@ -20,13 +20,13 @@ TEST(RunLock, ItsFileIsAnotherRunsOnlyWhereARunHoldsIt)
 {
     using namespace std::chrono_literals;
     const QTemporaryDir folder;
-    const QString elsewhere = folder.filePath(QStringLiteral("tmp"));
+    const QString elsewhere = folder.filePath("tmp");
     ASSERT_TRUE(QDir().mkpath(elsewhere));
     for (const char *variable : {"TMPDIR", "TMP"}) // of this test's process alone
         qputenv(variable, elsewhere.toUtf8());
     const QString here = folder.path();
     for (const QByteArray &left : {QByteArray(), QByteArray("left by nobody")}) {
-        QFile file(here + QStringLiteral("/torvane.lock"));
+        QFile file(here + "/torvane.lock");
         ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(left) == left.size());
         file.setFileTime(QDateTime::currentDateTime().addSecs(-9), QFile::FileModificationTime);
         file.close();
@@ -36,13 +36,13 @@ TEST(RunLock, ItsFileIsAnotherRunsOnlyWhereARunHoldsIt)
         EXPECT_FALSE(RunLock(here).acquire(0s));
     }
     {
-        RunLock lock(QStringLiteral("/nowhere"));
+        RunLock lock("/nowhere");
         EXPECT_TRUE(lock.acquire(0s));
         RunLock second(here);
         EXPECT_FALSE(second.acquire(0s));
         EXPECT_THAT(second.holder(), HasSubstr(QDir::toNativeSeparators(elsewhere).toStdString()));
     }
-    ASSERT_TRUE(QDir().mkpath(here + QStringLiteral("/torvane.lock")));
+    ASSERT_TRUE(QDir().mkpath(here + "/torvane.lock"));
     EXPECT_THROW(RunLock(here).acquire(0s), std::runtime_error) << "it can't be told";
 }
 

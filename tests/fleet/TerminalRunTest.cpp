@@ -23,7 +23,7 @@ const char *const confirm = "Type A1 to go on: ";
 
 QStringList onA1(const char *command)
 {
-    return {QString::fromLatin1(command), QStringLiteral("--serial"), QStringLiteral("A1")};
+    return {QString::fromLatin1(command), "--serial", "A1"};
 }
 
 TEST(TerminalRun, AsksForSecretsWithoutEchoAndForANewOneTwice)
@@ -77,20 +77,20 @@ TEST(TerminalRun, ASignalIsHeededWhileNothingComes)
 {
     const Fleet fleet(cameras(camera("A1")));
     const QString begun = QString::fromStdString((fleet.simulator.folder() / "begun").string());
-    const QString command = QStringLiteral("--password-command=") +
-                            byShell(QStringLiteral("echo > %1; sleep 30"),
-                                    QStringLiteral("echo > %1 & for /l %i in (1,0,2) do @rem"))
-                                .arg(begun);
+    const QString command =
+        "--password-command=" +
+        byShell("echo > %1; sleep 30", "echo > %1 & for /l %i in (1,0,2) do @rem").arg(begun);
     QStringList waits{command};
     if (Interrupter::endsReads)
-        waits << QStringLiteral("--passwords=-") << QStringLiteral("--password-file=-");
+        waits << "--passwords=-"
+              << "--password-file=-";
     for (const QString &option : waits) {
         const std::string name = option.toStdString();
         const Interrupter interrupter;
         QProcess process;
-        process.start(QStringLiteral(TORVANE_FLEET), onA1("verify")
-                                                         << option << QStringLiteral("--json")
-                                                         << QStringLiteral("--wait") << QStringLiteral("90"));
+        process.start(QStringLiteral(TORVANE_FLEET), onA1("verify") << option << "--json"
+                                                                    << "--wait"
+                                                                    << "90");
         ASSERT_TRUE(process.waitForStarted());
         do
             QThread::msleep(500);
