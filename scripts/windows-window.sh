@@ -9,14 +9,12 @@ torvane_window_packages=("${torvane_screen_packages[@]}" x11-xkb-utils)
 windows_path() { printf 'Z:%s\n' "${1//\//\\}"; }
 
 # start_window_screen FOLDER: Wine with its files in FOLDER, a screen for wide windows of 192 dpi, one font, a window
-# manager, a keyboard with umlauts, and a user who has asked for dark programs.
+# manager, and a keyboard with umlauts.
 start_window_screen() {
     use_one_font
     start_wine "$1" 3840x2160
     start_window_manager
     setxkbmap de
-    /usr/lib/wine/wine64 reg add 'HKCU\Software\Microsoft\Windows\CurrentVersion\Themes\Personalize' \
-        /v AppsUseLightTheme /t REG_DWORD /d 0 /f </dev/null >/dev/null
 }
 
 # try_window PROGRAM SIMULATOR FILE: shows the simulated cameras, takes the picture, and types a password into the
