@@ -5,7 +5,7 @@
 
 # pack_arm64 FOLDER: sets sysroot
 pack_arm64() {
-    local libraries folders database=$scratch/arm64-database build_folder=$torvane_root/build/packages-arm64
+    local libraries folders build_folder=$torvane_root/build/packages-arm64
     arm64_libraries "${torvane_build_packages[@]}" "${torvane_gui_packages[@]}" "${torvane_fleet_packages[@]}"
     arm64_sysroot "${libraries[@]}"
     (
@@ -15,11 +15,8 @@ pack_arm64() {
             -DTORVANE_BUILD_TESTS=OFF -DTORVANE_BUILD_GUI=ON -DTORVANE_BUILD_FLEET=ON
         cmake --build "$build_folder"
     ) </dev/null >&2
-    # dpkg-shlibdeps asks the database for the libraries where it finds them: in the sysroot.
-    cp --recursive -- "$sysroot/var/lib/dpkg" "$database"
-    sed --in-place "s|^/|$sysroot/|" "$database"/info/*.list
     folders="$sysroot/lib/aarch64-linux-gnu;$sysroot/usr/lib/aarch64-linux-gnu"
-    DEB_HOST_ARCH=arm64 DPKG_ADMINDIR=$database \
+    DEB_HOST_ARCH=arm64 DPKG_ADMINDIR=$sysroot/var/lib/dpkg \
         pack "$build_folder" "$1" -D "CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS=$folders"
 }
 
