@@ -31,8 +31,8 @@ function(torvane_add_qt_test name)
     target_link_libraries(${name} PRIVATE ${test_LINK} Qt5::Test torvane_warnings)
     if(WIN32)
         add_test(NAME ${test_ROOM}.${name} COMMAND ${name})
-        # There Qt Test prints for a debugger, but for the second variable.
-        set(platform "windows;QT_FORCE_STDERR_LOGGING=1")
+        # There Qt Test prints for a debugger, but for the second variable, whose name Wine takes the front from.
+        set(platform "windows;WINEQT_FORCE_STDERR_LOGGING=1")
     elseif(test_XVFB)
         add_test(NAME ${test_ROOM}.${name} COMMAND xvfb-run --auto-servernum "--server-args=-screen 0 1280x800x24"
             ${CMAKE_CROSSCOMPILING_EMULATOR} $<TARGET_FILE:${name}>)

@@ -5,12 +5,15 @@
 #
 # Whoever starts the screen owns a folder $scratch for its files, and calls stop_screen in the end.
 
+# use_one_font: whatever is asked for. Wine, which asks for what is not there, would take a font for mathematics.
 use_one_font() {
+    mkdir -- "$scratch/fonts"
+    ln --symbolic --target-directory="$scratch/fonts" /usr/share/fonts/truetype/dejavu/DejaVuSans{,-Bold}.ttf
     cat >"$scratch/fonts.conf" <<-EOF
 		<?xml version="1.0"?>
 		<!DOCTYPE fontconfig SYSTEM "fonts.dtd">
 		<fontconfig>
-		  <dir>/usr/share/fonts/truetype/dejavu</dir>
+		  <dir>$scratch/fonts</dir>
 		  <cachedir>$scratch/font-cache</cachedir>
 		  <match><edit name="family" mode="assign"><string>DejaVu Sans</string></edit></match>
 		</fontconfig>
