@@ -94,7 +94,7 @@ prove_programs() { # prove_programs PREFIX: what the programs' names are called 
 # --- Installed --------------------------------------------------------------------------------------------------------
 
 value() { # value KEY NAME: prints the type and the text
-    wine64 reg query "$1" /v "$2" | sed --quiet "s/^ *$2 *\(REG_[A-Z_]*\) */\1 /p"
+    wine64 reg query "$1" /v "$2" | iconv --from-code=cp437 --to-code=utf-8 | sed --quiet "s/^ *$2 *\(REG_[A-Z_]*\) */\1 /p"
 }
 
 expect_value() { # expect_value KEY NAME TEXT
@@ -103,23 +103,20 @@ expect_value() { # expect_value KEY NAME TEXT
     [ "$now" = "$3" ] || fail "$1 has $2 = $now, not $3"
 }
 
-# All files, and what the registry holds: in $scratch/NAME.*.
-take_stock() { # take_stock NAME
-    local root
-    (cd -- "$WINEPREFIX/drive_c" && find . -printf '%y %p %s\n' | sed 's/^d \(.*\) .*/\1/' | sort) >"$scratch/$1.files"
-    for root in HKLM HKCU; do
-        wine64 reg export "$root" "$(winepath --windows "$scratch/$root")" /y >/dev/null
-        iconv --from-code=utf-16 --to-code=utf-8 "$scratch/$root" | tr --delete '\r' >"$scratch/$1.all"
-        # Wine's console writes down how it looked under each program.
-        sed '/^\[HKEY_CURRENT_USER\\Console/,/^$/d' "$scratch/$1.all" >"$scratch/$1.$root"
+# All files, and what the registry holds where an installer writes, one text: the rest of it changes by itself.
+take_stock() { # take_stock FILE
+    local key exported=$scratch/exported
+    (cd -- "$WINEPREFIX/drive_c" && find . -printf '%y %p %s\n' | sed 's/^d \(.*\) .*/\1/' | sort) >"$1"
+    for key in HKCU 'HKLM\Software' "${machine_environment%\\*}"; do
+        wine64 reg export "$key" "$(winepath --windows "$exported")" /y >/dev/null
+        # Wine's own state, and its console's, which writes down how it looked under each program.
+        iconv --from-code=utf-16 --to-code=utf-8 "$exported" | tr --delete '\r' |
+            sed '/^\[HKEY_CURRENT_USER\\\(Console\|Software\\Wine\)/,/^$/d' >>"$1"
     done
 }
 
-expect_same_stock() { # expect_same_stock BEFORE AFTER
-    local kind
-    for kind in files HKLM HKCU; do
-        diff "$scratch/$1.$kind" "$scratch/$2.$kind" >&2 || fail "The uninstaller left this behind ($kind)."
-    done
+expect_same_stock() { # expect_same_stock BEFORE AFTER TEXT
+    diff "$1" "$2" >&2 || fail "$3"
 }
 
 environment_of() { # environment_of SCOPE
@@ -172,13 +169,13 @@ prove_refusals() { # prove_refusals INSTALLER FOLDER TEXT
     exec {silence}<>"$scratch/silence"
     /usr/lib/wine/wine64 "$folder\\torvane_console.exe" <&"$silence" >"$scratch/dialogue" 2>&1 &
     await "the dialogue" grep --quiet 'Select an entry' "$scratch/dialogue"
-    take_stock running
+    take_stock "$scratch/running"
     install_silently "$installer" "$3"
     [ "$status" -eq 2 ] || fail "The installer ended with $status over a program that runs."
     install_silently "$folder\\uninstall.exe" "/S _?=$folder"
     [ "$status" -eq 2 ] || fail "The uninstaller ended with $status under a program that runs."
-    take_stock refused
-    expect_same_stock running refused
+    take_stock "$scratch/refused"
+    expect_same_stock "$scratch/running" "$scratch/refused" "What was refused has changed something."
     wine64 taskkill /im torvane_console.exe /f >/dev/null
     exec {silence}>&-
 }
@@ -186,7 +183,7 @@ prove_refusals() { # prove_refusals INSTALLER FOLDER TEXT
 uninstall() { # uninstall SCOPE FOLDER: as "Apps" does it silently; it goes on after its first process has ended
     local command
     command=$(value "$(root_of "$1")\\$uninstall_key" QuietUninstallString)
-    printf '@%s\r\n' "${command#REG_SZ }" >"$scratch/uninstall.bat"
+    printf '@%s\r\n' "${command#REG_SZ }" | iconv --from-code=utf-8 --to-code=cp437 >"$scratch/uninstall.bat"
     wine64 cmd /c "$(winepath --windows "$scratch/uninstall.bat")"
     await "the end of the uninstaller" test ! -e "$(winepath --unix "$2")/uninstall.exe"
     await "the end of the uninstaller" lacks_uninstaller
@@ -202,7 +199,7 @@ prove_installer() {
     echo foreign >"$there/foreign.txt"
     path=$(value "$(environment_of "$scope")" Path)
     set_value "$user_environment" GENICAM_GENTL64_PATH REG_SZ "$folder\\simulator"
-    take_stock before
+    take_stock "$scratch/before"
     install_silently "$scratch"/former/*-setup.exe "$3"
     [ "$status $(cd -- "$there" && echo former.*)" = "0 former.txt" ] ||
         fail "The former version was not installed: status $status"
@@ -215,8 +212,8 @@ prove_installer() {
     say "Installed: $(du --apparent-size --summarize --block-size=1K "$there" | cut -f 1) KB in $folder"
     uninstall "$scope" "$folder"
     wine64 wineboot # the uninstaller's copy of itself goes with the next start of Windows
-    take_stock after
-    expect_same_stock before after
+    take_stock "$scratch/after"
+    expect_same_stock "$scratch/before" "$scratch/after" "The uninstaller has left something behind."
 }
 
 # A PATH of any length and type gets our folder and loses it again, and else stays to the letter. Wine itself takes no more
@@ -246,9 +243,10 @@ prove_paths() {
 }
 
 prove_packages() {
+    # Texts of the command line become those of Windows by it, and its code page 437 goes with it.
+    local -x LC_ALL=C.UTF-8
     step "Wine"
-    rm -rf -- "$build/packages-wine"
-    start_wine "$build/packages-wine"
+    start_wine "$scratch/wine"
     wine64 wineboot # its first run makes keys of the registry
     step "The .zip"
     prove_zip
