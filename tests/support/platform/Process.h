@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace testsystem {
@@ -19,9 +20,14 @@ public:
                      const std::string &errors = {});
     Process(const Process &) = delete;
     Process &operator=(const Process &) = delete;
-    Process(Process &&other) noexcept;
+    Process(Process &&other) noexcept : process(std::exchange(other.process, 0)) {}
     Process &operator=(Process &&) = delete;
-    ~Process(); ///< ends one that still runs
+    /// Ends one that still runs.
+    ~Process()
+    {
+        kill();
+        wait();
+    }
 
     /// Waits for its end.
     /// \return the exit status; -1 if it did not end by itself

@@ -8,7 +8,6 @@
 
 #include <csignal>
 #include <stdexcept>
-#include <utility>
 
 extern char **environ;
 
@@ -52,14 +51,6 @@ Process::Process(const std::string &program, const std::vector<std::string> &arg
     if (posix_spawn(&child, program.c_str(), redirections.get(), nullptr, texts.data(), environ) != 0)
         throw std::runtime_error("can't start " + program);
     process = child;
-}
-
-Process::Process(Process &&other) noexcept : process(std::exchange(other.process, 0)) {}
-
-Process::~Process()
-{
-    kill();
-    wait();
 }
 
 int Process::wait()

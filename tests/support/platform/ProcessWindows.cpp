@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Process.h"
 
-#include <array>
 #include <memory>
 #include <stdexcept>
-#include <utility>
 
 #define WIN32_LEAN_AND_MEAN
 #include <windows.h>
@@ -76,14 +74,6 @@ Process::Process(const std::string &program, const std::vector<std::string> &arg
         throw std::runtime_error("can't start " + program);
     CloseHandle(info.hThread);
     process = reinterpret_cast<std::intptr_t>(info.hProcess);
-}
-
-Process::Process(Process &&other) noexcept : process(std::exchange(other.process, 0)) {}
-
-Process::~Process()
-{
-    kill();
-    wait();
 }
 
 int Process::wait()

@@ -2,7 +2,6 @@
 // A console of Windows, with its keyboard and its screen, for this process and a program in it.
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <string_view>
 
