@@ -3,6 +3,8 @@
 // Commands are for the shell, which finds the program by its name.
 #pragma once
 
+#include <fstream>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -25,5 +27,11 @@ int runShell(const std::string &command);
 /// All that \p command shows on a terminal of its own, on which nobody types.
 std::string shownOnTerminal(const std::string &command);
 
-/// All bytes of a file; none if there is no such file.
-std::string contentOf(const std::string &file);
+/// All bytes of a file, or with std::ios::in its text, with the line ends of the standard library; none if there is no
+/// such file.
+inline std::string contentOf(const std::string &file, std::ios::openmode mode = std::ios::binary)
+{
+    std::ostringstream text;
+    text << std::ifstream(file, mode).rdbuf();
+    return text.str();
+}

@@ -10,7 +10,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 
 namespace {
 
@@ -55,11 +54,4 @@ std::string shownOnTerminal(const std::string &command)
     close(terminal);
     waitpid(child, nullptr, 0);
     return shown;
-}
-
-std::string contentOf(const std::string &file)
-{
-    std::ostringstream text;
-    text << std::ifstream(file, std::ios::binary).rdbuf();
-    return text.str();
 }

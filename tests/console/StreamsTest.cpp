@@ -6,16 +6,12 @@
 #include "Simulator.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <filesystem>
 #include <string>
 
 using testing::Contains;
-using testing::Each;
-using testing::EndsWith;
 using testing::MatchesRegex;
-using testing::Not;
 using testing::StartsWith;
 
 namespace {
@@ -51,11 +47,11 @@ TEST_F(StreamsTest, NobodyAnswersAQuestionThatNobodySees)
 {
     runShell("{ printf 'u\\nhunter22\\n' | torvane_console --serial G5-0001; echo $? >status; } | head -n 1");
     EXPECT_EQ(contentOf("status"), "0\n");
-    EXPECT_THAT(simulator.portTraffic(), Not(Contains(StartsWith("write"))))
+    EXPECT_THAT(simulator.portTraffic(), testing::Not(Contains(StartsWith("write"))))
         << "answers that were not asked for";
 
     const std::string table = shownOnTerminal("{ torvane_console; echo $? >status; } | head -n 4");
-    EXPECT_THAT(table, EndsWith("sim-2\n\n")) << "with the start of the question";
+    EXPECT_THAT(table, testing::EndsWith("sim-2\n\n")) << "with the start of the question";
     EXPECT_EQ(contentOf("status"), "0\n");
     EXPECT_EQ(simulator.openHandles(), 0);
 }
@@ -66,7 +62,7 @@ TEST_F(StreamsTest, AClosedStreamIsNoPlaceForTheFileOfAProducer)
     for (const std::string closed : {"<&-", ">&-", "2>&-", "<&- >&- 2>&-"}) {
         simulator.clearLog();
         EXPECT_EQ(runShell("torvane_console --serial G5-0001 --lock >output " + closed), 0) << closed;
-        EXPECT_THAT(simulator.calls(), Each(MatchesRegex("[A-Z][A-Za-z]+\\(.*\\) = .*"))) << closed;
+        EXPECT_THAT(simulator.calls(), testing::Each(MatchesRegex("[A-Z][A-Za-z]+\\(.*\\) = .*"))) << closed;
     }
     EXPECT_EQ(runShell("torvane_console --colour 2>&-"), 2);
 }

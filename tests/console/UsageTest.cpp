@@ -7,7 +7,6 @@
 #include "System.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <filesystem>
 #include <fstream>
@@ -83,11 +82,8 @@ TEST_F(ConsoleRun, EndsWithStatusTwoForEachFault)
 
 TEST_F(ConsoleRun, TakesThePasswordFromTheFirstLineOfAFile)
 {
-    const struct
-    {
-        std::string content;
-        std::string onTheWire; // what the camera is sent, zero-filled to 8 bytes at least
-    } rows[] = {
+    // What the camera is sent is zero-filled to 8 bytes at least.
+    const std::pair<std::string, std::string> rows[] = {
         {"hunter22", "68 75 6e 74 65 72 32 32"},
         {"hunter22\nsecond line", "68 75 6e 74 65 72 32 32"},
         {"hunter22\r\r\n", "68 75 6e 74 65 72 32 32 0d 00 00 00"},
@@ -98,13 +94,13 @@ TEST_F(ConsoleRun, TakesThePasswordFromTheFirstLineOfAFile)
          "b\n",
          "61 1a 62 00 00 00 00 00"}, // which ends a text of Windows
     };
-    for (const auto &row : rows) {
-        std::ofstream("password", std::ios::binary) << row.content;
+    for (const auto &[content, onTheWire] : rows) {
+        std::ofstream("password", std::ios::binary) << content;
         for (const std::string file : {"password", "-"}) {
             simulator.clearLog();
-            EXPECT_EQ(runConsole({"--password-file", file, "--lock"}, row.content).status, 0);
-            EXPECT_THAT(simulator.portTraffic(), Contains("write 0x50002040 " + row.onTheWire))
-                << file << ' ' << row.content;
+            EXPECT_EQ(runConsole({"--password-file", file, "--lock"}, content).status, 0);
+            EXPECT_THAT(simulator.portTraffic(), Contains("write 0x50002040 " + onTheWire))
+                << file << ' ' << content;
         }
     }
 }
