@@ -10,7 +10,6 @@
 #include <thread>
 
 using testing::HasSubstr;
-using testing::IsEmpty;
 
 namespace {
 
@@ -88,7 +87,7 @@ TEST_F(CameraTest, FactoryResetMakesItVanishAndComeBackLockedOnTheDefaultPasswor
     EXPECT_EQ(state(), "");
     EXPECT_EQ(client.code, GC_ERR_IO);
     EXPECT_EQ(client.lastError(), "camera \"sim-1\": reboots");
-    EXPECT_THAT(client.devices(camera.interface), IsEmpty());
+    EXPECT_THAT(client.devices(camera.interface), testing::IsEmpty());
 
     while (client.devices(camera.interface).empty())
         std::this_thread::sleep_for(std::chrono::milliseconds(20));

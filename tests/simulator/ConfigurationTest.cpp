@@ -56,11 +56,7 @@ TEST(Configuration, TheExampleOfItsPageIsRight)
 TEST(Configuration, FaultsAreNamed)
 {
     const std::string camera = "[[interface]]\nid = \"e\"\n[[interface.camera]]\nid = \"A1\"\n";
-    const struct
-    {
-        std::string toml;
-        const char *text; // behind the path
-    } faults[] = {
+    const std::pair<std::string, const char *> faults[] = {
         {camera + "lock = \"maybe\"\n",
          R"(:5: camera "A1": lock = "maybe"; one of "default", "locked", "unlocked", "none")"},
         {camera + "locked = true\n", R"(:5: camera "A1": unknown key "locked")"},
@@ -81,11 +77,11 @@ TEST(Configuration, FaultsAreNamed)
     };
     Simulator simulator;
     Client client{Simulator::cti()};
-    for (const auto &fault : faults) {
-        simulator.configure(fault.toml);
+    for (const auto &[toml, fault] : faults) {
+        simulator.configure(toml);
         client.init();
-        EXPECT_EQ(client.code, GC_ERR_INVALID_VALUE) << fault.toml;
-        EXPECT_THAT(client.lastError(), testing::StartsWith(simulator.configPath().string() + fault.text));
+        EXPECT_EQ(client.code, GC_ERR_INVALID_VALUE) << toml;
+        EXPECT_THAT(client.lastError(), testing::StartsWith(simulator.configPath().string() + fault));
     }
     std::filesystem::remove(simulator.configPath());
     client.init();

@@ -7,9 +7,6 @@
 
 #include <chrono>
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 namespace {
 
 constexpr char empty[] = "[[interface]]\nid = \"sim-eth0\"\n";
@@ -55,14 +52,14 @@ TEST_F(ListTest, PluggingAndUnpluggingShowAtTheNextRefreshAndNotBefore)
     EXPECT_EQ(count(), 1u);
     EXPECT_TRUE(refreshChanges());
     EXPECT_FALSE(refreshChanges());
-    EXPECT_THAT(client.devices(camera.interface), ElementsAre("sim-1", "sim-2"));
+    EXPECT_THAT(client.devices(camera.interface), testing::ElementsAre("sim-1", "sim-2"));
     EXPECT_EQ(client.read(camera.port, lockState, 4), "01 00 00 00") << "an open camera has lost contact";
 
     simulator.configure(empty);
     EXPECT_EQ(client.accessStatus(camera.interface, "sim-2"), DEVICE_ACCESS_STATUS_READWRITE)
         << "before the refresh";
     EXPECT_TRUE(refreshChanges());
-    EXPECT_THAT(client.devices(camera.interface), IsEmpty());
+    EXPECT_THAT(client.devices(camera.interface), testing::IsEmpty());
     EXPECT_EQ(client.accessStatus(camera.interface, "sim-2"), -1) << "behind the refresh";
     EXPECT_EQ(client.read(camera.port, lockState, 4), "");
     EXPECT_EQ(client.lastError(), "camera \"sim-1\": unplugged");

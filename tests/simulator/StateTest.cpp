@@ -86,11 +86,7 @@ TEST(State, ProcessesThatChangeDifferentCamerasAtOnceLoseNothing)
 
 TEST(State, ADamagedFileIsToldAndLeftAlone)
 {
-    const struct
-    {
-        const char *content;
-        const char *text; // behind the path
-    } rows[] = {
+    const std::pair<const char *, const char *> rows[] = {
         {"[sim-1]\npassword = \"68zz\"\n",
          R"(:2: camera "sim-1": password = "68zz"; pairs of hexadecimal digits )"
          "are expected; delete the state file to start afresh"},
@@ -99,11 +95,11 @@ TEST(State, ADamagedFileIsToldAndLeftAlone)
     Simulator simulator;
     Client client{Simulator::cti()};
     OpenCamera camera{client};
-    for (const auto &row : rows) {
-        std::ofstream(simulator.statePath()) << row.content;
+    for (const auto &[content, fault] : rows) {
+        std::ofstream(simulator.statePath()) << content;
         EXPECT_EQ(client.write(camera.port, commandRegister, lockCommand), GC_ERR_IO);
-        EXPECT_EQ(client.lastError(), simulator.statePath().string() + row.text);
-        EXPECT_EQ(contentOf(simulator.statePath()), row.content);
+        EXPECT_EQ(client.lastError(), simulator.statePath().string() + fault);
+        EXPECT_EQ(contentOf(simulator.statePath()), content);
     }
 }
 
