@@ -10,10 +10,7 @@ TEST(PathTextTest, AFolderComesAndGoesAndAllElseStays)
 {
     const std::wstring folder = L"C:\\Program Files\\Torvane";
     const std::wstring text3000 = L"%SystemRoot%;" + std::wstring(2975, L'x') + L";D:\\last one";
-    const struct
-    {
-        std::wstring path, extended;
-    } rows[] = {
+    const std::pair<std::wstring, std::wstring> rows[] = {
         {L"", folder},
         {L"C:\\a", L"C:\\a;" + folder},
         {L"C:\\a;", L"C:\\a;" + folder + L";"},
