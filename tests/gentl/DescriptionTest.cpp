@@ -13,7 +13,6 @@
 
 using namespace GenICam_Interfaces;
 using namespace std::string_literals;
-using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::StartsWith;
 
@@ -108,11 +107,7 @@ TEST_F(DescriptionTest, APortKeepsItsProducerLoaded)
 
 TEST_F(DescriptionTest, TheUrlTellsWhatTheProducerDoesNot)
 {
-    const struct
-    {
-        std::string url;
-        const char *read;
-    } rows[] = {
+    const std::pair<std::string, const char *> rows[] = {
         {"local:///camera.zip;F0F00000;3BF", "GCReadPort(7, 4042260480, 959)"},
         {"local:camera.xml;1000;200?SchemaVersion=1.0.0", "GCReadPort(7, 4096, 512)"},
         {"local:camera.xml;0x1000;0x200", "GCReadPort(7, 4096, 512)"},
@@ -126,7 +121,7 @@ TEST_F(DescriptionTest, TheUrlTellsWhatTheProducerDoesNot)
         for (const GC_ERROR code : {GC_ERR_NOT_IMPLEMENTED, GC_ERR_ERROR}) { // any refusal leads to the text
             script.urlCode = code;
             EXPECT_EQ(openFailureOf(url), "GCReadPort" + refused) << url;
-            EXPECT_THAT(script.calls, Contains(read)) << url;
+            EXPECT_THAT(script.calls, testing::Contains(read)) << url;
         }
     }
 }
@@ -161,11 +156,7 @@ TEST_F(DescriptionTest, WhatTheProducerTellsOfIt)
     const std::string none = "no exception";
     const std::string zipFailed = "Loading xml from zip file failed by GenICam exception. Msg: ";
     const auto answers = script.urlAnswers;
-    const struct
-    {
-        decltype(answers) others;
-        std::string failure; // from its start
-    } rows[] = {
+    const std::pair<decltype(script.urlAnswers), std::string> rows[] = {
         // A URL that says local overrules another scheme, and one that says something else is named by that.
         {{{URL_INFO_SCHEME, URL_SCHEME_FILE}, {URL_INFO_URL, "local:camera.xml;1000;200"}}, none},
         {{{URL_INFO_SCHEME, URL_SCHEME_HTTP}, {URL_INFO_URL, "file:///c:/camera.xml"}},
@@ -184,10 +175,9 @@ TEST_F(DescriptionTest, WhatTheProducerTellsOfIt)
         {{{URL_INFO_FILE_SIZE, std::uint64_t{description.size() + 1000}}}, none},
     };
     for (const auto &row : rows) {
-        script.urlAnswers = answers;
-        for (const auto &[query, answer] : row.others)
-            script.urlAnswers[query] = answer;
-        EXPECT_THAT(openFailure(), StartsWith(row.failure)) << "row " << &row - rows;
+        script.urlAnswers = row.first;
+        script.urlAnswers.insert(answers.begin(), answers.end());
+        EXPECT_THAT(openFailure(), StartsWith(row.second)) << "row " << &row - rows;
     }
 }
 

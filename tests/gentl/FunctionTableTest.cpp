@@ -63,13 +63,9 @@ const std::map<std::string, std::uint32_t> laterFunctions{
 
 TEST(VersionTest, DecidesWhichMembersReachTheirFunctions)
 {
-    const struct
-    {
-        const char *claimed;
-        std::vector<TL_INFO_CMD> refused; // the queries that are not implemented
-        std::pair<std::uint32_t, std::uint32_t> known;
-        std::uint32_t lastMinor; // whose group is looked up
-    } rows[] = {
+    using Version = std::pair<std::uint32_t, std::uint32_t>;
+    // A claim, the queries of it that are not implemented, what is known of it, and the last group that is looked up.
+    const std::tuple<const char *, std::vector<TL_INFO_CMD>, Version, std::uint32_t> rows[] = {
         {"0.9", {}, {0, 9}, 0},
         {"1.0", {}, {1, 0}, 0},
         {"1.2", {}, {1, 2}, 2},

@@ -1,31 +1,14 @@
 // SPDX-License-Identifier: MIT
 // What the file of a producer states of itself is looked at before the loader of Linux believes it.
-#include "GenTL_Interface.h"
-#include "Script.h"
-#include "Simulator.h"
+#include "LoadFixture.h"
 
-#include <gmock/gmock.h>
-
-#include <filesystem>
 #include <fstream>
 
-using GenICam_Interfaces::GenTL_Interface;
 using testing::HasSubstr;
 
 namespace {
 
-std::string loadFailure(const std::string &path)
-{
-    return failureOf([&] { GenTL_Interface gentl(path); });
-}
-
-class ModuleFileTest : public testing::Test
-{
-protected:
-    ModuleFileTest() { std::filesystem::current_path(simulator.folder()); }
-
-    Simulator simulator;
-};
+using ModuleFileTest = LoadTest;
 
 TEST_F(ModuleFileTest, ATruncatedProducerIsNotMapped)
 {

@@ -1,32 +1,14 @@
 // SPDX-License-Identifier: MIT
 // Loading a producer: the calls, the failures with their whole texts, and how long the module stays.
-#include "GenTL_Interface.h"
+#include "LoadFixture.h"
 #include "LoadedModule.h"
-#include "Script.h"
-#include "Simulator.h"
 #include "System.h"
 
-#include <gmock/gmock.h>
-
-#include <filesystem>
-#include <fstream>
-
-using GenICam_Interfaces::GenTL_Interface;
+#include <tuple>
 
 namespace {
 
-std::string loadFailure(const std::string &path)
-{
-    return failureOf([&] { GenTL_Interface gentl(path); });
-}
-
-class ProducerLoadTest : public testing::Test
-{
-protected:
-    ProducerLoadTest() { std::filesystem::current_path(simulator.folder()); }
-
-    Simulator simulator;
-};
+using ProducerLoadTest = LoadTest;
 
 TEST_F(ProducerLoadTest, AFileThatCannotBeLoadedIsNamedAsGiven)
 {
@@ -43,13 +25,8 @@ TEST_F(ProducerLoadTest, TheLibraryIsInitialisedForTheVersionQueryAlone)
 {
     const char *const initialise = "GCInitLib() = 0";
     const char *const close = "GCCloseLib() = 0";
-    const struct
-    {
-        const char *copy; // of the producer for this row: what failed stays loaded, in whatever state
-        std::string failures;
-        const char *text;
-        std::vector<std::string> calls;
-    } rows[] = {
+    // Each row has a copy of the producer: what failed stays loaded, in whatever state.
+    const std::tuple<const char *, std::string, const char *, std::vector<std::string>> rows[] = {
         {"whole.cti", "", "no exception", {initialise, "GCGetInfo(9) = 0 1", "GCGetInfo(10) = 0 5", close}},
         {"refusing.cti",
          "[[failure]]\nfunction = \"GCInitLib\"\ncode = -1004\n",

@@ -16,7 +16,6 @@
 using namespace GenICam_Interfaces;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-using ::testing::UnorderedElementsAreArray;
 
 namespace {
 
@@ -53,7 +52,7 @@ TEST_F(ProducerSearchTest, FilesOfTheLowerCaseSuffixAreProducersAndNamesAreNotNo
         std::vector<std::string> files;
         for (const std::string &name : names)
             files.push_back(join(folder, name));
-        EXPECT_THAT(findCtiFiles(folder), UnorderedElementsAreArray(files));
+        EXPECT_THAT(findCtiFiles(folder), testing::UnorderedElementsAreArray(files));
     }
 }
 
