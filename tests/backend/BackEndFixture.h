@@ -11,7 +11,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -52,19 +51,20 @@ protected:
         return capture.text();
     }
 
-    /// Searches for producers and makes one pass. This and the next three return what was printed.
+    /// A new back end searches for producers and makes one pass. This and the next three return what was printed.
     std::string start()
     {
+        backEnd = std::make_unique<BackEnd>();
         return printedBy([this] {
             backEnd->discoverLibraries(true);
             backEnd->updateDevices();
         });
     }
 
-    /// The same with a new back end and other cameras.
+    /// The same with other cameras.
     std::string startWith(std::string_view toml)
     {
-        backEnd = std::make_unique<BackEnd>();
+        backEnd.reset();
         simulator.configure(toml);
         simulator.clearLog();
         return start();

@@ -8,13 +8,9 @@
 
 #include <stdexcept>
 
-using testing::AllOf;
-using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
 using testing::StartsWith;
-using testing::ThrowsMessage;
 
 namespace {
 
@@ -90,7 +86,7 @@ TEST_F(DeviceTest, OpenAndClose)
     device()->close(false);
     EXPECT_THAT(functionsOf(simulator.calls()), ElementsAre("GCReadPort", "GCReadPort", "DevClose"));
     device()->open();
-    EXPECT_THAT(simulator.calls(), Contains(HasSubstr("IFOpenDevice(h2, \"sim-1\", 3)")));
+    EXPECT_THAT(simulator.calls(), testing::Contains(HasSubstr("IFOpenDevice(h2, \"sim-1\", 3)")));
     EXPECT_EQ(simulator.lockTraffic(), "locked user locked");
     simulator.clearLog();
     device()->close(true);
@@ -133,7 +129,7 @@ TEST_F(DeviceTest, AFailedOpenNamesControlAccessAlsoInAProbe)
     EXPECT_EQ(start(), expected);
     EXPECT_EQ(printedBy([this] { backEnd->selectDevice(device()); }), expected);
     EXPECT_EQ(stateOf(*device()), "Unknown without a lock") << "it is in the list all the same";
-    EXPECT_THAT(simulator.calls("DevGetInfo"), IsEmpty()) << "the probe ends with the failed open";
+    EXPECT_THAT(simulator.calls("DevGetInfo"), testing::IsEmpty()) << "the probe ends with the failed open";
     EXPECT_FALSE(backEnd->selectedIsLocked()) << "it stays selected: none selected would answer true";
 }
 
@@ -194,7 +190,6 @@ TEST_F(DeviceTest, DescriptionsThatAreOfLittleUse)
     EXPECT_EQ(device()->ipAddress(), 0u);
     EXPECT_EQ(device()->macAddress(), 0x8000000000000000u) << "no plain integer";
     describe("<Port Name=\"Device\"/>");
-    backEnd = std::make_unique<BackEnd>();
     EXPECT_THAT(start(), StartsWith(portFailed + "Node 'Device'"));
     EXPECT_EQ(simulator.openHandles(), 2);
 }
@@ -203,7 +198,7 @@ TEST_F(DeviceTest, APassGoesOnBehindAnExceptionOfGenApi)
 {
     describe("<Integer Name=\"GevCurrentIPAddress\"><pValue>GevCurrentIPAddress</pValue></Integer>",
              "[[interface.camera]]\nid = \"sim-2\"\n");
-    EXPECT_THAT(start(), AllOf(StartsWith(probeFailed), HasSubstr("GevCurrentIPAddress")));
+    EXPECT_THAT(start(), testing::AllOf(StartsWith(probeFailed), HasSubstr("GevCurrentIPAddress")));
     ASSERT_THAT(ids(), ElementsAre("sim-1", "sim-2"));
     EXPECT_EQ(device(0)->transportType(), TransportType::GEV) << "as far as it is known";
     EXPECT_EQ(device(1)->transportType(), TransportType::GEV);
@@ -233,7 +228,7 @@ TEST_F(DeviceTest, TextQueries)
     EXPECT_EQ(printedBy([this] { EXPECT_EQ(device()->accessStatus(), 0); }),
               failed("IFGetDeviceInfo(DEVICE_INFO_ACCESS_STATUS,sim-1)"));
     EXPECT_THAT([this] { device()->userDefinedName(); },
-                ThrowsMessage<std::runtime_error>(
+                testing::ThrowsMessage<std::runtime_error>(
                     "ERROR: IFGetDeviceInfo(DEVICE_INFO_USER_DEFINED_NAME,sim-1) failed with code -1010!"))
         << "alone of its family";
 }

@@ -5,7 +5,6 @@
 
 #include <gmock/gmock.h>
 
-using testing::AllOf;
 using testing::EndsWith;
 using testing::HasSubstr;
 
@@ -36,7 +35,7 @@ TEST_F(DialogueTest, AFirmwareVersionThatCannotBeReadIsUnknown)
         << "the port's failure";
     EXPECT_THAT(runWithFirmware(
                     "<String Name=\"DeviceFirmwareVersion\"><pValue>DeviceFirmwareVersion</pValue></String>"),
-                AllOf(HasSubstr(summary), EndsWith("q: quit program... ")))
+                testing::AllOf(HasSubstr(summary), EndsWith("q: quit program... ")))
         << "GenApi's failure, and the run goes on";
 }
 

@@ -9,6 +9,7 @@
 
 #include <limits>
 #include <stdexcept>
+#include <tuple>
 #include <variant>
 
 using GenICam_3_2_TVN::GenericException;
@@ -45,13 +46,7 @@ protected:
 
 TEST_F(RemoteNodeTest, ValuesByKind)
 {
-    const struct
-    {
-        const char *name;
-        std::int64_t integer;
-        double number;
-        const char *text;
-    } rows[] = {
+    const std::tuple<const char *, std::int64_t, double, const char *> rows[] = {
         {"Number", -5, -5.0, "-5"},
         {"Switch", 1, 1.0, "1"},
         {"Gain", -2, -2.5, "-2.500000"},
@@ -59,11 +54,11 @@ TEST_F(RemoteNodeTest, ValuesByKind)
         {"Root", RemoteNode::NoInteger, RemoteNode::NoDouble, ""},
         {"Raw", RemoteNode::NoInteger, RemoteNode::NoDouble, ""}, // an integer register is no "Integer"
     };
-    for (const auto &row : rows) {
-        const RemoteNode node = camera->remoteNode(row.name);
-        EXPECT_EQ(node.valueAsInteger(), row.integer) << row.name;
-        EXPECT_EQ(node.valueAsDouble(), row.number) << row.name;
-        EXPECT_EQ(node.valueAsString(), row.text) << row.name;
+    for (const auto &[name, integer, number, text] : rows) {
+        const RemoteNode node = camera->remoteNode(name);
+        EXPECT_EQ(node.valueAsInteger(), integer) << name;
+        EXPECT_EQ(node.valueAsDouble(), number) << name;
+        EXPECT_EQ(node.valueAsString(), text) << name;
     }
     EXPECT_EQ(RemoteNode::NoDouble, std::numeric_limits<double>::min());
 }

@@ -4,6 +4,8 @@
 
 #include <gmock/gmock.h>
 
+#include <tuple>
+
 using testing::ElementsAre;
 
 namespace {
@@ -14,25 +16,20 @@ using RulesTest = BackEndTest;
 TEST_F(RulesTest, EachRuleInItsOrder)
 {
     select()->rememberPassword("usedbefore");
-    const struct
-    {
-        std::string candidate;
-        PasswordCheck code;
-        std::string message;
-    } rows[] = {
+    const std::tuple<std::string, PasswordCheck, std::string> rows[] = {
         {"\xc3\xa4", PasswordCheck::PasswordTooShort, "Your password is to short. (min 3 characters)"},
         {"abc", PasswordCheck::PasswordOk, "untouched"},
         {"mapleoak", PasswordCheck::PasswordIsDefault, "Cannot use default 'mapleoak' as new password."},
         {"usedbefore", PasswordCheck::PasswordUsedBefore, "Your password has been used before."},
         {"UsedBefore", PasswordCheck::PasswordOk, "untouched"},
     };
-    for (const auto &row : rows) {
+    for (const auto &[candidate, expected, words] : rows) {
         PasswordCheck code{};
         std::string message = "untouched";
-        const bool passed = row.code == PasswordCheck::PasswordOk;
-        EXPECT_EQ(backEnd->checkNewPassword(row.candidate, code, &message), passed) << row.candidate;
-        EXPECT_EQ(code, row.code) << row.candidate;
-        EXPECT_EQ(message, row.message) << row.candidate;
+        const bool passed = expected == PasswordCheck::PasswordOk;
+        EXPECT_EQ(backEnd->checkNewPassword(candidate, code, &message), passed) << candidate;
+        EXPECT_EQ(code, expected) << candidate;
+        EXPECT_EQ(message, words) << candidate;
     }
 }
 

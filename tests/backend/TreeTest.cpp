@@ -13,6 +13,7 @@
 #include <filesystem>
 #include <mutex>
 #include <thread>
+#include <tuple>
 
 namespace fs = std::filesystem;
 using testing::AllOf;
@@ -44,11 +45,7 @@ protected:
         return result;
     }
 
-    // Two producers, each in a folder of its own, and configurations that count in one of them.
-    void searchBoth()
-    {
-        search(folderOf(Simulator::cti()) + ";" + folderOf(Simulator::cti("backend_second")));
-    }
+    // Configurations that count in one of two producers.
     const std::string first = "producer = \"torvane_sim\"\n";
     const std::string second = "producer = \"second\"\n";
 };
@@ -121,15 +118,11 @@ TEST_F(TreeTest, AFailedLevelHidesWhatIsBehindItUntilTheNextPass)
     const std::string both = interface("eth0", {"A", "B"}, first);
     const std::string one = interface("eth0", {"B"}, first);
     const std::string five = interface("eth0", {"B", "C", "D", "E", "F"}, first);
-    using Ids = std::vector<std::string>;
     const struct
     {
-        std::string before;
-        std::string after;
-        std::string call;
+        std::string before, after, call;
         std::uint64_t number;
-        Ids found;
-        Ids foundThen;
+        std::vector<std::string> found, foundThen;
     } rows[] = {
         {"", a + c, "TLOpen()", 1, {}, {"A", "C"}},
         {"", a + b + c, "TLOpenInterface()", 1, {"C"}, {"C", "A", "B"}},
@@ -141,9 +134,8 @@ TEST_F(TreeTest, AFailedLevelHidesWhatIsBehindItUntilTheNextPass)
         {both, one, "IFGetNumDevices()", 1, {"A", "B"}, {"B"}},
         {both, one, "IFGetDeviceID(0)", 1, {"A", "B"}, {"B"}},
         {both, five, "IFGetDeviceID(3)", 4, {"A", "B", "C", "D"}, {"B", "C", "D", "E", "F"}}};
-    searchBoth();
+    search(folderOf(Simulator::cti()) + ";" + folderOf(Simulator::cti("backend_second")));
     for (const auto &row : rows) {
-        backEnd = std::make_unique<BackEnd>();
         if (!row.before.empty())
             startWith(row.before);
         simulator.configure(row.after);
@@ -236,23 +228,19 @@ TEST_F(TreeTest, OneIdentifierOnTwoInterfaces)
 
 TEST_F(TreeTest, AFailedCloseIsAWarningAndKeepsTheProducerLoaded)
 {
-    const struct
-    {
-        std::string function;
-        std::uint64_t number; // behind the probe and the version query
-        std::string printed;
-    } rows[] = {{"none", 1, ""},
-                {"DevClose", 2, failed("DevClose()", "WARNING")},
-                {"IFClose", 1, failed("IFClose()", "WARNING")},
-                {"TLClose", 1, failed("TLClose()", "WARNING")},
-                {"GCCloseLib", 2, "WARNING: GCCloseLib() failed with code -1010!\n"}};
+    // With the number of the call, behind the probe and the version query.
+    const std::tuple<std::string, std::uint64_t, std::string> rows[] = {
+        {"none", 1, ""},
+        {"DevClose", 2, failed("DevClose()", "WARNING")},
+        {"IFClose", 1, failed("IFClose()", "WARNING")},
+        {"TLClose", 1, failed("TLClose()", "WARNING")},
+        {"GCCloseLib", 2, "WARNING: GCCloseLib() failed with code -1010!\n"}};
     for (const auto &[function, number, printed] : rows) {
         const std::string folder = installProducer(function);
         search(folder);
         simulator.configure(Simulator::oneCamera);
         if (!printed.empty())
             fail(function, number);
-        backEnd = std::make_unique<BackEnd>();
         select();
         EXPECT_EQ(end(), printed);
         EXPECT_THAT(closings(), ElementsAre("DevClose", "IFClose", "TLClose", "GCCloseLib"));

@@ -76,7 +76,6 @@ TEST_F(WipeTest, TheOperationsWipeWhatTheyWereGivenAndWhatTheyAskedFor)
     const std::string lines = before + '\n' + after + '\n' + other + '\n' + after + '\n' + other + '\n';
     for (const char *state : {"0", "1"}) {
         startWithLock(state);
-        backEnd = std::make_unique<BackEnd>();
         start();
         backEnd->selectDevice(device());
         const auto unlock = [&] {
@@ -103,7 +102,6 @@ TEST_F(WipeTest, TheDialogueAndTheHistory)
     fail("GCReadPort", 7, 0, "address = 0x50001000\n"); // behind the write: the lock counts as open then
     EXPECT_EQ(leftBehindBy([&] { dialogue(""); }), 0) << "an unlock";
 
-    backEnd = std::make_unique<BackEnd>();
     start();
     const auto history = [&] {
         for (const char *used : {"secret-number-one", "secret-number-two", "secret-number-three",
