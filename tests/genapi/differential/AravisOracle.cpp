@@ -157,20 +157,14 @@ std::string answer(ArvGcNode *node, const Question &question)
     const bool isGet = question.action == "get";
     if (question.action == "mode")
         return "mode " + accessMode;
-    if (!isGet && question.action != "set" && question.action != "leave")
+    if (!isGet && !question.isWrite())
         return bound(node, question.action);
     if (accessMode == "NI" || accessMode == "NA" || accessMode == (isGet ? "WO" : "RO"))
         throw std::runtime_error(accessMode);
     if (isGet)
         return get(node);
-    const Memory before = memory;
-    set(node, question.value);
-    if (question.action == "leave") {
-        get(node);
-        memory = before;
-        return get(node);
-    }
-    return answerOfWrite(before, memory);
+    return answerToWrite(
+        question, memory, [&] { set(node, question.value); }, [&] { return get(node); });
 }
 
 } // namespace
@@ -201,7 +195,7 @@ int main()
         } catch (const std::runtime_error &failure) {
             std::cout << refusal << ": " << failure.what() << std::endl;
         }
-        if (question.action == "set" || question.action == "leave")
+        if (question.isWrite())
             memory = asked.memory;
     }
     return EXIT_SUCCESS;

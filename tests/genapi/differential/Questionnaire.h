@@ -22,6 +22,7 @@ struct Question
     std::string node;
     std::string value; ///< to be set: an integer, a float as %.17g, a text, "true", or the name of an entry
 
+    bool isWrite() const { return action == "set" || action == "leave"; }
     std::string text() const { return action + " " + node + (value.empty() ? "" : " " + value); }
 };
 
@@ -46,6 +47,19 @@ std::string answerOf(bool value);
 std::string answerOf(std::string_view text);
 /// What a write did: "wrote 1000=a 1001=b", the bytes that differ from before.
 std::string answerOfWrite(const Memory &before, const Memory &after);
+
+/// The answer to a question that writes, by \p set, which does so, and \p get, which reads the node.
+template <class Set, class Get>
+std::string answerToWrite(const Question &question, Memory &memory, Set set, Get get)
+{
+    const Memory before = memory;
+    set();
+    if (question.action == "set")
+        return answerOfWrite(before, memory);
+    get();
+    memory = before;
+    return get();
+}
 
 /// Copies \p length bytes at \p address between the memory and \p buffer.
 /// \return false when some of them are not there; then the memory is unchanged

@@ -11,8 +11,6 @@
 namespace {
 
 using namespace GenApi_3_2_TVN;
-using GenICam_3_2_TVN::gcstring;
-using GenICam_3_2_TVN::GenericException;
 
 class MemoryPort : public CPortImpl
 {
@@ -70,16 +68,10 @@ std::string answer(INode *node, const Question &question, Memory &memory)
         return get(node);
     if (question.action == "mode")
         return "mode " + modeOf(node);
-    if (question.action != "set" && question.action != "leave")
+    if (!question.isWrite())
         return shown(limitOf(node, question.action));
-    const Memory before = memory;
-    set(node, question.value);
-    if (question.action == "leave") {
-        get(node);
-        memory = before;
-        return get(node);
-    }
-    return answerOfWrite(before, memory);
+    return answerToWrite(
+        question, memory, [&] { set(node, question.value); }, [&] { return get(node); });
 }
 
 } // namespace
@@ -89,7 +81,7 @@ std::vector<std::string> answersOfTorvane(const Questionnaire &questionnaire)
 {
     MemoryPort port{questionnaire.memory};
     CNodeMapRef nodes;
-    nodes._LoadXMLFromString(gcstring{std::string_view{questionnaire.description}});
+    nodes._LoadXMLFromString(GenICam_3_2_TVN::gcstring{std::string_view{questionnaire.description}});
     NodeList_t all;
     nodes._GetNodes(all);
     for (INode *const node : all)
@@ -98,12 +90,12 @@ std::vector<std::string> answersOfTorvane(const Questionnaire &questionnaire)
     for (const Question &question : questionnaire.questions) {
         try {
             answers.push_back(answer(nodes._GetNode(question.node.c_str()), question, port.memory));
-        } catch (const GenericException &failure) {
+        } catch (const GenICam_3_2_TVN::GenericException &failure) {
             answers.push_back(std::string{refusal} + ": " + failure.GetDescription());
         } catch (const std::runtime_error &failure) {
             answers.push_back(std::string{refusal} + ": " + failure.what());
         }
-        if (question.action != "set" && question.action != "leave")
+        if (!question.isWrite())
             continue;
         port.memory = questionnaire.memory;
         nodes._InvalidateNodes();
