@@ -4,7 +4,6 @@
 #include "Camera.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <functional>
 #include <type_traits>

@@ -11,7 +11,6 @@
 #include <thread>
 
 using namespace GenApi_3_2_TVN;
-using testing::Each;
 
 namespace {
 
@@ -24,7 +23,7 @@ std::string body(const std::string &children)
 }
 
 /// What loading gives: the text of the refusal, or the value of "Gain".
-std::string loaded(const std::string &bytes, EContentType_t contentType)
+std::string loaded(const std::string &bytes, EContentType_t contentType = ContentType_Xml)
 {
     std::string outcome;
     const std::string text = refusal([&] {
@@ -38,19 +37,15 @@ std::string loaded(const std::string &bytes, EContentType_t contentType)
     return text.empty() ? outcome : text;
 }
 
-std::string loadedPlain(const std::string &bytes)
-{
-    return loaded(bytes, ContentType_Xml);
-}
-
 std::string loadedZip(const std::string &bytes)
 {
     return loaded(bytes, ContentType_ZippedXml);
 }
 
+using Files = std::vector<std::pair<std::string, std::string>>;
+
 /// An archive in memory with these files, each with an extra field that nobody knows.
-std::string zipped(const std::vector<std::pair<std::string, std::string>> &files,
-                   const char *password = nullptr)
+std::string zipped(const Files &files, const char *password = nullptr)
 {
     zip_source_t *const target = zip_source_buffer_create(nullptr, 0, 0, nullptr);
     zip_source_keep(target);
@@ -96,9 +91,9 @@ TEST(Description, AcceptsWhatTheFieldCarries)
              body("<Value><!-- old: 6 --><![CDATA[7]]></Value>"),
              body("<Value>&#x37;</Value>"),
          })
-        EXPECT_EQ(loadedPlain(text), "7") << text;
+        EXPECT_EQ(loaded(text), "7") << text;
     for (const std::size_t padding : {1U, 2U, 3U})
-        EXPECT_EQ(loadedPlain(sound + std::string(padding, '\0')), "7") << padding << " zeros";
+        EXPECT_EQ(loaded(sound + std::string(padding, '\0')), "7") << padding << " zeros";
 }
 
 TEST(Description, RefusesWhatIsNone)
@@ -117,8 +112,8 @@ TEST(Description, RefusesWhatIsNone)
         {{"\xff\xfe<\0\xe4\0>\0<\0", 10}, noXml + "Could not determine tag type (byte 7 as UTF-8)"},
         {"\x4c\x6f\xa7\x94", noXml + "No document element found (line 1, byte 4)"}};
     for (const auto &[text, fault] : rows)
-        EXPECT_EQ(loadedPlain(text), fault) << text.substr(0, 80);
-    EXPECT_EQ(loadedPlain(body("<Value>7&#x7;&#x110000;</Value>")).substr(0, 23), "Node 'Gain': Value: '7?")
+        EXPECT_EQ(loaded(text), fault) << text.substr(0, 80);
+    EXPECT_EQ(loaded(body("<Value>7&#x7;&#x110000;</Value>")).substr(0, 23), "Node 'Gain': Value: '7?")
         << "characters that are none";
     EXPECT_EQ(refusal([] { CNodeMapFactory{ContentType_Xml, nullptr, 100}; }), "The description is empty");
     EXPECT_EQ(refusal([] {
@@ -130,8 +125,8 @@ TEST(Description, RefusesWhatIsNone)
 
 TEST(Description, NeedsNoStackForDeepNestingAndHoldsAMillionNodes)
 {
-    EXPECT_EQ(loadedPlain(description(repeated(300'000, "<Group>") + constant("Gain", "7") +
-                                      repeated(300'000, "</Group>"))),
+    EXPECT_EQ(loaded(description(repeated(300'000, "<Group>") + constant("Gain", "7") +
+                                 repeated(300'000, "</Group>"))),
               "7");
     const std::string text = "<RegisterDescription><Integer/><Integer Name=''><Value>1</Value></Integer>" +
                              repeated(1'000'000, "<Node Name='#'/>") + "</RegisterDescription>";
@@ -141,8 +136,6 @@ TEST(Description, NeedsNoStackForDeepNestingAndHoldsAMillionNodes)
     EXPECT_EQ(nodeMap._GetNode(""), nullptr);
     EXPECT_STREQ(nodeMap._GetNode("999999")->GetName().c_str(), "999999");
 }
-
-using Files = std::vector<std::pair<std::string, std::string>>;
 
 TEST(Archive, HoldsOneDescription)
 {
@@ -267,9 +260,9 @@ TEST(Sharing, ThreadsGetOneDescriptionAndReadIt)
     for (int time = 0; time < 20; ++time) {
         const auto results = onThreads([&] {
             const auto shared = sharedDescription(ContentType_Xml, text);
-            return std::pair{shared, loadedPlain(text)};
+            return std::pair{shared, loaded(text)};
         });
-        EXPECT_THAT(results, Each(std::pair{results.front().first, std::string{"7"}}));
+        EXPECT_THAT(results, testing::Each(std::pair{results.front().first, std::string{"7"}}));
     }
 }
 

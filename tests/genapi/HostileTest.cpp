@@ -7,8 +7,6 @@
 
 namespace {
 
-using GenApi_3_2_TVN::NodeList_t;
-
 const std::string link = "<Integer Name='K#'><pValue>K@</pValue></Integer>";
 
 TEST(Hostile, WaysAreBounded)
@@ -51,7 +49,7 @@ TEST(Hostile, EntriesOfAStructRegShareLittle)
     const std::string address = "<pAddress>One</pAddress>";
     Camera camera{begin + repeated(7, address) + repeated(1000, "<pInvalidator>One</pInvalidator>") +
                   repeated(53, "<Tag#>One</Tag#>") + "</StructReg>"};
-    NodeList_t list;
+    GenApi_3_2_TVN::NodeList_t list;
     camera.nodeMap._GetNodes(list);
     EXPECT_GT(list.size(), 5'000U);
     camera.port.set(7, {1});

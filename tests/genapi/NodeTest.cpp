@@ -5,7 +5,6 @@
 #include "ReadShapes.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 using namespace GenApi_3_2_TVN;
 using testing::ElementsAre;

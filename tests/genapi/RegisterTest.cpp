@@ -3,7 +3,6 @@
 #include "Camera.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <array>
 

@@ -5,13 +5,11 @@
 #include "IPort.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <cstring>
 
 using namespace GenApi_3_2_TVN;
 using GenICam_3_2_TVN::gcstring;
-using testing::ElementsAre;
 
 namespace {
 
@@ -50,7 +48,7 @@ TEST(Slots, StandInTheirOrder)
                      slotOf(static_cast<ConnectStackedNamed>(&Ref::_Connect)),
                      slotOf(static_cast<Connect>(&Ref::_Connect)),
                      slotOf(static_cast<ConnectNamed>(&Ref::_Connect)), slotOf(&Ref::_ParseSwissKnifes)}),
-        ElementsAre(4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15));
+        testing::ElementsAre(4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15));
 }
 
 } // namespace
