@@ -9,7 +9,6 @@
 #include "Simulator.h"
 #include "UpdateWorker.h"
 
-#include <QAbstractButton>
 #include <QApplication>
 #include <QEventLoop>
 #include <QMessageBox>
@@ -20,6 +19,7 @@
 #include <QTimer>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -68,23 +68,20 @@ public:
         std::filesystem::current_path(simulator.folder());
     }
 
-    void plug(const QString &plan) { simulator.configure(cameras(plan)); }
-
-    /// One tick of the clock, which sends the worker into a pass.
-    void tick() const { QMetaObject::invokeMethod(timer, "timeout"); }
-
-    /// A whole pass, until the GUI thread has announced it.
-    void pass() const
+    /// A whole pass, until the GUI thread has announced it; over other cameras, if there is a \p plan of them.
+    void pass(const std::optional<QString> &plan = {})
     {
+        plug(plan);
         QEventLoop announced;
         QObject::connect(model->updateWorker(), &UpdateWorker::updateDone, &announced, &QEventLoop::quit);
         tick();
         announced.exec();
     }
 
-    /// A whole pass, of which the GUI thread has not heard yet.
-    void passUnheard() const
+    /// The same, of which the GUI thread has not heard yet.
+    void passUnheard(const std::optional<QString> &plan = {})
     {
+        plug(plan);
         QSemaphore done;
         const auto connection = QObject::connect(
             model->updateWorker(), &UpdateWorker::updateDone, model->updateWorker(), [&] { done.release(); },
@@ -142,6 +139,15 @@ protected:
     }
 
 private:
+    void plug(const std::optional<QString> &plan)
+    {
+        if (plan)
+            simulator.configure(cameras(*plan));
+    }
+
+    /// One tick of the clock, which sends the worker into a pass.
+    void tick() const { QMetaObject::invokeMethod(timer, "timeout"); }
+
     QTimer *timer = nullptr;
     QObject listener; // on the GUI thread, to which emissions of the update thread are queued
 };

@@ -45,11 +45,64 @@ struct Panel : CameraList
         QObject::connect(widget, &PasswordWidget::lockChanged, [this] { viewsAtChange << view(); });
     }
 
-    void take(const QString &steps);
+    // Steps are the label of a button, "Return" in the first field, a text for a field ("old=hunter22"), and "elsewhere":
+    // somebody else opens the lock.
+    void take(const QString &steps)
+    {
+        for (const QString &step : steps.split(", ", Qt::SkipEmptyParts)) {
+            const int place = QStringList{"old", "new", "confirm"}.indexOf(step.section('=', 0, 0));
+            if (place >= 0)
+                field(place).type(step.section('=', 1));
+            else if (step == "Return")
+                QTest::keyClick(field(0).edit, Qt::Key_Return);
+            else if (step == "elsewhere")
+                backEnd->devices().at(0)->unlock("hunter22");
+            else if (QPushButton *const button = shownButton(widget, step))
+                QTest::mouseClick(button, Qt::LeftButton);
+        }
+    }
+
+    // Takes steps and compares what is seen then, what the panel says, and what has been written to the camera since the
+    // last time. A change of the lock is told ("!" for each) while the panel still stands in the dialogue.
     void expect(const QString &steps, const QString &seen, const QString &said = {},
-                const QString &written = {});
-    QString view() const;
-    QString takeWrites();
+                const QString &written = {})
+    {
+        viewsAtChange.clear();
+        take(steps);
+        const QString told = viewsAtChange.contains(view()) ? "late" : QString(viewsAtChange.count(), '!');
+        QCOMPARE(QStringList({steps, view(), told + status()->text(), takeWrites()}).join('\n'),
+                 QStringList({steps, seen, said, written}).join('\n'));
+    }
+
+    // Buttons, those that are disabled in parentheses, and fields with their complaints, from top to bottom.
+    QString view() const
+    {
+        QStringList seen;
+        const auto see = [&seen](const QWidget *part) {
+            for (const QPushButton *button : part->findChildren<QPushButton *>())
+                if (button->isVisible())
+                    seen << (button->isEnabled() ? '[' + button->text() + ']' : '(' + button->text() + ')');
+        };
+        see(partOf<QWidget>(widget, 0));
+        for (const int place : {0, 1, 2}) {
+            const FieldParts parts = field(place);
+            const QString error = parts.error->text().isEmpty() ? "" : '<' + parts.error->text() + '>';
+            if (parts.edit->isVisible())
+                seen << parts.caption->text() + parts.edit->placeholderText() + '=' + parts.edit->text() +
+                            error;
+        }
+        see(inputBox());
+        return seen.join(' ');
+    }
+
+    // The writes of Simulator::lockTraffic.
+    QString takeWrites()
+    {
+        QStringList words = QString::fromStdString(simulator.lockTraffic()).split(' ', Qt::SkipEmptyParts);
+        simulator.clearLog();
+        return words.filter(QRegularExpression("^[A-Z]")).join(' ');
+    }
+
     QLabel *status() const { return partOf<QLabel>(widget, 3); }
     QWidget *inputBox() const { return partOf<QWidget>(widget, 1); }
     FieldParts field(int place) const { return FieldParts(partOf<QWidget>(inputBox(), place)); }
@@ -60,62 +113,6 @@ struct Panel : CameraList
     MessageBoxes boxes;
     QStringList viewsAtChange;
 };
-
-// Steps are the label of a button, "Return" in the first field, a text for a field ("old=hunter22"), and "elsewhere":
-// somebody else opens the lock.
-void Panel::take(const QString &steps)
-{
-    for (const QString &step : steps.split(", ", Qt::SkipEmptyParts)) {
-        const int place = QStringList{"old", "new", "confirm"}.indexOf(step.section('=', 0, 0));
-        if (place >= 0)
-            field(place).type(step.section('=', 1));
-        else if (step == "Return")
-            QTest::keyClick(field(0).edit, Qt::Key_Return);
-        else if (step == "elsewhere")
-            backEnd->devices().at(0)->unlock("hunter22");
-        else if (QPushButton *const button = shownButton(widget, step))
-            QTest::mouseClick(button, Qt::LeftButton);
-    }
-}
-
-// Takes steps and compares what is seen then, what the panel says, and what has been written to the camera since the
-// last time. A change of the lock is told ("!" for each) while the panel still stands in the dialogue.
-void Panel::expect(const QString &steps, const QString &seen, const QString &said, const QString &written)
-{
-    viewsAtChange.clear();
-    take(steps);
-    const QString told = viewsAtChange.contains(view()) ? "late" : QString(viewsAtChange.count(), '!');
-    QCOMPARE(QStringList({steps, view(), told + status()->text(), takeWrites()}).join('\n'),
-             QStringList({steps, seen, said, written}).join('\n'));
-}
-
-// Buttons, those that are disabled in parentheses, and fields with their complaints, from top to bottom.
-QString Panel::view() const
-{
-    QStringList seen;
-    const auto see = [&seen](const QWidget *part) {
-        for (const QPushButton *button : part->findChildren<QPushButton *>())
-            if (button->isVisible())
-                seen << (button->isEnabled() ? '[' + button->text() + ']' : '(' + button->text() + ')');
-    };
-    see(partOf<QWidget>(widget, 0));
-    for (const int place : {0, 1, 2}) {
-        const FieldParts parts = field(place);
-        const QString error = parts.error->text().isEmpty() ? "" : '<' + parts.error->text() + '>';
-        if (parts.edit->isVisible())
-            seen << parts.caption->text() + parts.edit->placeholderText() + '=' + parts.edit->text() + error;
-    }
-    see(inputBox());
-    return seen.join(' ');
-}
-
-// The writes of Simulator::lockTraffic.
-QString Panel::takeWrites()
-{
-    QStringList words = QString::fromStdString(simulator.lockTraffic()).split(' ', Qt::SkipEmptyParts);
-    simulator.clearLog();
-    return words.filter(QRegularExpression("^[A-Z]")).join(' ');
-}
 
 } // namespace
 

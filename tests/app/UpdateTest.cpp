@@ -58,8 +58,7 @@ void UpdateTest::pass()
     if (current != "-")
         list.model->setCurrentIndex(list.row(current.toInt()), {});
     list.takeEmitted();
-    list.plug(after);
-    list.pass();
+    list.pass(after);
     QTEST(list.shown(), "shown");
     QTEST(list.takeEmitted(), "emitted");
     const QModelIndex index = list.model->currentIndex();
@@ -77,13 +76,11 @@ void UpdateTest::openCameraMovesOrGoes()
         ModelList list("Z A B");
         list.model->setCurrentIndex(list.row(2), {});
         list.model->openCurrentDevice();
-        list.plug("A B");
-        list.pass();
+        list.pass("A B");
         QCOMPARE(list.value(1, DeviceItemModel::IsOpenRole), QVariant(true));
         QVERIFY(list.backEnd->lock());
         list.model->setCurrentIndex(list.row(current), {});
-        list.plug("A");
-        list.pass();
+        list.pass("A");
         list.pass();
         list.simulator.clearLog();
         list.model->closeCurrentDevice();
@@ -99,8 +96,7 @@ void UpdateTest::overtakenChoice()
     ModelList list("A B,lock=unlocked C");
     DeviceItemModel &model = *list.model;
     const QModelIndex oldPlace = list.row(1);
-    list.plug("B,lock=unlocked C");
-    list.pass();
+    list.pass("B,lock=unlocked C");
     model.switchCurrentIndex(oldPlace);
     model.openCurrentDevice();
     QVERIFY(list.backEnd->lock());
@@ -120,8 +116,7 @@ void UpdateTest::overtakenChoice()
     model.openCurrentDevice();
     QVERIFY(list.backEnd->lock());
     model.switchCurrentIndex(list.row(1));
-    list.plug("B");
-    list.passUnheard();
+    list.passUnheard("B");
     model.openCurrentDevice();
     QVERIFY(!list.backEnd->lock());
 }
@@ -131,14 +126,12 @@ void UpdateTest::cutRowsStayUntilAnnounced()
     ModelList list("A B C");
     const QModelIndex second = list.row(1);
     const QModelIndex third = list.row(2);
-    list.plug("A");
-    list.passUnheard();
+    list.passUnheard("A");
     QCOMPARE(list.model->rowCount(), 1);
     QVERIFY(!list.row(1).isValid());
     QCOMPARE(second.data(DeviceItemModel::SerialNumberRole), QVariant("B"));
     // The next pass puts another camera into one of the two slots.
-    list.plug("A D");
-    list.passUnheard();
+    list.passUnheard("A D");
     QCOMPARE(second.data(DeviceItemModel::SerialNumberRole), QVariant("D"));
     QCOMPARE(third.data(DeviceItemModel::SerialNumberRole), QVariant("C"));
     QCoreApplication::processEvents();
@@ -153,12 +146,10 @@ void UpdateTest::goneCamerasStayForAPass()
     ModelList list("A");
     for (int round = 0; round < 8; ++round) {
         auto *const gone = static_cast<Device *>(list.row(0).internalPointer());
-        list.plug(" ");
-        list.pass();
+        list.pass(" ");
         QVERIFY(gone->id().empty());
         list.backEnd->selectDevice(gone);
-        list.plug("A");
-        list.passUnheard();
+        list.passUnheard("A");
         QVERIFY(list.row(0).internalPointer() != gone);
         QVERIFY(!list.backEnd->selectedIsLocked()); // so answers a camera that is switched off
         QCoreApplication::processEvents();

@@ -102,14 +102,12 @@ void WindowTest::overtakenAnnouncement()
     WindowList list("B A C");
     const auto choose = [&](int position) { list.view.setCurrentIndex(list.row(position)); };
     choose(1);
-    list.plug("A C");
-    list.passUnheard(); // moves it
+    list.passUnheard("A C"); // moves it
     choose(1);
     QCoreApplication::processEvents();
     QCOMPARE(list.view.currentIndex(), list.row(1));
     QCOMPARE(list.model->currentIndex(), list.row(1));
-    list.plug("A");
-    list.passUnheard(); // cuts it
+    list.passUnheard("A"); // cuts it
     choose(0);
     QCoreApplication::processEvents();
     QCOMPARE(list.view.currentIndex(), list.row(0));
@@ -132,18 +130,15 @@ void WindowTest::rowsComeAndGo()
     const int range = bar.maximum();
     QVERIFY(scrolled > 0);
     for (const int count : {25, 18}) {
-        list.plug(manyCameras(count));
-        list.pass();
+        list.pass(manyCameras(count));
         QCOMPARE(bar.maximum(), range + count - 20);
         QCOMPARE(bar.value(), scrolled);
         QVERIFY(isCurrent(list.row(10)));
     }
-    list.plug("C9 C10 C11");
-    list.pass();
+    list.pass("C9 C10 C11");
     QCOMPARE(bar.maximum(), 0);
     QVERIFY(isCurrent(list.row(1)));
-    list.plug("C9");
-    list.pass();
+    list.pass("C9");
     QVERIFY(!view.currentIndex().isValid() && !view.selectionModel()->hasSelection());
 
     // The view drops a gone row that the model has not heard of, too.
@@ -151,8 +146,7 @@ void WindowTest::rowsComeAndGo()
         const QSignalBlocker unheard(view);
         view.setCurrentIndex(list.row(0));
     }
-    list.plug("");
-    list.pass();
+    list.pass("");
     QVERIFY(!view.currentIndex().isValid());
 }
 
@@ -214,8 +208,7 @@ void WindowTest::panelsPileUp()
         if (count < 3)
             panel->close();
     }
-    list.plug(" ");
-    list.pass();
+    list.pass(" ");
     const QString removed = "The camera has been removed...";
     QCOMPARE(list.boxes.taken(), (QStringList{removed, removed, removed}));
     QVERIFY(!list.panels().last()->isVisible());
@@ -228,8 +221,7 @@ void WindowTest::returnOnAGoneRow()
     for (const char *after : {"A", "A C", "B", ""}) {
         WindowList list("A B");
         list.view.setCurrentIndex(list.row(1));
-        list.plug(after);
-        list.passUnheard();
+        list.passUnheard(after);
         list.simulator.clearLog();
         QTest::keyClick(&list.view, Qt::Key_Return);
         QVERIFY2(list.panels().isEmpty() && list.boxes.taken().isEmpty(), after);
