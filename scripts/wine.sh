@@ -21,8 +21,14 @@ start_wine() {
     export DISPLAY
     rm -- "$display"
     coproc torvane_wine { exec /usr/lib/wine/wine64 cmd >/dev/null 2>&1; }
-    # A second one returns when the first has made the files.
-    /usr/lib/wine/wine64 cmd /c exit </dev/null >/dev/null 2>&1
+    # A second one returns when the first has made the files. On a busy machine it gives up before the first has begun.
+    local try
+    for try in {1..10}; do
+        ! /usr/lib/wine/wine64 cmd /c exit </dev/null >/dev/null 2>&1 || return 0
+        sleep "$try"
+    done
+    printf 'Wine does not start in %s.\n' "$WINEPREFIX" >&2
+    return 1
 }
 
 stop_wine() {
