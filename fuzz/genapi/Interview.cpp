@@ -210,8 +210,8 @@ void change(INode &node)
         attempt([&] {
             std::vector<std::uint8_t> buffer(static_cast<std::size_t>(bytes->GetLength()));
             bytes->Get(buffer.data(), bytes->GetLength());
-            std::ranges::reverse(buffer);
-            bytes->Set(buffer.data(), bytes->GetLength());
+            const std::vector<std::uint8_t> reversed(buffer.rbegin(), buffer.rend());
+            bytes->Set(reversed.data(), bytes->GetLength());
         });
     }
     if (const CCommandPtr command{&node})
