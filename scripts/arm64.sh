@@ -5,7 +5,7 @@
 #
 # The user's system gets no foreign architecture: the sysroot has its own lists of apt and its own database of dpkg, which
 # dpkg-shlibdeps reads too (--admindir, and -l with lib/ before usr/lib/, as packages name them). The folder is named after
-# this file: a change makes a new one.
+# what makes it: a change of that makes a new one.
 
 # The compiler, the emulator, and Qt's tools, which run here and write for any machine.
 # shellcheck disable=SC2034 # for the scripts that build
@@ -18,6 +18,8 @@ torvane_arm64_packages=(
 torvane_arm64_presumed=(
     debconf dpkg fontconfig libgl1-mesa-dri perl python3 python3-distutils shared-mime-info
 )
+
+torvane_arm64_recipe=("${BASH_SOURCE[0]}" "$torvane_root/cmake/EmulatedSyscall.cpp")
 
 # arm64_libraries PACKAGE...: sets libraries to those of the packages that are for a compiler, and so come from the sysroot.
 arm64_libraries() {
@@ -32,7 +34,7 @@ arm64_libraries() {
 # on. Two runs at once wait for each other.
 arm64_sysroot() {
     local lock
-    sysroot=${XDG_CACHE_HOME:-$HOME/.cache}/torvane/arm64-$(sha256sum <"${BASH_SOURCE[0]}" | cut -c 1-16)
+    sysroot=${XDG_CACHE_HOME:-$HOME/.cache}/torvane/arm64-$(cat -- "${torvane_arm64_recipe[@]}" | sha256sum | cut -c 1-16)
     mkdir -p -- "$sysroot"
     exec {lock}>"$sysroot.lock"
     flock "$lock"
@@ -47,7 +49,7 @@ arm64_sysroot() {
 }
 
 arm64_new_sysroot() {
-    local apt=$sysroot/var/lib/apt dpkg=$sysroot/var/lib/dpkg folder
+    local apt=$sysroot/var/lib/apt dpkg=$sysroot/var/lib/dpkg folder emulated=/usr/lib/aarch64-linux-gnu/torvane_emulated.so
     say "Making a folder of ARM64 libraries: $sysroot"
     mkdir -p -- "$apt/lists/partial" "$apt/archives/partial" "$dpkg/info" "$dpkg/updates" "$sysroot/usr/lib/qt5"
     # Debian has one tree of these, below /usr.
@@ -56,6 +58,10 @@ arm64_new_sysroot() {
         ln -s "usr/$folder" "$sysroot/$folder"
     done
     ln -s /usr/lib/qt5/bin "$sysroot/usr/lib/qt5/bin"
+    # The loader of a program looks for this list here first, that of the PC's own programs does not.
+    mkdir -p -- "$sysroot/etc" "$sysroot${emulated%/*}"
+    aarch64-linux-gnu-g++ -std=c++20 -O1 -shared -fPIC "${torvane_arm64_recipe[1]}" -o "$sysroot$emulated"
+    printf '%s\n' "$emulated" >"$sysroot/etc/ld.so.preload"
     # shellcheck disable=SC2016 # the variables are apt's
     apt-get indextargets 'Created-By: Packages' 'Origin: Debian' --format \
         'deb [signed-by=/usr/share/keyrings/debian-archive-keyring.gpg] $(REPO_URI) $(RELEASE) $(COMPONENT)' |
