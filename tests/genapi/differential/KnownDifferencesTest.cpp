@@ -2,6 +2,7 @@
 // The rows of known-differences.txt: each side answers as it stands there.
 #include "Comparison.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <fstream>
@@ -62,7 +63,9 @@ TEST(KnownDifferences, BothSidesAnswerAsEver)
         for (std::uint8_t place = 0; place < 16; ++place)
             asked.memory[0x1000U + place] = place;
         EXPECT_EQ(withoutWords(answersOfTorvane(asked).front()), columns[4]) << line;
-        EXPECT_EQ(withoutWords(answersOfAravis(asked).front()), columns[5]) << line;
+        EXPECT_THAT(columns[5].str() + " or ",
+                    testing::HasSubstr(withoutWords(answersOfAravis(asked).front()) + " or "))
+            << line;
         ++rows;
     }
     EXPECT_GE(rows, 55U);
