@@ -21,6 +21,7 @@ private:
     void run(const QString &command, const QStringList &arguments)
     {
         program.start(command, arguments);
+        QVERIFY2(program.waitForStarted(), qPrintable(program.errorString()));
         program.setTextModeEnabled(true); // what it prints has the line ends of the system
         const bool hasEnded = program.waitForFinished();
         program.kill();

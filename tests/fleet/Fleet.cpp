@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <stdexcept>
 
 namespace {
 
@@ -69,6 +70,9 @@ Fleet::Fleet(std::string_view toml)
 void Fleet::start(QProcess &process, const QStringList &arguments, const std::string &input) const
 {
     process.start(QString::fromStdString(program), arguments);
+    // Qt's kill() of what could not be forked is one of all processes that there are.
+    if (!process.waitForStarted(patienceMs))
+        throw std::runtime_error(program + ": " + process.errorString().toStdString());
     process.write(QByteArray::fromStdString(input));
     process.closeWriteChannel();
     process.setTextModeEnabled(true); // what it prints has the line ends of the system
