@@ -2,6 +2,7 @@
 #include "Command.h"
 
 #include "Interruption.h"
+#include "ProcessStart.h"
 #include "ShieldedProcess.h"
 
 #include <QDeadlineTimer>
@@ -111,8 +112,8 @@ CommandResult runCommand(CommandKind kind, const std::string &command, const std
     process.setProgram(words.takeFirst());
     process.setArguments(words);
     process.start();
-    if (!process.waitForStarted())
-        return {"The command can't be started: " + process.errorString().toStdString() + '.', {}};
+    if (const std::string fault = startFault(process, timeLimitMs); !fault.empty())
+        return {"The command can't be started: " + fault + '.', {}};
     process.write(input.data(), static_cast<qint64>(input.size()));
     process.closeWriteChannel();
     CommandResult result;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Fleet.h"
 
+#include "ProcessStart.h"
+
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -70,9 +72,8 @@ Fleet::Fleet(std::string_view toml)
 void Fleet::start(QProcess &process, const QStringList &arguments, const std::string &input) const
 {
     process.start(QString::fromStdString(program), arguments);
-    // Qt's kill() of what could not be forked is one of all processes that there are.
-    if (!process.waitForStarted(patienceMs))
-        throw std::runtime_error(program + ": " + process.errorString().toStdString());
+    if (const std::string fault = fleet::startFault(process, patienceMs); !fault.empty())
+        throw std::runtime_error(program + ": " + fault);
     process.write(QByteArray::fromStdString(input));
     process.closeWriteChannel();
     process.setTextModeEnabled(true); // what it prints has the line ends of the system
