@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Part of every program of another processor that QEMU runs (scripts/arm64.sh). QEMU 7.2 hands waitid(P_PIDFD) on to the
-// kernel but refuses clone(CLONE_PIDFD): Qt asks for the first, takes it that there is the second too, and can start no
-// process. So it is told that there is neither, and forks as on older kernels.
+// Linked to every program of another processor that tests run under QEMU (scripts/test-arm64). QEMU 7.2 hands
+// waitid(P_PIDFD) on to the kernel but refuses clone(CLONE_PIDFD): Qt asks for the first, takes it that there is the
+// second too, and can start no process. So it is told that there is neither, and forks as on older kernels.
 #include <dlfcn.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>

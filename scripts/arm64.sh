@@ -20,6 +20,8 @@ torvane_arm64_presumed=(
 )
 
 torvane_arm64_recipe=("${BASH_SOURCE[0]}" "$torvane_root/cmake/EmulatedSyscall.cpp")
+# What programs that are to run under QEMU are linked with.
+arm64_emulated=torvane_emulated.so
 
 # arm64_libraries PACKAGE...: sets libraries to those of the packages that are for a compiler, and so come from the sysroot.
 arm64_libraries() {
@@ -49,7 +51,7 @@ arm64_sysroot() {
 }
 
 arm64_new_sysroot() {
-    local apt=$sysroot/var/lib/apt dpkg=$sysroot/var/lib/dpkg folder emulated=/usr/lib/aarch64-linux-gnu/torvane_emulated.so
+    local apt=$sysroot/var/lib/apt dpkg=$sysroot/var/lib/dpkg folder place=$sysroot/usr/lib/aarch64-linux-gnu
     say "Making a folder of ARM64 libraries: $sysroot"
     mkdir -p -- "$apt/lists/partial" "$apt/archives/partial" "$dpkg/info" "$dpkg/updates" "$sysroot/usr/lib/qt5"
     # Debian has one tree of these, below /usr.
@@ -58,10 +60,8 @@ arm64_new_sysroot() {
         ln -s "usr/$folder" "$sysroot/$folder"
     done
     ln -s /usr/lib/qt5/bin "$sysroot/usr/lib/qt5/bin"
-    # The loader of a program looks for this list here first, that of the PC's own programs does not.
-    mkdir -p -- "$sysroot/etc" "$sysroot${emulated%/*}"
-    aarch64-linux-gnu-g++ -std=c++20 -O1 -shared -fPIC "${torvane_arm64_recipe[1]}" -o "$sysroot$emulated"
-    printf '%s\n' "$emulated" >"$sysroot/etc/ld.so.preload"
+    mkdir -p -- "$place"
+    aarch64-linux-gnu-g++ -std=c++20 -O1 -shared -fPIC "${torvane_arm64_recipe[1]}" -o "$place/$arm64_emulated"
     # shellcheck disable=SC2016 # the variables are apt's
     apt-get indextargets 'Created-By: Packages' 'Origin: Debian' --format \
         'deb [signed-by=/usr/share/keyrings/debian-archive-keyring.gpg] $(REPO_URI) $(RELEASE) $(COMPONENT)' |
