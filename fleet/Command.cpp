@@ -2,8 +2,8 @@
 #include "Command.h"
 
 #include "Interruption.h"
-#include "ProcessStart.h"
 #include "ShieldedProcess.h"
+#include "StartFault.h"
 
 #include <QDeadlineTimer>
 #include <QFileInfo>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Fleet.h"
 
-#include "ProcessStart.h"
+#include "StartFault.h"
 
 #include <QFile>
 #include <QJsonArray>

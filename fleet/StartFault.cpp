@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "ProcessStart.h"
+#include "StartFault.h"
 
 #include <QProcess>
 #include <QString>
