@@ -70,7 +70,7 @@ std::optional<Library> readLibrary(const std::string &path)
 // Of Windows' loader the binding has a number alone; other loaders name what they lack in words.
 std::string adviceByReason(const QString &reason)
 {
-    static const QRegularExpression loading(QStringLiteral("Loading cti .* failed! Code: (\\d+)$"),
+    static const QRegularExpression loading(QStringLiteral("Loading cti .* failed! Code: (\\d+)\\.$"),
                                             QRegularExpression::DotMatchesEverythingOption);
     switch (loading.match(reason).captured(1).toInt()) {
     case 5: // ERROR_ACCESS_DENIED

@@ -257,7 +257,8 @@ TEST(Pieces, WhyAProducerWasNotLoaded)
          }) {
         std::ofstream(path, std::ios::binary) << row.file;
         Producer producer{.file = path, .failure = {}, .genTLVersion = {}, .vendor = {}, .version = {}};
-        producer.failure = {ReasonCode::Producer, "Loading cti " + path + " failed! Code: " + row.code, {}};
+        producer.failure = {
+            ReasonCode::Producer, "Loading cti " + path + " failed! Code: " + row.code + ".", {}};
         const ProducerVerdict verdict = judgeProducer(producer);
         EXPECT_STREQ(wordOf(verdict.state), wordOf(row.state)) << row.code << ": " << row.advice;
         EXPECT_THAT(verdict.advice, HasSubstr(row.advice)) << row.code;
