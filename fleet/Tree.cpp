@@ -73,11 +73,14 @@ Access accessOf(const Device &device)
 
 std::vector<std::string> producerFiles(const std::vector<std::string> &libraries)
 {
+    const auto pathOf = [](const std::string &name) {
+        return std::filesystem::path(std::u8string(name.begin(), name.end()));
+    };
     std::vector<std::string> files;
     for (const std::string &file : libraries.empty() ? environmentProducerFiles() : libraries) {
         const auto isSame = [&](const std::string &other) {
             std::error_code notThere;
-            return file == other || std::filesystem::equivalent(file, other, notThere);
+            return file == other || std::filesystem::equivalent(pathOf(file), pathOf(other), notThere);
         };
         if (std::ranges::none_of(files, isSame))
             files.push_back(file);

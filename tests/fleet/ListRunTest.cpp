@@ -57,7 +57,10 @@ TEST(ListRun, AProducerThatFailsHidesNoOther)
     EXPECT_THAT(missing.errors, HasSubstr("02:00:00:00:00:ff"));
 
     // One that is named twice has not failed.
-    const std::string folder = std::filesystem::path(Simulator::cti()).parent_path().string();
+    const std::filesystem::path umlaut = fleet.simulator.folder() / u8"Geräte";
+    std::filesystem::create_directory(umlaut);
+    std::filesystem::copy_file(Simulator::cti(), umlaut / "a.cti");
+    const std::string folder = fleet.simulator.folder().string() + "/Ger\xc3\xa4te";
     const char separator = testsystem::listSeparators.front();
     std::string folders = folder + separator + folder + '/';
     std::filesystem::current_path(fleet.simulator.folder());
