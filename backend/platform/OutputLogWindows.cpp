@@ -19,7 +19,7 @@ constexpr std::streamoff mostBytes = 1'000'000;
 
 OutputLog &OutputLog::instance()
 {
-    static OutputLog log;
+    static OutputLog &log = *new OutputLog; // std::cout writes to it to the very end
     return log;
 }
 
