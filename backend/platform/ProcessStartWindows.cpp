@@ -45,6 +45,13 @@ void restoreCodePages()
     SetConsoleOutputCP(outputBefore);
 }
 
+// Ctrl-C, or the close of the console, ends the process without what std::atexit asks for.
+BOOL WINAPI onControl(DWORD /*event*/)
+{
+    restoreCodePages();
+    return FALSE; // and it ends as it would have
+}
+
 // A password is one string of bytes, whether it is typed, piped or given as an argument: UTF-8, as the manifest has it
 // for arguments and names of files.
 void useUtf8()
@@ -52,9 +59,10 @@ void useUtf8()
     inputBefore = GetConsoleCP();
     outputBefore = GetConsoleOutputCP();
     if (inputBefore != 0 && outputBefore != 0) {
+        std::atexit(restoreCodePages);
+        SetConsoleCtrlHandler(onControl, TRUE);
         SetConsoleCP(CP_UTF8);
         SetConsoleOutputCP(CP_UTF8);
-        std::atexit(restoreCodePages);
     }
     const HANDLE input = GetStdHandle(STD_INPUT_HANDLE);
     if (DWORD mode = 0; GetConsoleMode(input, &mode)) {
