@@ -6,8 +6,9 @@
 torvane_wine_packages=(wine64 wine xvfb)
 
 # start_wine FOLDER [SIZE]: Wine with its files in FOLDER, on a screen of its own, since a console of Windows is a window,
-# and one process that stays. The first process starts Wine's services, which inherit its streams: were it a test, whoever
-# reads that test's output would wait for them. What is installed in it stays out of this user's menus.
+# and one process that stays. The first process starts Wine's services, and the first window its desktop, both of which
+# inherit the streams: were it a test's, whoever reads that test's output would wait for them. What is installed in it
+# stays out of this user's menus.
 start_wine() {
     local display
     export WINEPREFIX=$1 WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml,winemenubuilder.exe='
@@ -21,10 +22,11 @@ start_wine() {
     export DISPLAY
     rm -- "$display"
     coproc torvane_wine { exec /usr/lib/wine/wine64 cmd >/dev/null 2>&1; }
-    # A second one returns when the first has made the files. On a busy machine it gives up before the first has begun.
+    # A second one, in a window, returns when the first has made the files. On a busy machine it gives up before the first
+    # has begun.
     local try
     for try in {1..10}; do
-        ! /usr/lib/wine/wine64 cmd /c exit </dev/null >/dev/null 2>&1 || return 0
+        ! /usr/lib/wine/wine64 start /wait cmd /c exit </dev/null >/dev/null 2>&1 || return 0
         sleep "$try"
     done
     printf 'Wine does not start in %s.\n' "$WINEPREFIX" >&2
