@@ -9,12 +9,13 @@
 #include <QApplication>
 #include <iostream>
 #include <optional>
+#include <string>
 
 int main(int argc, char *argv[])
 {
     prepareProcess();
-    if (const char *const answer = commandLineAnswer(argc, argv)) {
-        std::cout << answer << std::flush;
+    if (const std::optional<std::string> answer = commandLineAnswer(argc, argv)) {
+        std::cout << *answer << std::flush;
         return 0;
     }
 

@@ -2,6 +2,7 @@
 // What takes a process of its own: the program from its start to its exit status.
 #include "AppFixture.h"
 
+#include <QFileInfo>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QSysInfo>
@@ -30,7 +31,7 @@ private:
     }
 
     const bool isWindows = QSysInfo::kernelType() == "winnt";
-    const QString path = TORVANE_GUI_WATCHED;
+    const QString path = QFileInfo(TORVANE_GUI_WATCHED).absoluteFilePath(); // with the drive
     QProcess program; // its standard input stays open and silent, as a terminal does
 };
 
@@ -74,7 +75,8 @@ void StartTest::withoutDisplay_data()
         "^$|^torvane_gui: There is no display, or it can't be used "
         "\\(Could not find the Qt platform plugin \"paper\" .*\\). torvane_console needs none.\n$";
     std::vector<std::vector<const char *>> rows{
-        {"help", "-platform paper --help", "0", "^Usage: torvane_gui .*GENICAM_GENTL64_PATH.*|^$"},
+        {"help", "-platform paper --help", "0",
+         "^Usage: torvane_gui .*GENICAM_GENTL64_PATH.* separated by \"[;:].*|^$"},
         {"version", "--version", "0", "^torvane_gui 1.0.0.0\n$|^$"}};
     if (!isWindows) // which always has a display
         rows.insert(rows.end(), {{"no display", "-platform xcb", "1", noDisplay},
