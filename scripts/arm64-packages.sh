@@ -3,21 +3,21 @@
 # Debian's packages for ARM64: cross-built, held against those for this machine, and tried under QEMU. To be sourced by
 # scripts/test-packages, which has pack and fail.
 
-# pack_arm64 FOLDER: sets sysroot
-pack_arm64() {
-    local libraries folders build_folder=$torvane_root/build/packages-arm64
+ready_arm64() { # sets sysroot
+    local libraries
     arm64_libraries "${torvane_build_packages[@]}" "${torvane_gui_packages[@]}" "${torvane_fleet_packages[@]}"
     arm64_sysroot "${libraries[@]}"
-    (
-        cd -- "$torvane_root"
-        cmake --preset arm64 -B "$build_folder" -DTORVANE_ARM64_SYSROOT="$sysroot" -DCMAKE_INSTALL_PREFIX=/usr \
-            -DCMAKE_INSTALL_LIBDIR=lib/aarch64-linux-gnu \
-            -DTORVANE_BUILD_TESTS=OFF -DTORVANE_BUILD_GUI=ON -DTORVANE_BUILD_FLEET=ON
-        cmake --build "$build_folder"
-    ) </dev/null >&2
-    folders="$sysroot/lib/aarch64-linux-gnu;$sysroot/usr/lib/aarch64-linux-gnu"
+}
+
+# pack_arm64 BUILD FOLDER: from the sources in the current folder, behind ready_arm64
+pack_arm64() {
+    local folders="$sysroot/lib/aarch64-linux-gnu;$sysroot/usr/lib/aarch64-linux-gnu"
+    cmake --preset arm64 -B "$1" -DTORVANE_ARM64_SYSROOT="$sysroot" -DCMAKE_INSTALL_PREFIX=/usr \
+        -DCMAKE_INSTALL_LIBDIR=lib/aarch64-linux-gnu \
+        -DTORVANE_BUILD_TESTS=OFF -DTORVANE_BUILD_GUI=ON -DTORVANE_BUILD_FLEET=ON </dev/null >&2
+    cmake --build "$1" </dev/null >&2
     DEB_HOST_ARCH=arm64 DPKG_ADMINDIR=$sysroot/var/lib/dpkg \
-        pack "$build_folder" "$1" -D "CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS=$folders"
+        pack "$1" "$2" -D "CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS=$folders"
 }
 
 # unpack FOLDER ROOT ARCHITECTURE TRIPLET: all packages of the folder into one tree, and what they say of themselves
@@ -55,4 +55,6 @@ run_arm64() {
         fail "torvane_console for ARM64 lists no simulated cameras."
     "${run[@]}" "$root/usr/bin/torvane" list --quick </dev/null | grep --quiet G5-0001 ||
         fail "torvane for ARM64 lists no simulated cameras."
+    "${run[@]}" "$root/usr/bin/torvane_gui" --version | grep --quiet "torvane_gui 1.0.0.0" ||
+        fail "torvane_gui for ARM64 does not tell its version."
 }
